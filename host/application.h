@@ -1,0 +1,56 @@
+// All that the host knows, in one object: the SDK's free functions are about the process, and this
+// is what they look at.
+#pragma once
+
+#include <vector>
+
+#include <gamma.h>
+#include <sfx.h>
+
+#include "host/class_directory.h"
+#include "host/log.h"
+#include "host/message_boxes.h"
+#include "host/notifications.h"
+#include "host/owned.h"
+#include "host/path_config.h"
+#include "host/script_properties.h"
+#include "host/settings.h"
+#include "host/undo.h"
+#include "host/window_tree.h"
+
+namespace host {
+
+class Application {
+  public:
+    Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    Settings settings;
+    Log log;
+    MessageBoxes boxes;
+    Notifications notifications;
+    ClassDirectory classes;
+    PathConfig paths;
+    ScriptProperties scripts;
+#ifndef _WIN32
+    WindowTree windows;
+#endif
+    UndoStack undo;
+    // Null when none is assigned.
+    Owned<Renderer> renderer;
+    // In the order in which they are applied.
+    std::vector<Owned<Effect>> effects;
+    // Random generators made so far from settings.randomSeed.
+    std::uint64_t randomsMade = 0;
+};
+
+// Single-threaded, as all of the host's interfaces are.
+Application& App();
+
+// Destroys the effects, the renderer and the undo steps while the application still answers them,
+// and starts a new one. Also sets gammaMgr to what an application starts with: on, gamma 2.2, no
+// dither.
+void ResetApplication();
+
+}  // namespace host

@@ -1,0 +1,94 @@
+#include "host/core_interface.h"
+
+#include "host/application.h"
+
+namespace host {
+namespace {
+
+class PreviewState final : public IRenderPreviewState {
+  public:
+    bool IsPreview() override { return App().settings.render.preview; }
+};
+
+class PreviewQuery final : public IRenderPreviewQuery {
+  public:
+    IRenderPreviewState* GetState() override { return &state_; }
+
+  private:
+    PreviewState state_;
+};
+
+}  // namespace
+
+void* CoreInterface::GetInterface(DWORD id) {
+    static PreviewQuery previewQuery;
+    return id == RENDER_PREVIEW_QUERY_INTERFACE ? static_cast<IRenderPreviewQuery*>(&previewQuery)
+                                                : nullptr;
+}
+
+LogSys* CoreInterface::Log() {
+    return &App().log;
+}
+BOOL CoreInterface::GetQuietMode(BOOL /*checkServerMode*/) {
+    return App().settings.quiet;
+}
+TimeValue CoreInterface::GetTime() {
+    return App().settings.time;
+}
+const MCHAR* CoreInterface::GetCurFileName() {
+    return App().settings.sceneFileName.data();
+}
+HWND CoreInterface::GetMAXHWnd() {
+    return App().settings.mainWindow;
+}
+
+Renderer* CoreInterface::GetCurrentRenderer() {
+    return App().renderer.get();
+}
+int CoreInterface::GetRendTimeType() {
+    return App().settings.render.timeType;
+}
+int CoreInterface::GetRendFileNumberBase() {
+    return App().settings.render.fileNumberBase;
+}
+int CoreInterface::GetRendWidth() {
+    return App().settings.render.width;
+}
+int CoreInterface::GetRendHeight() {
+    return App().settings.render.height;
+}
+BitmapInfo& CoreInterface::GetRendFileBI() {
+    return App().settings.render.output;
+}
+BOOL CoreInterface::GetRendSaveFile() {
+    return App().settings.render.saveFile;
+}
+void CoreInterface::SetRendSaveFile(BOOL on) {
+    App().settings.render.saveFile = on;
+}
+BOOL CoreInterface::GetRendEffects() {
+    return App().settings.render.effects;
+}
+
+int CoreInterface::NumEffects() {
+    return static_cast<int>(App().effects.size());
+}
+
+Effect* CoreInterface::GetEffect(int index) {
+    return index >= 0 && index < NumEffects() ? App().effects[static_cast<std::size_t>(index)].get()
+                                              : nullptr;
+}
+
+void CoreInterface::AbortRender() {
+    App().settings.render.aborted = true;
+}
+BOOL CoreInterface::CheckForRenderAbort() {
+    return App().settings.render.aborted;
+}
+
+}  // namespace host
+
+Interface* GetCOREInterface() {
+    static host::CoreInterface core;
+    return &core;
+}

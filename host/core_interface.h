@@ -1,0 +1,33 @@
+// The core interface over the running application's settings. It has no state of its own, so a
+// pointer to it stays good when the application starts afresh.
+#pragma once
+
+#include <maxapi.h>
+
+namespace host {
+
+class CoreInterface final : public Interface {
+  public:
+    void* GetInterface(DWORD id) override;
+    LogSys* Log() override;
+    BOOL GetQuietMode(BOOL checkServerMode) override;
+    TimeValue GetTime() override;
+    const MCHAR* GetCurFileName() override;
+    HWND GetMAXHWnd() override;
+    Renderer* GetCurrentRenderer() override;
+    int GetRendTimeType() override;
+    int GetRendFileNumberBase() override;
+    int GetRendWidth() override;
+    int GetRendHeight() override;
+    BitmapInfo& GetRendFileBI() override;
+    BOOL GetRendSaveFile() override;
+    void SetRendSaveFile(BOOL on) override;
+    BOOL GetRendEffects() override;
+    int NumEffects() override;
+    // Null for an index out of range.
+    Effect* GetEffect(int index) override;
+    void AbortRender() override;
+    BOOL CheckForRenderAbort() override;
+};
+
+}  // namespace host

@@ -1,0 +1,55 @@
+// A renderer as effects see it: its class, its parameter block and its script properties.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <iparamb2.h>
+#include <maxscript/maxscript.h>
+#include <render.h>
+
+#include "host/renderer_ids.h"
+#include "host/script_properties.h"
+
+namespace host {
+
+// V-Ray's block among its parameter blocks, and the integers of it that are there.
+constexpr int VRAY_BLOCK = 15;
+constexpr ParamID VRAY_FRAME_BUFFER_ON = 170;
+// Pixels.
+constexpr ParamID VRAY_FRAME_BUFFER_WIDTH = 171;
+constexpr ParamID VRAY_FRAME_BUFFER_HEIGHT = 172;
+constexpr ParamID VRAY_MEMORY_FRAME_BUFFER = 189;
+constexpr ParamID VRAY_SIZE_FROM_HOST = 228;
+
+// Values of "imageSampler_type".
+constexpr int VRAY_SAMPLER_BUCKET = 1;
+constexpr int VRAY_SAMPLER_PROGRESSIVE = 3;
+
+class HostRenderer final : public Renderer {
+  public:
+    // A V-Ray has its block, with the frame buffer off, and the properties "output_on" (the block's
+    // VRAY_FRAME_BUFFER_ON) and "imageSampler_type"; every other class has neither.
+    explicit HostRenderer(Class_ID id);
+    ~HostRenderer() override;
+
+    Class_ID ClassID() override { return id_; }
+    SClass_ID SuperClassID() override { return RENDERER_CLASS_ID; }
+    int NumParamBlocks() override;
+    IParamBlock2* GetParamBlock(int index) override;
+    int NumRefs() override { return 1; }
+    RefTargetHandle GetReference(int which) override;
+    RefResult NotifyRefChanged(const Interval& changeInt, RefTargetHandle hTarget, PartID& partID,
+                               RefMessage message, BOOL propagate) override;
+
+    // What scripts see as "renderers.current.NAME".
+    ScriptProperties properties;
+
+  private:
+    void SetReference(int which, RefTargetHandle target) override;
+
+    Class_ID id_;
+    IParamBlock2* block_ = nullptr;
+};
+
+}  // namespace host

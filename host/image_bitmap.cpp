@@ -1,0 +1,99 @@
+#include "host/image_bitmap.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/pixel_rows.h"
+
+namespace host {
+namespace {
+
+constexpr std::size_t COMPONENTS = 4;
+
+// A row of pixels as the row of components that it is.
+static_assert(sizeof(BMM_Color_64) == COMPONENTS * sizeof(std::uint16_t));
+static_assert(sizeof(BMM_Color_fl) == COMPONENTS * sizeof(float));
+
+void Convert(const HalfPixels& pixels, std::size_t first, std::size_t count, std::uint16_t* out) {
+    HalfRowToUnsigned16(pixels.components.data() + first, out, count);
+}
+void Convert(const FloatPixels& pixels, std::size_t first, std::size_t count, std::uint16_t* out) {
+    FloatRowToUnsigned16(pixels.components.data() + first, out, count);
+}
+void Convert(const Unsigned16Pixels& pixels, std::size_t first, std::size_t count,
+             std::uint16_t* out) {
+    std::copy_n(pixels.components.data() + first, count, out);
+}
+void Convert(const HalfPixels& pixels, std::size_t first, std::size_t count, float* out) {
+    HalfRowToFloat(pixels.components.data() + first, out, count);
+}
+void Convert(const FloatPixels& pixels, std::size_t first, std::size_t count, float* out) {
+    std::copy_n(pixels.components.data() + first, count, out);
+}
+void Convert(const Unsigned16Pixels& pixels, std::size_t first, std::size_t count, float* out) {
+    Unsigned16RowToFloat(pixels.components.data() + first, out, count);
+}
+
+}  // namespace
+
+bool ImageStorage::Contains(int x, int y, int pixels) const {
+    return y >= 0 && y < format_.height && x >= 0 && x < format_.width && pixels > 0 &&
+           pixels <= format_.width - x;
+}
+
+std::size_t ImageStorage::FirstComponent(int x, int y) const {
+    return (static_cast<std::size_t>(y) * static_cast<std::size_t>(format_.width) +
+            static_cast<std::size_t>(x)) *
+           COMPONENTS;
+}
+
+template <class Component>
+int ImageStorage::Read(int x, int y, int pixels, Component* out) const {
+    if (!Contains(x, y, pixels)) {
+        return 0;
+    }
+    std::visit(
+        [&](const auto& store) {
+            Convert(store, FirstComponent(x, y), static_cast<std::size_t>(pixels) * COMPONENTS,
+                    out);
+        },
+        pixels_);
+    return 1;
+}
+
+int ImageStorage::GetLinearPixels(int x, int y, int pixels, BMM_Color_64* ptr) {
+    return Read(x, y, pixels, &ptr->r);
+}
+
+int ImageStorage::GetLinearPixels(int x, int y, int pixels, BMM_Color_fl* ptr) {
+    return Read(x, y, pixels, &ptr->r);
+}
+
+Owned<ImageBitmap> ImageBitmap::Make(const ImageFormat& format, std::size_t components,
+                                     Pixels pixels) {
+    const bool valid = format.width > 0 && format.height > 0 && format.aspect > 0.0F &&
+                       components / COMPONENTS / static_cast<std::size_t>(format.width) ==
+                           static_cast<std::size_t>(format.height) &&
+                       components % (COMPONENTS * static_cast<std::size_t>(format.width)) == 0;
+    return Owned<ImageBitmap>(valid ? new ImageBitmap(format, std::move(pixels)) : nullptr);
+}
+
+Owned<ImageBitmap> ImageBitmap::FromHalf(const ImageFormat& format,
+                                         std::vector<std::uint16_t> components) {
+    const std::size_t count = components.size();
+    return Make(format, count, HalfPixels{std::move(components)});
+}
+
+Owned<ImageBitmap> ImageBitmap::FromFloat(const ImageFormat& format,
+                                          std::vector<float> components) {
+    const std::size_t count = components.size();
+    return Make(format, count, FloatPixels{std::move(components)});
+}
+
+Owned<ImageBitmap> ImageBitmap::FromUnsigned16(const ImageFormat& format,
+                                               std::vector<std::uint16_t> components) {
+    const std::size_t count = components.size();
+    return Make(format, count, Unsigned16Pixels{std::move(components)});
+}
+
+}  // namespace host

@@ -1,0 +1,660 @@
+#include "host/param_block.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include <hold.h>
+#include <maxheap.h>
+
+#include "host/undo.h"
+
+namespace host {
+namespace {
+
+// The copy of a text that an accessor may free; null when there is no memory.
+MCHAR* HeapCopy(const MCHAR* text) {
+    const std::size_t bytes = (std::char_traits<MCHAR>::length(text) + 1) * sizeof(MCHAR);
+    auto* copy = static_cast<MCHAR*>(MAX_malloc(bytes));
+    if (copy) {
+        std::memcpy(copy, text, bytes);
+    }
+    return copy;
+}
+
+// The text that the value owns, which is freed.
+MSTR TakeText(PB2Value& v) {
+    MSTR text(v.s);
+    MAX_free(v.s);
+    v.s = nullptr;
+    return text;
+}
+
+// Stops at the ends of the range. Not for NaN.
+int TruncateToInt(double v) {
+    return static_cast<int>(std::clamp(v, static_cast<double>(std::numeric_limits<int>::min()),
+                                       static_cast<double>(std::numeric_limits<int>::max())));
+}
+
+PB2Value TargetValue(ReferenceTarget* target) {
+    PB2Value v{};
+    v.r = target;
+    return v;
+}
+
+}  // namespace
+
+// A parameter's other values: those before the change, or after it once it is taken back.
+class ParameterRestore final : public RestoreObj {
+  public:
+    ParameterRestore(ParamBlock* block, ParamID id, int tabIndex, ParamBlock::Shape shape,
+                     ParamBlock::HeldValues before)
+        : block_(block), id_(id), tabIndex_(tabIndex), shape_(shape), other_(std::move(before)) {}
+
+    void Restore(int /*isUndo*/) override { Exchange(); }
+    void Redo() override { Exchange(); }
+
+  private:
+    void Exchange() {
+        if (auto* block = static_cast<ParamBlock*>(block_.Get())) {
+            block->Exchange(id_, tabIndex_, shape_, other_);
+        }
+    }
+
+    TargetReference block_;
+    ParamID id_;
+    int tabIndex_;
+    ParamBlock::Shape shape_;
+    ParamBlock::HeldValues other_;
+};
+
+ParamBlock::ParamBlock(ParamBlockDesc2& desc, ReferenceMaker* owner) : desc_(desc), owner_(owner) {
+    for (int index = 0; index < desc.Count(); ++index) {
+        const ParamDef& def = desc.GetParamDefByIndex(index);
+        Parameter parameter;
+        parameter.id = def.ID;
+        parameter.index = index;
+        parameter.type = def.type;
+        parameter.kind = KindOf(def.type);
+        parameter.ownersRef = (def.flags & P_OWNERS_REF) && !parameter.IsTable();
+        Value value = Empty(parameter.kind);
+        if (parameter.kind == Kind::Float) {
+            value = def.def.f;
+        } else if (parameter.kind == Kind::Text) {
+            value = def.def_text;
+        } else if (parameter.kind != Kind::Target) {
+            value = def.def.i;
+        }
+        const int size = parameter.IsTable() ? std::max(def.tab_size, 0) : 1;
+        parameter.entries.assign(static_cast<std::size_t>(size), value);
+        parameters_.push_back(std::move(parameter));
+    }
+}
+
+ParamBlock::~ParamBlock() {
+    DeleteAllRefsFromMe();
+}
+
+ParamBlock::Kind ParamBlock::KindOf(ParamType2 type) {
+    switch (type & ~TYPE_TAB) {
+        case TYPE_FLOAT:
+        case TYPE_PCNT_FRAC:
+            return Kind::Float;
+        case TYPE_BOOL:
+            return Kind::Bool;
+        case TYPE_STRING:
+        case TYPE_FILENAME:
+            return Kind::Text;
+        case TYPE_INODE:
+        case TYPE_REFTARG:
+            return Kind::Target;
+        default:
+            return Kind::Int;
+    }
+}
+
+ParamBlock::Value ParamBlock::Empty(Kind kind) {
+    switch (kind) {
+        case Kind::Float:
+            return 0.0F;
+        case Kind::Text:
+            return MSTR();
+        case Kind::Target:
+            return static_cast<ReferenceTarget*>(nullptr);
+        default:
+            return 0;
+    }
+}
+
+const ParamDef& ParamBlock::Def(const Parameter& parameter) const {
+    return desc_.GetParamDefByIndex(parameter.index);
+}
+
+ParamBlock::Parameter* ParamBlock::Find(ParamID id) {
+    const auto found = std::find_if(parameters_.begin(), parameters_.end(),
+                                    [id](const Parameter& other) { return other.id == id; });
+    return found == parameters_.end() ? nullptr : &*found;
+}
+
+ParamBlock::Parameter* ParamBlock::FindVariableTable(ParamID id) {
+    Parameter* parameter = Find(id);
+    const bool variable =
+        parameter && parameter->IsTable() && (Def(*parameter).flags & P_VARIABLE_SIZE);
+    return variable ? parameter : nullptr;
+}
+
+// References
+
+int ParamBlock::NumRefs() {
+    std::size_t count = 0;
+    for (const Parameter& parameter : parameters_) {
+        if (parameter.kind == Kind::Target && !parameter.ownersRef) {
+            count += parameter.entries.size();
+        }
+    }
+    return static_cast<int>(count);
+}
+
+ParamBlock::Place ParamBlock::PlaceOf(int which) {
+    for (Parameter& parameter : parameters_) {
+        if (parameter.kind != Kind::Target || parameter.ownersRef) {
+            continue;
+        }
+        if (parameter.Has(which)) {
+            return {&parameter, which};
+        }
+        which -= static_cast<int>(parameter.entries.size());
+    }
+    return {nullptr, 0};
+}
+
+int ParamBlock::ReferenceNumber(const Parameter& parameter, int tabIndex) const {
+    int number = tabIndex;
+    for (const Parameter& other : parameters_) {
+        if (&other == &parameter) {
+            break;
+        }
+        if (other.kind == Kind::Target && !other.ownersRef) {
+            number += static_cast<int>(other.entries.size());
+        }
+    }
+    return number;
+}
+
+RefTargetHandle ParamBlock::GetReference(int which) {
+    const Place place = PlaceOf(which);
+    return place.parameter ? Target(*place.parameter, place.tabIndex) : nullptr;
+}
+
+void ParamBlock::SetReference(int which, RefTargetHandle target) {
+    const Place place = PlaceOf(which);
+    if (place.parameter) {
+        place.parameter->entries[static_cast<std::size_t>(place.tabIndex)] = target;
+    }
+}
+
+ReferenceTarget* ParamBlock::Target(const Parameter& parameter, int tabIndex) const {
+    if (parameter.ownersRef) {
+        return owner_ ? owner_->GetReference(Def(parameter).refno) : nullptr;
+    }
+    return std::get<ReferenceTarget*>(parameter.entries[static_cast<std::size_t>(tabIndex)]);
+}
+
+bool ParamBlock::StoreTarget(Parameter& parameter, int tabIndex, ReferenceTarget* target) {
+    if (parameter.ownersRef) {
+        return owner_ && owner_->ReplaceReference(Def(parameter).refno, target) == REF_SUCCEED;
+    }
+    return ReplaceReference(ReferenceNumber(parameter, tabIndex), target) == REF_SUCCEED;
+}
+
+std::optional<ParamBlock::Place> ParamBlock::FindTarget(const ReferenceTarget* target) {
+    for (Parameter& parameter : parameters_) {
+        if (parameter.kind != Kind::Target || parameter.ownersRef) {
+            continue;
+        }
+        for (int index = 0; parameter.Has(index); ++index) {
+            if (Target(parameter, index) == target) {
+                return Place{&parameter, index};
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+RefResult ParamBlock::NotifyRefChanged(const Interval& changeInt, RefTargetHandle hTarget,
+                                       PartID& partID, RefMessage message, BOOL propagate) {
+    if (message == REFMSG_TARGET_DELETED) {
+        ForgetDeleted(hTarget);
+        return REF_SUCCEED;
+    }
+    if (!propagate) {
+        return REF_SUCCEED;
+    }
+    if (const std::optional<Place> place = FindTarget(hTarget)) {
+        TellChanged(*place->parameter, place->tabIndex, changeInt, partID, message);
+    }
+    // The block has told its dependents itself, while it knew the parameter.
+    return REF_STOP;
+}
+
+// The accessor may delete entries, so the search starts again each time.
+void ParamBlock::ForgetDeleted(ReferenceTarget* target) {
+    while (const std::optional<Place> place = FindTarget(target)) {
+        StoreTarget(*place->parameter, place->tabIndex, nullptr);
+        TellTableChanged(*place->parameter, tab_ref_deleted, place->tabIndex, 1);
+        TellChanged(*place->parameter, place->tabIndex, FOREVER, PART_ALL, REFMSG_CHANGE);
+    }
+}
+
+void ParamBlock::TellTableChanged(const Parameter& parameter, tab_changes code, int tabIndex,
+                                  int count) {
+    PBAccessor* accessor = Def(parameter).accessor;
+    if (accessor && parameter.IsTable()) {
+        accessor->TabChanged(code, nullptr, owner_, parameter.id, tabIndex, count);
+    }
+}
+
+void ParamBlock::TellChanged(const Parameter& parameter, int tabIndex, const Interval& changeInt,
+                             PartID partID, RefMessage message) {
+    const ParamID outerId = std::exchange(notifyId_, parameter.id);
+    const int outerIndex = std::exchange(notifyTabIndex_, parameter.IsTable() ? tabIndex : -1);
+    NotifyDependents(changeInt, partID, message);
+    notifyId_ = outerId;
+    notifyTabIndex_ = outerIndex;
+}
+
+ParamID ParamBlock::LastNotifyParamID(int& tabIndex) {
+    tabIndex = notifyTabIndex_;
+    return notifyId_;
+}
+
+// Reading
+
+PB2Value ParamBlock::Read(Parameter& parameter, TimeValue t, int tabIndex) {
+    PB2Value v{};
+    const Value& value = parameter.entries[static_cast<std::size_t>(tabIndex)];
+    switch (parameter.kind) {
+        case Kind::Int:
+        case Kind::Bool:
+            v.i = std::get<int>(value);
+            break;
+        case Kind::Float:
+            v.f = std::get<float>(value);
+            break;
+        case Kind::Text:
+            v.s = HeapCopy(std::get<MSTR>(value).data());
+            break;
+        case Kind::Target:
+            v.r = Target(parameter, tabIndex);
+            break;
+    }
+    if (PBAccessor* accessor = Def(parameter).accessor) {
+        Interval valid = FOREVER;
+        accessor->Get(v, owner_, parameter.id, tabIndex, t, valid);
+    }
+    return v;
+}
+
+int ParamBlock::GetInt(ParamID id, TimeValue t, int tabIndex) {
+    Parameter* parameter = Find(id);
+    if (!parameter || !parameter->Has(tabIndex)) {
+        return 0;
+    }
+    switch (parameter->kind) {
+        case Kind::Int:
+        case Kind::Bool:
+            return Read(*parameter, t, tabIndex).i;
+        case Kind::Float: {
+            const float v = Read(*parameter, t, tabIndex).f;
+            return std::isnan(v) ? 0 : TruncateToInt(static_cast<double>(v));
+        }
+        default:
+            return 0;
+    }
+}
+
+float ParamBlock::GetFloat(ParamID id, TimeValue t, int tabIndex) {
+    Parameter* parameter = Find(id);
+    if (!parameter || !parameter->Has(tabIndex)) {
+        return 0.0F;
+    }
+    return parameter->kind == Kind::Float ? Read(*parameter, t, tabIndex).f
+                                          : static_cast<float>(GetInt(id, t, tabIndex));
+}
+
+const MCHAR* ParamBlock::GetStr(ParamID id, TimeValue t, int tabIndex) {
+    Parameter* parameter = Find(id);
+    if (!parameter || !parameter->Has(tabIndex) || parameter->kind != Kind::Text) {
+        return nullptr;
+    }
+    const auto index = static_cast<std::size_t>(tabIndex);
+    if (!Def(*parameter).accessor) {
+        return std::get<MSTR>(parameter->entries[index]).data();
+    }
+    PB2Value v = Read(*parameter, t, tabIndex);
+    if (parameter->textRead.size() <= index) {
+        parameter->textRead.resize(index + 1);
+    }
+    parameter->textRead[index] = TakeText(v);
+    return parameter->textRead[index].data();
+}
+
+ReferenceTarget* ParamBlock::GetReferenceTarget(ParamID id, TimeValue t, int tabIndex) {
+    Parameter* parameter = Find(id);
+    return parameter && parameter->Has(tabIndex) && parameter->kind == Kind::Target
+               ? Read(*parameter, t, tabIndex).r
+               : nullptr;
+}
+
+// Writing
+
+std::optional<ParamBlock::Value> ParamBlock::Incoming(const Parameter& parameter, TimeValue t,
+                                                      int tabIndex, PB2Value v) {
+    const ParamDef& def = Def(parameter);
+    if (def.accessor) {
+        def.accessor->Set(v, owner_, parameter.id, tabIndex, t);
+    }
+    switch (parameter.kind) {
+        case Kind::Int:
+            return def.has_range ? std::max(def.range_low.i, std::min(v.i, def.range_high.i)) : v.i;
+        case Kind::Bool:
+            return v.i != 0 ? 1 : 0;
+        case Kind::Float:
+            if (std::isnan(v.f)) {
+                return std::nullopt;
+            }
+            return def.has_range ? std::max(def.range_low.f, std::min(v.f, def.range_high.f)) : v.f;
+        case Kind::Text:
+            return TakeText(v);
+        case Kind::Target:
+            break;
+    }
+    const bool fits =
+        !v.r || (parameter.type & ~TYPE_TAB) != TYPE_INODE || dynamic_cast<INode*>(v.r);
+    return fits ? std::optional<Value>(v.r) : std::nullopt;
+}
+
+BOOL ParamBlock::Write(Parameter& parameter, TimeValue t, int tabIndex, const PB2Value& v) {
+    std::optional<Value> value = Incoming(parameter, t, tabIndex, v);
+    // The accessor may have made the table smaller.
+    if (!value || !parameter.Has(tabIndex)) {
+        return FALSE;
+    }
+    std::optional<HeldValues> before = SnapshotIfHolding(parameter);
+    if (parameter.kind == Kind::Target) {
+        if (!StoreTarget(parameter, tabIndex, std::get<ReferenceTarget*>(*value))) {
+            return FALSE;
+        }
+    } else {
+        parameter.entries[static_cast<std::size_t>(tabIndex)] = std::move(*value);
+    }
+    PutUndo(parameter, tabIndex, Shape::Kept, std::move(before));
+    TellChanged(parameter, tabIndex, FOREVER, PART_ALL, REFMSG_CHANGE);
+    return TRUE;
+}
+
+// Not for NaN.
+BOOL ParamBlock::WriteNumber(ParamID id, TimeValue t, int tabIndex, double number) {
+    Parameter* parameter = Find(id);
+    if (!parameter || !parameter->Has(tabIndex)) {
+        return FALSE;
+    }
+    PB2Value v{};
+    switch (parameter->kind) {
+        case Kind::Int:
+            v.i = TruncateToInt(number);
+            break;
+        case Kind::Bool:
+            v.i = number != 0.0 && TruncateToInt(number) == 0 ? 1 : TruncateToInt(number);
+            break;
+        case Kind::Float:
+            v.f = static_cast<float>(number);
+            break;
+        default:
+            return FALSE;
+    }
+    return Write(*parameter, t, tabIndex, v);
+}
+
+BOOL ParamBlock::SetValue(ParamID id, TimeValue t, int v, int tabIndex) {
+    return WriteNumber(id, t, tabIndex, v);
+}
+
+BOOL ParamBlock::SetValue(ParamID id, TimeValue t, float v, int tabIndex) {
+    return std::isnan(v) ? FALSE : WriteNumber(id, t, tabIndex, static_cast<double>(v));
+}
+
+BOOL ParamBlock::SetValue(ParamID id, TimeValue t, const MCHAR* text, int tabIndex) {
+    Parameter* parameter = Find(id);
+    if (!parameter || !parameter->Has(tabIndex) || parameter->kind != Kind::Text) {
+        return FALSE;
+    }
+    PB2Value v{};
+    v.s = text ? HeapCopy(text) : nullptr;
+    return Write(*parameter, t, tabIndex, v);
+}
+
+BOOL ParamBlock::SetValue(ParamID id, TimeValue t, ReferenceTarget* target, int tabIndex) {
+    Parameter* parameter = Find(id);
+    if (!parameter || !parameter->Has(tabIndex) || parameter->kind != Kind::Target) {
+        return FALSE;
+    }
+    return Write(*parameter, t, tabIndex, TargetValue(target));
+}
+
+// Tables
+
+int ParamBlock::Count(ParamID id) {
+    const Parameter* parameter = Find(id);
+    return parameter && parameter->IsTable() ? static_cast<int>(parameter->entries.size()) : 0;
+}
+
+void ParamBlock::SetCount(ParamID id, int count) {
+    Parameter* parameter = FindVariableTable(id);
+    const int old = Count(id);
+    if (!parameter || count < 0 || count == old) {
+        return;
+    }
+    std::optional<HeldValues> before = SnapshotIfHolding(*parameter);
+    if (count < old) {
+        RemoveEntries(*parameter, count, old - count);
+    } else {
+        parameter->entries.resize(static_cast<std::size_t>(count), Empty(parameter->kind));
+    }
+    const int first = std::min(old, count);
+    PutUndo(*parameter, first, Shape::Changed, std::move(before));
+    TellTableChanged(*parameter, tab_setcount, first, std::abs(count - old));
+    TellChanged(*parameter, first, FOREVER, PART_ALL, REFMSG_CHANGE);
+}
+
+int ParamBlock::Append(ParamID id, int count, ReferenceTarget** values, int /*allocN*/) {
+    return InsertTargets(id, Count(id), count, values, tab_append);
+}
+
+int ParamBlock::Append(ParamID id, int count, const MCHAR** values, int /*allocN*/) {
+    return InsertTexts(id, Count(id), count, values, tab_append);
+}
+
+int ParamBlock::Insert(ParamID id, int at, int count, ReferenceTarget** values) {
+    return InsertTargets(id, at, count, values, tab_insert);
+}
+
+int ParamBlock::Insert(ParamID id, int at, int count, const MCHAR** values) {
+    return InsertTexts(id, at, count, values, tab_insert);
+}
+
+int ParamBlock::InsertTargets(ParamID id, int at, int count, ReferenceTarget** values,
+                              tab_changes code) {
+    Parameter* parameter = FindVariableTable(id);
+    if (!parameter || parameter->kind != Kind::Target || at < 0 || at > Count(id) || count <= 0) {
+        return -1;
+    }
+    std::vector<PB2Value> incoming;
+    for (int index = 0; index < count; ++index) {
+        incoming.push_back(TargetValue(values ? values[index] : nullptr));
+    }
+    return InsertValues(*parameter, at, incoming, code);
+}
+
+int ParamBlock::InsertTexts(ParamID id, int at, int count, const MCHAR** values, tab_changes code) {
+    Parameter* parameter = FindVariableTable(id);
+    if (!parameter || parameter->kind != Kind::Text || at < 0 || at > Count(id) || count <= 0) {
+        return -1;
+    }
+    std::vector<PB2Value> incoming;
+    for (int index = 0; index < count; ++index) {
+        PB2Value v{};
+        v.s = values && values[index] ? HeapCopy(values[index]) : nullptr;
+        incoming.push_back(v);
+    }
+    return InsertValues(*parameter, at, incoming, code);
+}
+
+int ParamBlock::InsertValues(Parameter& parameter, int at, const std::vector<PB2Value>& values,
+                             tab_changes code) {
+    const int count = static_cast<int>(values.size());
+    std::vector<Value> stored;
+    for (int index = 0; index < count; ++index) {
+        std::optional<Value> value =
+            Incoming(parameter, 0, at + index, values[static_cast<std::size_t>(index)]);
+        if (!value) {
+            return -1;
+        }
+        stored.push_back(std::move(*value));
+    }
+    if (at > static_cast<int>(parameter.entries.size())) {
+        return -1;
+    }
+    std::optional<HeldValues> before = SnapshotIfHolding(parameter);
+    parameter.entries.insert(parameter.entries.begin() + at, stored.size(), Empty(parameter.kind));
+    for (int index = 0; index < count; ++index) {
+        Value& value = stored[static_cast<std::size_t>(index)];
+        if (parameter.kind != Kind::Target) {
+            parameter.entries[static_cast<std::size_t>(at + index)] = std::move(value);
+        } else if (!StoreTarget(parameter, at + index, std::get<ReferenceTarget*>(value))) {
+            RemoveEntries(parameter, at, count);
+            return -1;
+        }
+    }
+    PutUndo(parameter, at, Shape::Changed, std::move(before));
+    TellTableChanged(parameter, code, at, count);
+    TellChanged(parameter, at, FOREVER, PART_ALL, REFMSG_CHANGE);
+    return at;
+}
+
+int ParamBlock::Delete(ParamID id, int start, int num) {
+    Parameter* parameter = FindVariableTable(id);
+    if (!parameter || !parameter->Has(start) || num <= 0) {
+        return -1;
+    }
+    const int count = std::min(num, Count(id) - start);
+    std::optional<HeldValues> before = SnapshotIfHolding(*parameter);
+    RemoveEntries(*parameter, start, count);
+    PutUndo(*parameter, start, Shape::Changed, std::move(before));
+    TellTableChanged(*parameter, tab_delete, start, count);
+    TellChanged(*parameter, start, FOREVER, PART_ALL, REFMSG_CHANGE);
+    return Count(id);
+}
+
+// References go one by one, so that the numbers of those behind them stay right.
+void ParamBlock::RemoveEntries(Parameter& parameter, int start, int count) {
+    if (parameter.kind == Kind::Target) {
+        for (int index = start; index < start + count; ++index) {
+            StoreTarget(parameter, index, nullptr);
+        }
+    }
+    const auto first = parameter.entries.begin() + start;
+    parameter.entries.erase(first, first + count);
+}
+
+BOOL ParamBlock::Sort(
+    ParamID id, const std::function<bool(ReferenceTarget* left, ReferenceTarget* right)>& before) {
+    Parameter* parameter = Find(id);
+    if (!parameter || !parameter->IsTable() || parameter->kind != Kind::Target) {
+        return FALSE;
+    }
+    std::optional<HeldValues> unsorted = SnapshotIfHolding(*parameter);
+    // The same targets in another order: nobody's list of dependents changes.
+    std::stable_sort(parameter->entries.begin(), parameter->entries.end(),
+                     [&](const Value& left, const Value& right) {
+                         return before(std::get<ReferenceTarget*>(left),
+                                       std::get<ReferenceTarget*>(right));
+                     });
+    PutUndo(*parameter, 0, Shape::Changed, std::move(unsorted));
+    TellTableChanged(*parameter, tab_sort, 0, Count(id));
+    TellChanged(*parameter, 0, FOREVER, PART_ALL, REFMSG_CHANGE);
+    return TRUE;
+}
+
+// Undo
+
+ParamBlock::HeldValues ParamBlock::Snapshot(const Parameter& parameter) const {
+    HeldValues values;
+    for (int index = 0; parameter.Has(index); ++index) {
+        if (parameter.kind == Kind::Target) {
+            values.emplace_back(std::make_unique<TargetReference>(Target(parameter, index)));
+            continue;
+        }
+        const Value& value = parameter.entries[static_cast<std::size_t>(index)];
+        if (const int* number = std::get_if<int>(&value)) {
+            values.emplace_back(*number);
+        } else if (const float* fraction = std::get_if<float>(&value)) {
+            values.emplace_back(*fraction);
+        } else {
+            values.emplace_back(std::get<MSTR>(value));
+        }
+    }
+    return values;
+}
+
+std::optional<ParamBlock::HeldValues> ParamBlock::SnapshotIfHolding(
+    const Parameter& parameter) const {
+    return theHold.Holding() ? std::optional(Snapshot(parameter)) : std::nullopt;
+}
+
+void ParamBlock::PutUndo(const Parameter& parameter, int tabIndex, Shape shape,
+                         std::optional<HeldValues> before) {
+    if (before) {
+        theHold.Put(new ParameterRestore(this, parameter.id, tabIndex, shape, std::move(*before)));
+    }
+}
+
+void ParamBlock::Exchange(ParamID id, int tabIndex, Shape shape, HeldValues& values) {
+    Parameter& parameter = *Find(id);
+    const int old = static_cast<int>(parameter.entries.size());
+    const int count = static_cast<int>(values.size());
+    HeldValues current = Snapshot(parameter);
+    if (parameter.kind == Kind::Target) {
+        for (int index = 0; index < old; ++index) {
+            StoreTarget(parameter, index, nullptr);
+        }
+    }
+    parameter.entries.resize(values.size(), Empty(parameter.kind));
+    for (int index = 0; index < count; ++index) {
+        HeldValue& held = values[static_cast<std::size_t>(index)];
+        Value& entry = parameter.entries[static_cast<std::size_t>(index)];
+        if (const auto* target = std::get_if<std::unique_ptr<TargetReference>>(&held)) {
+            StoreTarget(parameter, index, (*target)->Get());
+        } else if (const int* number = std::get_if<int>(&held)) {
+            entry = *number;
+        } else if (const float* fraction = std::get_if<float>(&held)) {
+            entry = *fraction;
+        } else {
+            entry = std::get<MSTR>(held);
+        }
+    }
+    values = std::move(current);
+    if (shape == Shape::Changed) {
+        if (count != old) {
+            TellTableChanged(parameter, tab_setcount, std::min(count, old), std::abs(count - old));
+        } else {
+            TellTableChanged(parameter, tab_sort, 0, count);
+        }
+    }
+    TellChanged(parameter, tabIndex, FOREVER, PART_ALL, REFMSG_CHANGE);
+}
+
+}  // namespace host

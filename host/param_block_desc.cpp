@@ -1,0 +1,159 @@
+// Descriptors of parameter blocks: read from their argument lists, and turned into blocks.
+#include <cassert>
+#include <cstdarg>
+
+#include <iparamb2.h>
+
+#include "host/param_block.h"
+
+namespace {
+
+ParamType2 EntryType(ParamType2 type) {
+    return static_cast<ParamType2>(type & ~TYPE_TAB);
+}
+
+// Takes the argument that a value of the type is passed as; text goes to `text`.
+void TakeValue(ParamType2 type, std::va_list* arguments, PB2Value& value, MSTR& text) {
+    switch (EntryType(type)) {
+        case TYPE_FLOAT:
+        case TYPE_PCNT_FRAC:
+            value.f = static_cast<float>(va_arg(*arguments, double));
+            break;
+        case TYPE_STRING:
+        case TYPE_FILENAME:
+            text = va_arg(*arguments, const MCHAR*);
+            break;
+        case TYPE_INODE:
+        case TYPE_REFTARG:
+            assert(!"a reference has neither a default nor a range");
+            break;
+        default:
+            value.i = va_arg(*arguments, int);
+            break;
+    }
+}
+
+void TakeOption(ParamDef& def, int tag, std::va_list* arguments) {
+    MSTR noText;
+    switch (tag) {
+        case p_default:
+            TakeValue(def.type, arguments, def.def, def.def_text);
+            break;
+        case p_range:
+            def.has_range = true;
+            TakeValue(def.type, arguments, def.range_low, noText);
+            TakeValue(def.type, arguments, def.range_high, noText);
+            break;
+        case p_accessor:
+            def.accessor = va_arg(*arguments, PBAccessor*);
+            break;
+        case p_assetTypeID:
+            def.assetTypeID = va_arg(*arguments, int);
+            break;
+        case p_refno:
+            def.refno = va_arg(*arguments, int);
+            break;
+        default:
+            assert(!"unknown tag in a parameter's definition");
+            break;
+    }
+}
+
+}  // namespace
+
+ParamBlockDesc2::ParamBlockDesc2(BlockID id, const MCHAR* internalName, StringResID /*local_name*/,
+                                 ClassDesc2* classDesc, int blockFlags, ...)
+    : ID(id), int_name(internalName), cd(classDesc), flags(static_cast<USHORT>(blockFlags)) {
+    std::va_list arguments;
+    va_start(arguments, blockFlags);
+    if (flags & P_VERSION) {
+        version_ = static_cast<DWORD>(va_arg(arguments, int));
+    }
+    if (flags & P_AUTO_CONSTRUCT) {
+        ref_no = va_arg(arguments, int);
+    }
+    if ((flags & P_AUTO_UI) && (flags & P_MULTIMAP)) {
+        const int count = va_arg(arguments, int);
+        for (int map = 0; map < count; ++map) {
+            map_spec spec;
+            spec.map_id = static_cast<MapID>(va_arg(arguments, int));
+            spec.dlg_template = va_arg(arguments, int);
+            spec.title = va_arg(arguments, int);
+            spec.test_flags = va_arg(arguments, int);
+            spec.rollup_flags = va_arg(arguments, int);
+            spec.dlgProc = va_arg(arguments, ParamMap2UserDlgProc*);
+            map_specs.push_back(spec);
+        }
+    }
+    [[maybe_unused]] const int end = va_arg(arguments, int);
+    assert(end == p_end);
+    va_end(arguments);
+    if (cd) {
+        cd->AddParamBlockDesc(this);
+    }
+}
+
+void ParamBlockDesc2::AddParam(int id, ...) {
+    assert(IDtoIndex(id) < 0);
+    ParamDef def;
+    def.ID = static_cast<ParamID>(id);
+    std::va_list arguments;
+    va_start(arguments, id);
+    def.int_name = va_arg(arguments, const MCHAR*);
+    def.type = static_cast<ParamType2>(va_arg(arguments, int));
+    if (def.type & TYPE_TAB) {
+        def.tab_size = va_arg(arguments, int);
+    }
+    def.flags = va_arg(arguments, int);
+    va_arg(arguments, int);  // the local name, which only the user sees
+    for (int tag = va_arg(arguments, int); tag != p_end; tag = va_arg(arguments, int)) {
+        TakeOption(def, tag, &arguments);
+    }
+    va_end(arguments);
+    paramdefs_.push_back(def);
+}
+
+void ParamBlockDesc2::ParamOption(int id, int option_tag, ...) {
+    const int index = IDtoIndex(id);
+    assert(index >= 0);
+    std::va_list arguments;
+    va_start(arguments, option_tag);
+    TakeOption(paramdefs_[static_cast<std::size_t>(index)], option_tag, &arguments);
+    va_end(arguments);
+}
+
+int ParamBlockDesc2::IDtoIndex(int id) const {
+    for (std::size_t index = 0; index < paramdefs_.size(); ++index) {
+        if (paramdefs_[index].ID == id) {
+            return static_cast<int>(index);
+        }
+    }
+    return -1;
+}
+
+ParamBlockDesc2* ClassDesc2::GetParamBlockDesc(int index) const {
+    return index >= 0 && index < NumParamBlockDescs()
+               ? descriptors_[static_cast<std::size_t>(index)]
+               : nullptr;
+}
+
+ParamBlockDesc2* ClassDesc2::GetParamBlockDescByID(BlockID id) const {
+    for (ParamBlockDesc2* desc : descriptors_) {
+        if (desc->ID == id) {
+            return desc;
+        }
+    }
+    return nullptr;
+}
+
+void ClassDesc2::MakeAutoParamBlocks(ReferenceMaker* owner) {
+    for (ParamBlockDesc2* desc : descriptors_) {
+        if (!(desc->flags & P_AUTO_CONSTRUCT)) {
+            continue;
+        }
+        auto block = std::make_unique<host::ParamBlock>(*desc, owner);
+        if (owner->ReplaceReference(desc->ref_no, block.get()) == REF_SUCCEED) {
+            static_cast<void>(block.release());
+        }
+    }
+}

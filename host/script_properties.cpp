@@ -1,0 +1,90 @@
+#include "host/script_properties.h"
+
+#include "host/application.h"
+#include "host/host_renderer.h"
+#include "host/text.h"
+
+namespace host {
+namespace {
+
+constexpr std::string_view CURRENT_RENDERER = "renderers.current.";
+
+std::string Key(std::string_view name) {
+    constexpr std::string_view BLANKS = " \t\r\n";
+    const std::size_t first = name.find_first_not_of(BLANKS);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    std::string key(name.substr(first, name.find_last_not_of(BLANKS) - first + 1));
+    for (char& c : key) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return key;
+}
+
+std::optional<FPValue> EvaluateProperty(const MCHAR* script) {
+    const std::string key = Key(ToUtf8(script));
+    if (key.starts_with(CURRENT_RENDERER)) {
+        auto* renderer = dynamic_cast<HostRenderer*>(App().renderer.get());
+        return renderer ? renderer->properties.Evaluate(key.substr(CURRENT_RENDERER.size()))
+                        : std::nullopt;
+    }
+    return App().scripts.Evaluate(key);
+}
+
+}  // namespace
+
+FPValue ScriptInt(int value) {
+    FPValue result;
+    result.type = TYPE_INT;
+    result.i = value;
+    return result;
+}
+
+FPValue ScriptBool(bool value) {
+    FPValue result;
+    result.type = TYPE_BOOL;
+    result.b = value;
+    return result;
+}
+
+FPValue ScriptFloat(float value) {
+    FPValue result;
+    result.type = TYPE_FLOAT;
+    result.f = value;
+    return result;
+}
+
+void ScriptProperties::Set(const std::string& name, FPValue value) {
+    Set(name, [value] { return value; });
+}
+
+void ScriptProperties::Set(const std::string& name, Getter getter) {
+    getters_[Key(name)] = std::move(getter);
+}
+
+void ScriptProperties::Remove(const std::string& name) {
+    getters_.erase(Key(name));
+}
+
+std::optional<FPValue> ScriptProperties::Evaluate(std::string_view expression) const {
+    const auto found = getters_.find(Key(expression));
+    return found == getters_.end() ? std::nullopt : found->second();
+}
+
+}  // namespace host
+
+BOOL ExecuteMAXScriptScript(const MCHAR* script, BOOL quietErrors, FPValue* value) {
+    const std::optional<FPValue> result = host::EvaluateProperty(script);
+    if (!result) {
+        if (!quietErrors) {
+            host::App().log.LogEntry(SYSLOG_ERROR, DISPLAY_DIALOG, _M("MAXScript"),
+                                     _M("Unknown property: %s"), script);
+        }
+        return FALSE;
+    }
+    if (value) {
+        *value = *result;
+    }
+    return TRUE;
+}

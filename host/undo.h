@@ -1,0 +1,52 @@
+// The steps that the user can take back, and the hold in which the next one grows.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include <hold.h>
+#include <strclass.h>
+
+namespace host {
+
+// While a step is taken back or done again nothing is recorded: Begin, Accept and Cancel do
+// nothing, and what is Put is destroyed.
+class UndoStack {
+  public:
+    // A Begin inside another joins the outer hold: the changes become part of the outer step, under
+    // the outer name. Cancel takes back what came since its own Begin.
+    void Begin();
+    void Accept(const MCHAR* name);
+    void Cancel();
+    bool Holding() const { return !marks_.empty() && !restoring_; }
+    // Destroys the change when nothing holds.
+    void Put(std::unique_ptr<RestoreObj> change);
+
+    // The latest step, backwards or forwards; false when there is none, or while holding. A hold
+    // that is accepted with changes in it ends what could be done again.
+    bool Undo();
+    bool Redo();
+    bool CanUndo() const { return !done_.empty(); }
+    bool CanRedo() const { return !undone_.empty(); }
+    // Empty when there is no such step.
+    MSTR UndoName() const { return done_.empty() ? MSTR() : done_.back().name; }
+    MSTR RedoName() const { return undone_.empty() ? MSTR() : undone_.back().name; }
+    // Forgets all steps, and ends a hold without taking anything back.
+    void Clear();
+
+  private:
+    using Changes = std::vector<std::unique_ptr<RestoreObj>>;
+    struct Step {
+        MSTR name;
+        Changes changes;
+    };
+    Changes pending_;
+    // For each Begin that is open, the size of pending_ at its time.
+    std::vector<std::size_t> marks_;
+    std::vector<Step> done_;
+    std::vector<Step> undone_;
+    bool restoring_ = false;
+};
+
+}  // namespace host

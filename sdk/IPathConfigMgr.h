@@ -1,0 +1,20 @@
+// The folders that the host is set up with.
+#pragma once
+
+#include "Path.h"
+
+constexpr int APP_SCENE_DIR = 1;
+constexpr int APP_PLUGCFG_DIR = 9;
+constexpr int APP_RENDER_OUTPUT_DIR = 21;
+
+class IPathConfigMgr {
+  public:
+    // Null when the host has no paths set up.
+    static IPathConfigMgr* GetPathConfigMgr();
+
+    // Absolute; empty for a number that isn't set up.
+    virtual const MCHAR* GetDir(int which) = 0;
+
+  protected:
+    ~IPathConfigMgr() = default;
+};

@@ -1,0 +1,73 @@
+// Bitmaps of the host: pixels, names, and files on disk.
+#pragma once
+
+#include <cstddef>
+
+#include "gbuf.h"
+#include "maxtypes.h"
+
+// Red, green, blue, alpha in 16 bits.
+struct BMM_Color_64 {
+    UWORD r, g, b, a;
+};
+
+// Red, green, blue, alpha as floats; 1.0 is white and values above it are kept.
+struct BMM_Color_fl {
+    float r, g, b, a;
+};
+
+// Bits of BitmapStorage::Flags.
+constexpr DWORD MAP_HAS_ALPHA = 1U << 1;
+
+// Where a bitmap's pixels are. Rows are numbered from 0 at the top.
+class BitmapStorage {
+  public:
+    virtual ~BitmapStorage() = default;
+
+    virtual int Width() = 0;
+    virtual int Height() = 0;
+    // Width of a pixel over its height.
+    virtual float Aspect() = 0;
+    virtual DWORD Flags() = 0;
+    int HasAlpha() { return (Flags() & MAP_HAS_ALPHA) != 0; }
+
+    // `pixels` linear pixels from (x, y) on, premultiplied by alpha as the renderer left them. The
+    // 16-bit form clamps to 0..1 and rounds. Returns 1, or 0 when the row can't be had, and then
+    // leaves `ptr` as it was. A row gives the same pixels however often it is read.
+    virtual int GetLinearPixels(int x, int y, int pixels, BMM_Color_64* ptr) = 0;
+    virtual int GetLinearPixels(int x, int y, int pixels, BMM_Color_fl* ptr) = 0;
+
+    // BMM_CHAN_ bits of the G-Buffer channels that are there.
+    virtual DWORD ChannelsPresent() { return 0; }
+    // Null when the bitmap has none. Owned by the storage.
+    virtual GBuffer* GetGBuffer() { return nullptr; }
+};
+
+class Bitmap {
+  public:
+    // Owned by the bitmap; null for a bitmap whose pixels are not there.
+    virtual BitmapStorage* Storage() = 0;
+    virtual void DeleteThis() = 0;
+
+  protected:
+    virtual ~Bitmap() = default;
+};
+
+// What the host knows of an image file.
+class BitmapInfo {
+  public:
+    // Path and name; empty when none is assigned. Valid until the name changes.
+    virtual const MCHAR* Name() = 0;
+
+  protected:
+    ~BitmapInfo() = default;
+};
+
+constexpr int BMM_FRAME_NUMBER_NONE = -2000000;
+
+// True when the file exists.
+BOOL BMMIsFile(const MCHAR* filename);
+
+// Puts the frame number before the extension, with at least four digits ("a.psd", 7: "a0007.psd").
+// `nameout` holds `size` units. False, with `nameout` empty, when the name doesn't fit.
+bool BMMCreateNumberedFilename(const MCHAR* namein, int frame, MCHAR* nameout, std::size_t size);

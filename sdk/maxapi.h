@@ -1,0 +1,77 @@
+// The host's core interface: the render settings, the scene's effects, and what the user is asked.
+#pragma once
+
+#include "bitmap.h"
+#include "log.h"
+#include "render.h"
+
+class Effect;
+
+// What Interface::GetRendTimeType says is rendered.
+enum : int {
+    REND_TIMESINGLE = 0,
+    REND_TIMESEGMENT = 1,
+    REND_TIMERANGE = 2,
+    REND_TIMEPICKUP = 3,
+};
+
+// Whether the render in hand is only a preview, which no effect should save.
+class IRenderPreviewState {
+  public:
+    virtual bool IsPreview() = 0;
+
+  protected:
+    ~IRenderPreviewState() = default;
+};
+
+class IRenderPreviewQuery {
+  public:
+    virtual IRenderPreviewState* GetState() = 0;
+
+  protected:
+    ~IRenderPreviewQuery() = default;
+};
+
+// Interface::GetInterface's id of IRenderPreviewQuery.
+constexpr DWORD RENDER_PREVIEW_QUERY_INTERFACE = 0xdae01000;
+
+class Interface {
+  public:
+    // Null for an interface that the host doesn't have.
+    virtual void* GetInterface(DWORD id) = 0;
+
+    virtual LogSys* Log() = 0;
+    // True when nobody is there to answer a box.
+    virtual BOOL GetQuietMode(BOOL checkServerMode = TRUE) = 0;
+    virtual TimeValue GetTime() = 0;
+    // Name of the scene's file without its folder; empty for a scene that was never saved.
+    virtual const MCHAR* GetCurFileName() = 0;
+    // The host's main window; null without windows.
+    virtual HWND GetMAXHWnd() = 0;
+
+    // Null when none is assigned.
+    virtual Renderer* GetCurrentRenderer() = 0;
+    virtual int GetRendTimeType() = 0;
+    // Added to the frame number in file names, for a segment or a range.
+    virtual int GetRendFileNumberBase() = 0;
+    virtual int GetRendWidth() = 0;
+    virtual int GetRendHeight() = 0;
+    // The file that the frame itself goes to, and whether it is written.
+    virtual BitmapInfo& GetRendFileBI() = 0;
+    virtual BOOL GetRendSaveFile() = 0;
+    virtual void SetRendSaveFile(BOOL on) = 0;
+    // Whether render effects run at all.
+    virtual BOOL GetRendEffects() = 0;
+
+    virtual int NumEffects() = 0;
+    virtual Effect* GetEffect(int index) = 0;
+
+    virtual void AbortRender() = 0;
+    virtual BOOL CheckForRenderAbort() = 0;
+
+  protected:
+    ~Interface() = default;
+};
+
+// The host's own; lives as long as the process.
+Interface* GetCOREInterface();

@@ -1,0 +1,40 @@
+// Scalar types of the host, and its clock.
+#pragma once
+
+#include <cstdint>
+
+using BYTE = std::uint8_t;
+using UBYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using UWORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using UINT = std::uint32_t;
+// 32 bits on every platform, as on 64-bit Windows.
+using ULONG = std::uint32_t;
+using BOOL = int;
+using USHORT = std::uint16_t;
+
+#ifndef TRUE
+#define TRUE 1
+#define FALSE 0
+#endif
+
+// UTF-16 code units everywhere, so that every length limit means the same.
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the host's and the system's.
+#ifdef _WIN32
+using MCHAR = wchar_t;
+#define _M(text) L##text
+#else
+using MCHAR = char16_t;
+#define _M(text) u##text
+#endif
+
+// A handle of the window system; null where there is none.
+using HWND = struct HWND__*;
+// NOLINTEND(bugprone-reserved-identifier)
+
+// Ticks of 1/4800 second.
+using TimeValue = int;
+
+// Ticks a frame at the scene's frame rate; above 0.
+int GetTicksPerFrame();

@@ -1,0 +1,130 @@
+#include "host/image_bitmap.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+
+namespace {
+
+constexpr host::ImageFormat TWO_BY_TWO{2, 2};
+constexpr float INF = std::numeric_limits<float>::infinity();
+constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+
+host::Owned<host::ImageBitmap> Floats() {
+    return host::ImageBitmap::FromFloat(TWO_BY_TWO,
+                                        {0.0F, 0.25F, 0.5F, 1.0F,                                 //
+                                         -1.0F, 2.0F, NOT_A_NUMBER, INF, 0.1F, 0.2F, 0.3F, 0.4F,  //
+                                         5.0F, 6.0F, 7.0F, 8.0F});
+}
+
+std::array<int, 4> Units(const BMM_Color_64& pixel) {
+    return {pixel.r, pixel.g, pixel.b, pixel.a};
+}
+std::array<float, 4> Units(const BMM_Color_fl& pixel) {
+    return {pixel.r, pixel.g, pixel.b, pixel.a};
+}
+
+TEST(ImageBitmap, SixteenBitRowsAreClampedAndRounded) {
+    const auto bitmap = Floats();
+    std::array<BMM_Color_64, 2> row{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 0, 2, row.data()), 1);
+    EXPECT_EQ(Units(row[0]), (std::array{0, 16384, 32768, 65535}));
+    EXPECT_EQ(Units(row[1]), (std::array{0, 65535, 0, 65535}));
+}
+
+TEST(ImageBitmap, FloatRowsAreAsTheyAre) {
+    const auto bitmap = Floats();
+    std::array<BMM_Color_fl, 2> row{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 1, 2, row.data()), 1);
+    EXPECT_EQ(Units(row[0]), (std::array{0.1F, 0.2F, 0.3F, 0.4F}));
+    EXPECT_EQ(Units(row[1]), (std::array{5.0F, 6.0F, 7.0F, 8.0F}));
+}
+
+TEST(ImageBitmap, HalfsKeepTheirValues) {
+    // 1.0, 0.5, 65504 (the largest), the smallest denormal
+    const auto bitmap = host::ImageBitmap::FromHalf({1, 1}, {0x3c00, 0x3800, 0x7bff, 0x0001});
+    BMM_Color_fl floats{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 0, 1, &floats), 1);
+    EXPECT_EQ(Units(floats), (std::array{1.0F, 0.5F, 65504.0F, 0x1p-24F}));
+    BMM_Color_64 units{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 0, 1, &units), 1);
+    EXPECT_EQ(Units(units), (std::array{65535, 32768, 65535, 0}));
+}
+
+TEST(ImageBitmap, SixteenBitPixelsAreKeptAndScaledToFloats) {
+    const auto bitmap = host::ImageBitmap::FromUnsigned16({1, 1}, {0, 1, 32768, 65535});
+    BMM_Color_64 units{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 0, 1, &units), 1);
+    EXPECT_EQ(Units(units), (std::array{0, 1, 32768, 65535}));
+    BMM_Color_fl floats{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 0, 1, &floats), 1);
+    EXPECT_EQ(Units(floats), (std::array{0.0F, 1.0F / 65535.0F, 32768.0F / 65535.0F, 1.0F}));
+}
+
+TEST(ImageBitmap, APartOfARowStartsAtItsPixel) {
+    const auto bitmap = Floats();
+    BMM_Color_fl pixel{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(1, 1, 1, &pixel), 1);
+    EXPECT_EQ(Units(pixel), (std::array{5.0F, 6.0F, 7.0F, 8.0F}));
+}
+
+struct Span {
+    int x, y, pixels;
+};
+
+TEST(ImageBitmap, ASpanOutsideTheImageGivesNothingAndWritesNothing) {
+    const auto bitmap = Floats();
+    constexpr int LARGE = std::numeric_limits<int>::max();
+    constexpr int SMALL = std::numeric_limits<int>::min();
+    for (const Span& span :
+         {Span{0, -1, 2}, Span{0, 2, 2}, Span{-1, 0, 2}, Span{1, 0, 2}, Span{2, 0, 1},
+          Span{0, 0, 3}, Span{0, 0, 0}, Span{0, 0, -1}, Span{1, 0, LARGE}, Span{LARGE, 0, 1},
+          Span{SMALL, 0, 1}, Span{0, SMALL, 1}, Span{0, 0, SMALL}}) {
+        std::array<BMM_Color_64, 3> units{};
+        units.fill({9, 9, 9, 9});
+        std::array<BMM_Color_fl, 3> floats{};
+        floats.fill({9, 9, 9, 9});
+        EXPECT_EQ(bitmap->Storage()->GetLinearPixels(span.x, span.y, span.pixels, units.data()), 0);
+        EXPECT_EQ(bitmap->Storage()->GetLinearPixels(span.x, span.y, span.pixels, floats.data()),
+                  0);
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            EXPECT_EQ(Units(units[i]), (std::array{9, 9, 9, 9}));
+            EXPECT_EQ(Units(floats[i]), (std::array{9.0F, 9.0F, 9.0F, 9.0F}));
+        }
+    }
+}
+
+TEST(ImageBitmap, ARowWritesOnlyItsPixels) {
+    const auto bitmap = Floats();
+    std::array<BMM_Color_64, 2> units{};
+    units[1] = {9, 9, 9, 9};
+    bitmap->Storage()->GetLinearPixels(0, 0, 1, units.data());
+    EXPECT_EQ(Units(units[1]), (std::array{9, 9, 9, 9}));
+}
+
+TEST(ImageBitmap, TheStorageTellsItsFormat) {
+    const auto bitmap =
+        host::ImageBitmap::FromUnsigned16({3, 1, false, 1.5F}, std::vector<std::uint16_t>(12));
+    BitmapStorage* storage = bitmap->Storage();
+    EXPECT_EQ(storage->Width(), 3);
+    EXPECT_EQ(storage->Height(), 1);
+    EXPECT_EQ(storage->Aspect(), 1.5F);
+    EXPECT_FALSE(storage->HasAlpha());
+    EXPECT_TRUE(Floats()->Storage()->HasAlpha());
+    EXPECT_EQ(storage->ChannelsPresent(), 0U);
+    EXPECT_EQ(storage->GetGBuffer(), nullptr);
+}
+
+TEST(ImageBitmap, TheBufferMustFitTheFormat) {
+    EXPECT_TRUE(host::ImageBitmap::FromFloat({2, 1}, std::vector<float>(8)));
+    EXPECT_FALSE(host::ImageBitmap::FromFloat({2, 1}, std::vector<float>(7)));
+    EXPECT_FALSE(host::ImageBitmap::FromFloat({2, 1}, std::vector<float>(9)));
+    EXPECT_FALSE(host::ImageBitmap::FromFloat({2, 1}, std::vector<float>(16)));
+    EXPECT_FALSE(host::ImageBitmap::FromHalf({0, 1}, {}));
+    EXPECT_FALSE(host::ImageBitmap::FromHalf({-1, -1}, std::vector<std::uint16_t>(4)));
+    EXPECT_FALSE(
+        host::ImageBitmap::FromUnsigned16({1, 1, true, 0.0F}, std::vector<std::uint16_t>(4)));
+}
+
+}  // namespace
