@@ -1,0 +1,182 @@
+// One frame, from the host's call to the closed file.
+#include <maxapi.h>
+
+#include <boost/make_shared.hpp>
+#include <new>
+#include <string_view>
+
+#include "effect/empty_filters.h"
+#include "effect/frame.h"
+#include "effect/id_bounds.h"
+#include "effect/layer_stack.h"
+#include "effect/merged_image.h"
+#include "effect/output_file.h"
+#include "effect/psd_output.h"
+#include "effect/renderer_kinds.h"
+#include "effect/write_progress.h"
+#include "plugin/parameters.h"
+#include "psdfile/stream_state.h"
+#include "sources/solid_color_channel.h"
+
+namespace effect {
+namespace {
+
+// Pixels a side that the smaller format holds.
+constexpr int largestPSDSide = 30000;
+
+struct FrameSize {
+    std::uint16_t width = 0;
+    std::uint16_t height = 0;
+    float aspect = 1.0F;
+};
+
+FrameSize SizeOf(Bitmap* bm, const RenderGlobalContext& gc) {
+    const auto side = [](int pixels) { return static_cast<std::uint16_t>(pixels); };
+    if (!bm) return {side(gc.devWidth), side(gc.devHeight), gc.devAspect};
+    BitmapStorage* storage = bm->Storage();
+    if (!storage) return {0, 0, 0.0F};
+    return {side(storage->Width()), side(storage->Height()), storage->Aspect()};
+}
+
+bool UserAborts(CheckAbortCallback* cb, const RenderGlobalContext* gc) {
+    if (!cb || !cb->Check()) return false;
+    // V-Ray answers for itself with "abort" when its own window is closed; the host knows better.
+    return !(gc && IsClass(gc->renderer, vrayClassID) &&
+             !GetCOREInterface()->CheckForRenderAbort());
+}
+
+// For its lifetime a class A renderer of the frame is replaced by the class B one that is current.
+class RendererSwap {
+  public:
+    explicit RendererSwap(RenderGlobalContext& context) : gc(context), frameRenderer(gc.renderer) {
+        Renderer* current = GetCOREInterface()->GetCurrentRenderer();
+        if (IsClass(current, rendererClassB) && IsClass(frameRenderer, rendererClassA)) {
+            gc.renderer = current;
+        }
+    }
+    RendererSwap(const RendererSwap&) = delete;
+    RendererSwap& operator=(const RendererSwap&) = delete;
+    ~RendererSwap() { gc.renderer = frameRenderer; }
+
+  private:
+    RenderGlobalContext& gc;
+    Renderer* frameRenderer;
+};
+
+bool EndsInPSB(const MSTR& name) {
+    constexpr std::basic_string_view<MCHAR> suffix = _M(".psb");
+    const std::basic_string_view<MCHAR> text = name.data();
+    if (text.size() < suffix.size()) return false;
+    const auto end = text.substr(text.size() - suffix.size());
+    for (std::size_t i = 0; i < suffix.size(); ++i) {
+        const MCHAR letter = end[i] >= _M('A') && end[i] <= _M('Z')
+                                 ? static_cast<MCHAR>(end[i] - _M('A') + _M('a'))
+                                 : end[i];
+        if (letter != suffix[i]) return false;
+    }
+    return true;
+}
+
+// The file's compression code, by depth: raw, RLE, ZIP, or ZIP with prediction.
+std::uint16_t CompressionCode(bool compressed, int bitDepth) {
+    if (!compressed) return 0;
+    if (bitDepth == 8) return 1;
+    return bitDepth == 16 ? 2 : 3;
+}
+
+void LogFileError(const MCHAR* format, const MSTR& name) {
+    GetCOREInterface()->Log()->LogEntry(SYSLOG_ERROR, DISPLAY_DIALOG, messageTitle, format,
+                                        name.data());
+}
+
+void SetLargeFormat(OutputFile& stream) {
+    psdfile::PSBMode(stream) = 1;
+}
+
+// Writes the document anew, in the large format, under the same name.
+void ResaveLarge(OutputFile& stream, psdbuilder::PSDBuilder& builder, const MSTR& name) {
+    stream.Close();
+    GetCOREInterface()->Log()->LogEntry(
+        SYSLOG_WARN, DISPLAY_DIALOG, messageTitle,
+        _M("Could not save as PSD (file size limit of 2 GB was exceeded). "
+           "Now resaving as PSB (Large Document Format). "
+           "Please change veltrane file format to PSB once render is finished."));
+    psdfile::FileTooLarge(stream) = 0;
+    if (!stream.Open(name)) {
+        stream.setstate(std::ios_base::badbit);
+        return;
+    }
+    SetLargeFormat(stream);
+    builder.doc->version = 2;
+    builder.Write(stream);
+}
+
+}  // namespace
+
+void PSDOutput::Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbortCallback* cb) {
+    if (UserAborts(cb, gc)) return;
+    if (cb) cb->Progress(0, 1);
+    if (!frameActive || !saveArmed || !gc) return;
+    const RendererSwap swap(*gc);
+    // Each half of a frame of fields comes on its own; only the whole frame is saved.
+    if (IsClass(gc->renderer, rendererClassA) && gc->fieldRender && gc->evenLines) return;
+    MSTR name;
+    if (!ResolveOutputFileName(name, true, t)) return;
+    try {
+        SaveFrame(name, bm, *gc, cb);
+    } catch (const std::bad_alloc&) {
+        LogFileError(_M("Not enough memory to write %s."), name);
+    }
+}
+
+void PSDOutput::SaveFrame(const MSTR& name, Bitmap* bm, const RenderGlobalContext& gc,
+                          CheckAbortCallback* cb) {
+    OutputFile stream;
+    if (!stream.Open(name)) {
+        LogFileError(_M("Could not open/create %s."), name);
+        return;
+    }
+    const FrameSize size = SizeOf(bm, gc);
+    const bool isPSB =
+        EndsInPSB(name) || size.width > largestPSDSide || size.height > largestPSDSide;
+    if (isPSB) SetLargeFormat(stream);
+    CollectIDBounds(bm);
+
+    const int bitDepth = pblock->GetInt("bitDepth"_param);
+    const int compatibility = pblock->GetInt("compatibility"_param);
+    using Solid = sources::SolidColorChannelImageSource;
+    blackSource = boost::make_shared<Solid>(std::uint8_t{0}, size.width);
+    whiteSource = boost::make_shared<Solid>(std::uint8_t{255}, size.width);
+    const Frame frame{{bm},
+                      *pblock,
+                      DecideColors(*pblock),
+                      pblock->GetInt("premultipliedAlpha"_param) != 0,
+                      size.width,
+                      size.height,
+                      blackSource,
+                      whiteSource};
+
+    PSDOutputWriteProgressCallback progress(cb);
+    psdbuilder::PSDBuilder builder(
+        size.width, size.height, static_cast<std::uint8_t>(bitDepth),
+        pblock->GetFloat("resolution"_param), size.aspect,
+        CompressionCode(pblock->GetInt("compression"_param) != 0, bitDepth), isPSB ? 2 : 1,
+        compatibility == 2);
+    builder.doc->progress = &progress;
+    if (compatibility != 0) {
+        BuildMergedImage(builder, frame);
+    } else {
+        BuildBlankMergedImage(builder, frame);
+    }
+    RunLayerStack(builder, frame);
+    if (IsFilterOn(*pblock, "filterEmptyLayerSets"_param)) {
+        psdbuilder::RemoveEmptyLayerSets(*builder.doc);
+    }
+
+    builder.Write(stream);
+    if (!isPSB && psdfile::FileTooLarge(stream)) ResaveLarge(stream, builder, name);
+    stream.Close();
+    if (stream.bad()) LogFileError(_M("Error writing to %s."), name);
+}
+
+}  // namespace effect

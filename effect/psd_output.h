@@ -1,0 +1,104 @@
+// The render effect: decides whether a frame is saved, and turns a rendered frame into a layered
+// document on disk.
+//
+// One render is RenderBegin, then for each frame the two frame notifications around the rendering
+// and Apply after it, then RenderEnd. A check that fails in RenderBegin never stops the render: no
+// file is made, and the host's log tells why. Everything runs on the thread on which the host
+// calls.
+#pragma once
+
+#include <iparamb2.h>
+#include <notify.h>
+#include <sfx.h>
+#include <strclass.h>
+
+#include <boost/shared_ptr.hpp>
+#include <cstdint>
+
+#include "effect/warning_switches.h"
+#include "psdfile/channel_source.h"
+
+namespace effect {
+
+constexpr Class_ID psdOutputClassID{0x70068609, 0x01d5d297};
+
+// Title of every box and log line.
+constexpr const MCHAR* messageTitle = _M("veltrane");
+
+class PSDOutput : public Effect8 {
+  public:
+    // `descriptor` makes the parameter block (reference 0). It must outlive the object.
+    PSDOutput(ClassDesc2& descriptor, ReadWarningSwitches readSwitches);
+
+    Class_ID ClassID() override { return psdOutputClassID; }
+    int NumParamBlocks() override { return 2; }
+    IParamBlock2* GetParamBlock(int number) override;
+    IParamBlock2* GetParamBlockByID(BlockID id) override;
+
+    int NumRefs() override { return 2; }
+    RefTargetHandle GetReference(int number) override;
+    RefResult NotifyRefChanged(const Interval& changeInt, RefTargetHandle hTarget, PartID& partID,
+                               RefMessage message, BOOL propagate) override;
+
+    int RenderBegin(TimeValue t, ULONG flags) override;
+    int RenderEnd(TimeValue t) override;
+    DWORD GBufferChannelsRequired(TimeValue t) override;
+    void Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbortCallback* cb) override;
+    bool SupportsBitmap(Bitmap& bitmap) override;
+
+    // The document's path for the frame at `t`, absolute; with `numbered` it has the frame's number
+    // when more than one frame is rendered. False, with `name` as far as it got, when there is
+    // none.
+    bool ResolveOutputFileName(MSTR& name, bool numbered, TimeValue t);
+
+    IParamBlock2* pblock = nullptr;
+    // Starting point of the file dialog; the definition of `filename` points at it. Units with the
+    // terminator.
+    MCHAR filenameField[260] = {};
+    // How the name is shown where there is little room; empty makes the dialog work it out anew.
+    MSTR shortFilename;
+
+  protected:
+    ~PSDOutput() override;
+    void SetReference(int number, RefTargetHandle target) override;
+
+  private:
+    void LeaveFileDialog();
+
+    static void OnNotification(void* effect, NotifyInfo* info);
+    void BeforeRender();
+    void AfterRender();
+    void BeforeFrame(const RenderGlobalContext* gc);
+    void AfterFrame(RenderGlobalContext* gc);
+
+    // Whether the checks of RenderBegin let the render be saved. They ask and log as they go.
+    bool MayBeSaved(TimeValue t);
+    bool CheckVRayFrameBuffer(bool silent);
+    bool CheckFilenameIsAssigned();
+    void WarnOfMissingGBuffer(bool samplerWarningSilent, TimeValue t);
+    bool CheckRenderOutputFilename();
+    bool CheckOutputFile(TimeValue t);
+
+    void SaveFrame(const MSTR& name, Bitmap* bm, const RenderGlobalContext& gc,
+                   CheckAbortCallback* cb);
+
+    ReadWarningSwitches readWarningSwitches;
+    IParamBlock2* secondBlock = nullptr;
+    // A frame notification came: Apply is called for a frame of a render.
+    bool frameActive = false;
+    // All checks of RenderBegin were passed.
+    bool saveArmed = false;
+    // Cleared for the rest of the session in the overwrite dialog.
+    bool confirmOverwrite = true;
+    // The host's render-to-file switch is on only because this effect turned it on.
+    bool forcedSaveFile = false;
+    // Tick at a frame's start, then the frame's duration.
+    std::uint32_t renderMilliseconds = 0;
+    // What the frame goes to, for a renderer that doesn't call Apply itself. Not owned.
+    Bitmap* outputBitmap = nullptr;
+    // Solid 0 and 255 in the frame's width, shared by many layers.
+    psdfile::PSDChannelImageDataSourcePtr blackSource;
+    psdfile::PSDChannelImageDataSourcePtr whiteSource;
+};
+
+}  // namespace effect

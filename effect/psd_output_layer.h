@@ -1,0 +1,43 @@
+// The settings of one render element: whether and how it goes into the document.
+#pragma once
+
+#include <iparamb2.h>
+
+namespace effect {
+
+constexpr Class_ID psdOutputLayerClassID{0x347c6bc4, 0x153540b4};
+
+class PSDOutputLayer : public ReferenceTarget {
+  public:
+    // `descriptor` makes the parameter block (reference 0). It must outlive the object.
+    explicit PSDOutputLayer(ClassDesc2& descriptor);
+
+    Class_ID ClassID() override { return psdOutputLayerClassID; }
+    SClass_ID SuperClassID() override { return REF_TARGET_CLASS_ID; }
+    int NumParamBlocks() override { return 1; }
+    IParamBlock2* GetParamBlock(int number) override { return number == 0 ? pblock : nullptr; }
+    IParamBlock2* GetParamBlockByID(BlockID id) override;
+
+    int NumRefs() override { return 2; }
+    RefTargetHandle GetReference(int number) override;
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
+                               BOOL) override {
+        return REF_SUCCEED;
+    }
+
+    // Gives the layer a blend mode that a 32-bit document has: Screen becomes Linear Dodge, every
+    // other mode that is missing there Normal.
+    void PrepareFor32Bits();
+
+    IParamBlock2* pblock = nullptr;
+
+  protected:
+    ~PSDOutputLayer() override { DeleteAllRefsFromMe(); }
+    void SetReference(int number, RefTargetHandle target) override;
+
+  private:
+    // Reference 1, through the parameter of the same name.
+    ReferenceTarget* renderElement = nullptr;
+};
+
+}  // namespace effect

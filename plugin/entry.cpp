@@ -1,0 +1,36 @@
+#include "plugin/entry.h"
+
+#include "plugin/class_descriptors.h"
+#include "psdfile/deflate_functions.h"
+
+const MCHAR* LibDescription() {
+    return _M("veltrane");
+}
+
+int LibNumberClasses() {
+    return static_cast<int>(plugin::ClassDescriptors().size());
+}
+
+ClassDesc* LibClassDesc(int number) {
+    const auto descriptors = plugin::ClassDescriptors();
+    const bool known = number >= 0 && number < LibNumberClasses();
+    return known ? descriptors[static_cast<std::size_t>(number)] : nullptr;
+}
+
+// Release 21000, API 52, SDK revision 0.
+ULONG LibVersion() {
+    return 0x52083400;
+}
+
+namespace plugin {
+
+std::span<const parameters::Row> EffectParameters() {
+    return parameters::effectRows;
+}
+
+void UseDeflate(int (*deflateInit2)(z_streamp, int, int, int, int, int, const char*, int),
+                int (*deflate)(z_streamp, int), int (*deflateEnd)(z_streamp)) {
+    psdfile::SetDeflateFunctions({deflateInit2, deflate, deflateEnd});
+}
+
+}  // namespace plugin

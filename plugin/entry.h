@@ -1,0 +1,32 @@
+// What the library offers: the four entry points that the host calls, and for a host of our own the
+// table of parameters and the choice of the deflate implementation.
+#pragma once
+
+#include <plugapi.h>
+#include <zlib.h>
+
+#include <span>
+
+#include "plugin/parameters.h"
+
+// Never null.
+const MCHAR* LibDescription();
+int LibNumberClasses();
+// Null for a number that is no class.
+ClassDesc* LibClassDesc(int number);
+// The host's version word that the library was made for.
+ULONG LibVersion();
+
+namespace plugin {
+
+std::span<const parameters::Row> EffectParameters();
+
+// Puts other functions of zlib's signatures behind every ZIP-compressed channel from now on. Their
+// output must be one zlib stream of the window that deflateInit2_ was asked for. No pointer may be
+// null.
+void UseDeflate(int (*deflateInit2)(z_streamp stream, int level, int method, int windowBits,
+                                    int memLevel, int strategy, const char* version,
+                                    int streamSize),
+                int (*deflate)(z_streamp stream, int flush), int (*deflateEnd)(z_streamp stream));
+
+}  // namespace plugin

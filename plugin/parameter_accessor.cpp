@@ -1,0 +1,117 @@
+#include "plugin/parameter_accessor.h"
+
+#include <IPathConfigMgr.h>
+#include <maxapi.h>
+#include <maxheap.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "effect/psd_output.h"
+#include "effect/psd_output_layer.h"
+#include "plugin/parameters.h"
+
+namespace plugin {
+namespace {
+
+// Null for an owner that is no PSDOutput, which counts as no owner.
+effect::PSDOutput* OwnerAsEffect(ReferenceMaker* owner) {
+    const bool isEffect = owner && owner->ClassID() == effect::psdOutputClassID;
+    return isEffect ? static_cast<effect::PSDOutput*>(owner) : nullptr;
+}
+
+// Frees the old text. Without memory the old text stays.
+void ReplaceText(PB2Value& v, const MCHAR* text) {
+    const std::size_t bytes = (std::basic_string_view<MCHAR>(text).size() + 1) * sizeof(MCHAR);
+    auto* copy = static_cast<MCHAR*>(MAX_malloc(bytes));
+    if (!copy) return;
+    std::memcpy(copy, text, bytes);
+    MAX_free(v.s);
+    v.s = copy;
+}
+
+MaxSDK::Util::Path DefaultOutputPath() {
+    IPathConfigMgr* paths = IPathConfigMgr::GetPathConfigMgr();
+    MaxSDK::Util::Path path(paths ? paths->GetDir(APP_RENDER_OUTPUT_DIR) : nullptr);
+    path.AddTrailingBackslash();
+    MSTR scene;
+    SplitFilename(MSTR(GetCOREInterface()->GetCurFileName()), nullptr, &scene, nullptr);
+    if (scene.isNull()) scene = MSTR(_M("Untitled"));
+    return MaxSDK::Util::Path(MSTR(path.GetCStr()) + scene + _M(".psd"));
+}
+
+// The path that stands for what was given; as given where it names no file.
+MSTR NormalFilename(const MSTR& given) {
+    if (given.isNull()) return MSTR(DefaultOutputPath().GetCStr());
+    MaxSDK::Util::Path absolute(given);
+    absolute.ConvertToAbsolute();
+    MaxSDK::Util::Path leaf = absolute;
+    leaf.StripToLeaf();
+    return leaf.IsEmpty() ? given : MSTR(absolute.GetCStr());
+}
+
+// The file dialog of `filename` starts at the owner's present path.
+void StartFileDialogAt(effect::PSDOutput& owner, const MSTR& name) {
+    const std::basic_string_view<MCHAR> text = name.data();
+    const std::size_t length = std::min(text.size(), std::size(owner.filenameField) - 1);
+    std::copy_n(text.begin(), length, owner.filenameField);
+    owner.filenameField[length] = 0;
+    owner.pblock->GetDesc()->GetParamDef("filename"_param).init_file = owner.filenameField;
+}
+
+void NormalizeFilename(PB2Value& v, effect::PSDOutput* owner) {
+    if (owner) owner->shortFilename = MSTR();
+    if (!v.s) return;
+    const MSTR name = NormalFilename(MSTR(v.s));
+    ReplaceText(v, name);
+    if (owner && owner->pblock) StartFileDialogAt(*owner, name);
+}
+
+void PrepareLayersFor32Bits(IParamBlock2& pblock) {
+    for (ParamID list : {"layersProduction"_param, "layersSecondary"_param}) {
+        for (int i = 0; i < pblock.Count(list); ++i) {
+            ReferenceTarget* target = pblock.GetReferenceTarget(list, 0, i);
+            if (target && target->ClassID() == effect::psdOutputLayerClassID) {
+                static_cast<effect::PSDOutputLayer*>(target)->PrepareFor32Bits();
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void PSDOutputPBAccessor::Get(PB2Value& v, ReferenceMaker* owner, ParamID id, int, TimeValue,
+                              Interval&) {
+    effect::PSDOutput* output = OwnerAsEffect(owner);
+    // A path that was never set comes as the empty text, and stays it: that no file is assigned must
+    // be seen. Only setting the empty text asks for the default.
+    if (id == "filename"_param && v.s && *v.s) NormalizeFilename(v, output);
+    if (id == "usePS7Extensions"_param) v.i = TRUE;
+    if (id == "legacyBitDepth"_param && output && output->pblock) {
+        v.i = output->pblock->GetInt("bitDepth"_param) == 8 ? 8 : 16;
+    }
+}
+
+void PSDOutputPBAccessor::Set(PB2Value& v, ReferenceMaker* owner, ParamID id, int, TimeValue) {
+    effect::PSDOutput* output = OwnerAsEffect(owner);
+    if (id == "filename"_param) NormalizeFilename(v, output);
+    if (id == "bitDepth"_param && v.i == 32 && output && output->pblock) {
+        PrepareLayersFor32Bits(*output->pblock);
+    }
+}
+
+void PSDOutputPBAccessor::TabChanged(tab_changes changeCode, Tab<PB2Value>*, ReferenceMaker* owner,
+                                     ParamID id, int tabIndex, int) {
+    effect::PSDOutput* output = OwnerAsEffect(owner);
+    // The first entry stays behind as a null, which every reader of the list copes with.
+    if (changeCode != tab_ref_deleted || tabIndex < 1 || !output || !output->pblock) return;
+    output->pblock->Delete(id, tabIndex, 1);
+}
+
+PSDOutputPBAccessor& EffectAccessor() {
+    static PSDOutputPBAccessor accessor;
+    return accessor;
+}
+
+}  // namespace plugin

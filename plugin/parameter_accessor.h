@@ -1,0 +1,24 @@
+// Sees the effect's marked parameters on their way in and out of the block.
+#pragma once
+
+#include <iparamb2.h>
+
+namespace plugin {
+
+// filename: made absolute; the empty text becomes a path by default.
+// usePS7Extensions, legacyBitDepth: answered from the present.
+// bitDepth: at 32 the layers' blend modes are replaced that 32-bit documents don't have.
+// The tables of layers: an entry goes when its layer is deleted, all but the first.
+class PSDOutputPBAccessor : public PBAccessor {
+  public:
+    void Get(PB2Value& v, ReferenceMaker* owner, ParamID id, int tabIndex, TimeValue t,
+             Interval& valid) override;
+    void Set(PB2Value& v, ReferenceMaker* owner, ParamID id, int tabIndex, TimeValue t) override;
+    void TabChanged(tab_changes changeCode, Tab<PB2Value>* tab, ReferenceMaker* owner, ParamID id,
+                    int tabIndex, int count) override;
+};
+
+// The one instance.
+PSDOutputPBAccessor& EffectAccessor();
+
+}  // namespace plugin

@@ -1,0 +1,661 @@
+#include <gamma.h>
+
+#include <csignal>
+#include <cstring>
+#include <stdexcept>
+
+#ifndef _WIN32
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
+#include "effect/id_bounds.h"
+#include "effect/renderer_kinds.h"
+#include "effect/write_progress.h"
+#include "tests/documents/section_walker.h"
+#include "tests/effect/effect_fixture.h"
+
+namespace {
+
+using psdfile::WalkDocument;
+using psdfile::WalkedDocument;
+using psdfile::WalkedLayer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+constexpr Class_ID scanline{0x00000001, 0x00000000};
+
+class Apply : public EffectTest {
+  protected:
+    Apply() {
+        UseRenderer(scanline);
+        gammaMgr.enable = FALSE;
+    }
+
+    // A frame as RenderBegin and the notification leave it, ready for Apply.
+    void Begin() {
+        effect->RenderBegin(time, 0);
+        context.renderer = frameRenderer ? frameRenderer : Host().renderer.get();
+        host::Broadcast(NOTIFY_PRE_RENDERFRAME, &context);
+    }
+
+    WalkedDocument Saved(const char* name = "frame.psd", bool psb = false) {
+        return WalkDocument(FileBytes(File(name)), psb);
+    }
+    WalkedDocument Save(Bitmap* bitmap) {
+        RenderFrame(bitmap);
+        return Saved();
+    }
+
+    static std::string Resource(const WalkedDocument& document, int id) {
+        for (const psdfile::WalkedResource& resource : document.resources) {
+            if (resource.id == id) return resource.data;
+        }
+        return "absent";
+    }
+    // The sample of pixel (x, y), of big-endian samples.
+    static int Sample(const std::string& pixels, int bytes, int width, int x, int y) {
+        int sample = 0;
+        for (int i = 0; i < bytes; ++i) {
+            sample =
+                sample << 8 | static_cast<unsigned char>(
+                                  pixels[static_cast<std::size_t>((y * width + x) * bytes + i)]);
+        }
+        return sample;
+    }
+};
+
+TEST_F(Apply, SavesTheFrameAsALayerOverTheMergedImage) {
+    const auto frame = Image(3, 2);
+    const WalkedDocument document = Save(frame.get());
+    EXPECT_FALSE(document.psb);
+    EXPECT_EQ(document.width, 3);
+    EXPECT_EQ(document.height, 2);
+    EXPECT_EQ(document.depth, 16);
+    EXPECT_EQ(document.channelCount, 4) << "red, green, blue and transparency";
+    EXPECT_TRUE(document.mergedTransparency);
+    ASSERT_EQ(document.layers.size(), 1U);
+    const WalkedLayer& layer = document.layers[0];
+    EXPECT_EQ(layer.name, "Render");
+    EXPECT_EQ(layer.blendKey, "norm");
+    EXPECT_EQ(layer.flags, 0);
+    EXPECT_TRUE(layer.hasMask);
+    ASSERT_EQ(layer.channels.size(), 5U);
+    for (std::size_t i = 0; i < 5; ++i) {
+        const int id = layer.channels[i].id;
+        EXPECT_EQ(id, static_cast<int>(i) - 1 == 3 ? -2 : static_cast<int>(i) - 1);
+        for (int y = 0; y < 2; ++y) {
+            for (int x = 0; x < 3; ++x) {
+                const int expected = id == -1   ? 65535
+                                     : id == -2 ? ImageSample(x, y, 3)
+                                                : ImageSample(x, y, id);
+                EXPECT_EQ(Sample(layer.channels[i].pixels, 2, 3, x, y), expected)
+                    << "channel " << id << " at " << x << ", " << y;
+            }
+        }
+    }
+    ASSERT_EQ(document.imageChannels.size(), 4U);
+    for (int component = 0; component < 4; ++component) {
+        EXPECT_EQ(Sample(document.imageChannels[static_cast<std::size_t>(component)], 2, 3, 2, 1),
+                  ImageSample(2, 1, component));
+    }
+}
+
+TEST_F(Apply, TheSameFrameGivesTheSameBytes) {
+    const auto frame = Image(17, 5);
+    for (const int bitDepth : {8, 16, 32}) {
+        Set("bitDepth"_param, bitDepth);
+        RenderFrame(frame.get());
+        const std::string first = FileBytes(File("frame.psd"));
+        std::filesystem::remove(File("frame.psd"));
+        RenderFrame(frame.get());
+        EXPECT_EQ(FileBytes(File("frame.psd")), first) << bitDepth;
+        std::filesystem::remove(File("frame.psd"));
+    }
+}
+
+TEST_F(Apply, TheHostsBitmapIsOnlyRead) {
+    const auto frame = Image(5, 4);
+    RenderFrame(frame.get());
+    std::vector<BMM_Color_64> row(5);
+    ASSERT_EQ(frame->Storage()->GetLinearPixels(0, 3, 5, row.data()), 1);
+    for (int x = 0; x < 5; ++x) {
+        EXPECT_EQ(row[static_cast<std::size_t>(x)].g, ImageSample(x, 3, 1));
+    }
+}
+
+// Aborting
+
+TEST_F(Apply, AnAbortedFrameIsNotMade) {
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    callback.abort = TRUE;
+    Begin();
+    effect->Apply(0, frame.get(), &context, &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+    EXPECT_EQ(callback.checks, 1);
+    EXPECT_THAT(callback.progress, IsEmpty());
+}
+
+TEST_F(Apply, VRaysAbortIsCheckedAgainWithTheHost) {
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    callback.abort = TRUE;
+    UseRenderer(effect::vrayClassID);
+    Begin();
+    Render().aborted = true;
+    effect->Apply(0, frame.get(), &context, &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+    Render().aborted = false;
+    effect->Apply(0, frame.get(), nullptr, &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+    EXPECT_THAT(callback.progress, IsEmpty()) << "without a context there is no exception";
+    effect->Apply(0, frame.get(), &context, &callback);
+    EXPECT_TRUE(Exists("frame.psd"));
+}
+
+TEST_F(Apply, TheExceptionIsForTheContextsRendererNotTheCurrentOne) {
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    callback.abort = TRUE;
+    UseRenderer(effect::vrayClassID);
+    const host::Owned<host::HostRenderer> other(new host::HostRenderer(scanline));
+    frameRenderer = other.get();
+    Begin();
+    effect->Apply(0, frame.get(), &context, &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
+TEST_F(Apply, AHostsAbortAloneDoesntStopAFrameThatIsThere) {
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    Begin();
+    Render().aborted = true;
+    effect->Apply(0, frame.get(), &context, &callback);
+    EXPECT_TRUE(Exists("frame.psd"));
+}
+
+TEST_F(Apply, NeedsNoCallback) {
+    const auto frame = Image(2, 2);
+    Begin();
+    effect->Apply(0, frame.get(), &context, nullptr);
+    EXPECT_TRUE(Exists("frame.psd"));
+}
+
+TEST_F(Apply, WithoutAContextNothingIsMadeButTheStartOfProgress) {
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    Begin();
+    effect->Apply(0, frame.get(), nullptr, &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+    EXPECT_THAT(callback.progress, ElementsAre(Pair(0, 1)));
+}
+
+TEST_F(Apply, OfARenderThatIsntSavedTellsOnlyTheStartOfProgress) {
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    Render().preview = true;
+    Begin();
+    effect->Apply(0, frame.get(), &context, &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+    EXPECT_THAT(callback.progress, ElementsAre(Pair(0, 1)));
+}
+
+TEST_F(Apply, ProgressCountsChannelsOfTheLayersAndOfTheMergedImage) {
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    RenderFrame(frame.get(), &callback);
+    // Red, green, blue, alpha and mask of one layer; red, green, blue and alpha of the merged
+    // image.
+    ASSERT_GE(callback.progress.size(), 12U);
+    EXPECT_EQ(callback.progress.front(), std::pair(0, 1));
+    EXPECT_EQ(callback.progress.back(), std::pair(9, 9));
+    for (std::size_t i = 2; i < callback.progress.size(); ++i) {
+        EXPECT_GE(callback.progress[i].first, callback.progress[i - 1].first);
+    }
+    EXPECT_EQ(effect::psdChannelsDone, 9);
+}
+
+// Size
+
+TEST_F(Apply, ASizeWithoutABitmapIsTheContexts) {
+    context.devWidth = 7;
+    context.devHeight = 3;
+    context.devAspect = 2.0F;
+    const WalkedDocument document = Save(nullptr);
+    EXPECT_EQ(document.width, 7);
+    EXPECT_EQ(document.height, 3);
+    EXPECT_THAT(document.layers, IsEmpty());
+    ASSERT_EQ(document.imageChannels.size(), 3U);
+    EXPECT_EQ(document.imageChannels[0], std::string(7 * 3 * 2, '\0')) << "a black picture";
+    EXPECT_EQ(Resource(document, 1064), std::string("\0\0\0\1\x40\0\0\0\0\0\0\0", 12));
+}
+
+struct BitmapWithoutStorage : Bitmap {
+    BitmapStorage* Storage() override { return nullptr; }
+    void DeleteThis() override {}
+};
+
+TEST_F(Apply, ASizeOfABitmapWithoutStorageIs0) {
+    context.devWidth = 7;
+    context.devHeight = 3;
+    BitmapWithoutStorage bitmap;
+    const WalkedDocument document = Save(&bitmap);
+    EXPECT_EQ(document.width, 0);
+    EXPECT_EQ(document.height, 0);
+    EXPECT_EQ(Resource(document, 1064), std::string("\0\0\0\1\0\0\0\0\0\0\0\0", 12));
+}
+
+TEST_F(Apply, TheBitmapsAspectGoesIntoTheDocument) {
+    const auto frame = Image(2, 2, true, 1.5F);
+    // 1.5 as a double: 3F F8 and zeros.
+    EXPECT_EQ(Resource(Save(frame.get()), 1064), std::string("\0\0\0\1\x3F\xF8\0\0\0\0\0\0", 12));
+}
+
+TEST_F(Apply, TheResolutionGoesIntoTheDocumentAndIsKeptInItsRange) {
+    const auto frame = Image(2, 2);
+    const auto expect = [](const std::string& fixed) {
+        const std::string units("\0\1\0\2", 4);
+        return fixed + units + fixed + units;
+    };
+    EXPECT_EQ(Resource(Save(frame.get()), 1005), expect(std::string("\0\x48\0\0", 4)));
+    std::filesystem::remove(File("frame.psd"));
+    effect->pblock->SetValue("resolution"_param, 0, 300.5F);
+    EXPECT_EQ(Resource(Save(frame.get()), 1005), expect(std::string("\x01\x2C\x80\0", 4)));
+    std::filesystem::remove(File("frame.psd"));
+    effect->pblock->SetValue("resolution"_param, 0, 0.25F);
+    EXPECT_EQ(Resource(Save(frame.get()), 1005), expect(std::string("\0\1\0\0", 4)));
+}
+
+// Format
+
+TEST_F(Apply, ANameInPSBInAnyCaseMakesALargeDocument) {
+    const auto frame = Image(2, 2);
+    for (const char* name : {"a.psb", "b.PSB", "c.pSb"}) {
+        SetFilename(File(name));
+        RenderFrame(frame.get());
+        const WalkedDocument document = Saved(name, true);
+        EXPECT_TRUE(document.psb) << name;
+        EXPECT_EQ(document.layers.size(), 1U);
+    }
+}
+
+TEST_F(Apply, ANameOfItsOwnDecidesWhateverTheFormatOfTheOthersIs) {
+    const auto frame = Image(2, 2);
+    Set("fileFormat"_param, 1);
+    SetFilename(File("a.psd"));
+    RenderFrame(frame.get());
+    EXPECT_FALSE(Saved("a.psd").psb);
+    Set("fileFormat"_param, 0);
+    SetFilename(File("a.PSB"));
+    RenderFrame(frame.get());
+    EXPECT_TRUE(Saved("a.PSB", true).psb);
+}
+
+TEST_F(Apply, OtherNamesMakeASmallDocument) {
+    const auto frame = Image(2, 2);
+    for (const char* name : {"psb", "a.psbx", "a.ps", "b"}) {
+        SetFilename(File(name));
+        RenderFrame(frame.get());
+        EXPECT_FALSE(Saved(name).psb) << name;
+    }
+}
+
+TEST_F(Apply, TheChosenFormatNamesTheFile) {
+    const auto frame = Image(2, 2);
+    Set("fileFormat"_param, 1);
+    RenderFrame(frame.get());
+    EXPECT_TRUE(Saved("frame.psb", true).psb);
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
+TEST_F(Apply, ASideAbove30000MakesALargeDocumentUnderTheSameNameWithoutAWord) {
+    for (const auto& [width, height, psb] :
+         {std::tuple{30000, 1, false}, {30001, 1, true}, {1, 30000, false}, {1, 30001, true}}) {
+        const auto frame = Image(width, height);
+        RenderFrame(frame.get());
+        const WalkedDocument document = Saved("frame.psd", psb);
+        EXPECT_EQ(document.psb, psb) << width << " x " << height;
+        EXPECT_EQ(document.width, width);
+        EXPECT_EQ(document.height, height);
+        EXPECT_THAT(TakeLog(), IsEmpty());
+        std::filesystem::remove(File("frame.psd"));
+    }
+}
+
+TEST_F(Apply, CompressionFitsTheDepth) {
+    const auto frame = Image(4, 2);
+    const struct {
+        int bitDepth;
+        int compression;
+        int layerCode;
+        int mergedCode;
+    } rows[] = {{8, 0, 0, 0},  {8, 1, 1, 1},  {8, 2, 1, 1},  {8, -1, 1, 1}, {16, 0, 0, 0},
+                {16, 1, 2, 1}, {16, 3, 2, 1}, {32, 0, 0, 0}, {32, 1, 3, 0}, {32, 7, 3, 0}};
+    for (const auto& row : rows) {
+        Set("bitDepth"_param, row.bitDepth);
+        Set("compression"_param, row.compression);
+        const WalkedDocument document = Save(frame.get());
+        std::filesystem::remove(File("frame.psd"));
+        EXPECT_EQ(document.depth, row.bitDepth);
+        ASSERT_EQ(document.layers.size(), 1U);
+        EXPECT_EQ(document.layers[0].channels[1].compression, row.layerCode)
+            << row.bitDepth << " bits, compression " << row.compression;
+        EXPECT_EQ(document.imageCompression, row.mergedCode);
+        EXPECT_EQ(document.layersInTaggedBlock, row.bitDepth != 8);
+    }
+}
+
+TEST_F(Apply, PixelsAreThoseOfTheBitmapAtEachDepth) {
+    const auto frame = Image(4, 2);
+    for (const bool psb : {false, true}) {
+        Set("fileFormat"_param, psb);
+        const char* name = psb ? "frame.psb" : "frame.psd";
+        Set("bitDepth"_param, 8);
+        RenderFrame(frame.get());
+        EXPECT_EQ(Sample(Saved(name, psb).layers[0].channels[1].pixels, 1, 4, 3, 1),
+                  ImageSample(3, 1, 0) >> 8);
+        std::filesystem::remove(File(name));
+        Set("bitDepth"_param, 32);
+        RenderFrame(frame.get());
+        const std::uint32_t bits = static_cast<std::uint32_t>(
+            Sample(Saved(name, psb).layers[0].channels[2].pixels, 4, 4, 3, 1));
+        float value = 0.0F;
+        std::memcpy(&value, &bits, sizeof value);
+        EXPECT_FLOAT_EQ(value, static_cast<float>(ImageSample(3, 1, 1)) / 65535.0F);
+        std::filesystem::remove(File(name));
+    }
+}
+
+TEST_F(Apply, CompatibilityDecidesOnTheMergedImage) {
+    const auto frame = Image(4, 2);
+    const struct {
+        int compatibility;
+        char realMerged;
+        int channels;
+        int mergedCode;
+    } rows[] = {{0, 0, 3, 1}, {1, 1, 4, 1}, {2, 1, 4, 0}};
+    for (const auto& row : rows) {
+        Set("compatibility"_param, row.compatibility);
+        const WalkedDocument document = Save(frame.get());
+        std::filesystem::remove(File("frame.psd"));
+        EXPECT_EQ(Resource(document, 1057).substr(0, 5),
+                  std::string("\0\0\0\1", 4) + row.realMerged);
+        EXPECT_EQ(document.channelCount, row.channels) << row.compatibility;
+        EXPECT_EQ(document.mergedTransparency, row.channels == 4);
+        EXPECT_EQ(document.imageCompression, row.mergedCode)
+            << "the highest keeps run lengths out of the merged image of 16 bits";
+        if (row.compatibility == 0) {
+            for (const std::string& channel : document.imageChannels) {
+                EXPECT_EQ(channel, std::string(4 * 2 * 2, '\xFF')) << "a white page";
+            }
+        }
+    }
+}
+
+TEST_F(Apply, ADocumentWithoutTheRenderLayerStillHasItsMergedImage) {
+    const auto frame = Image(4, 2);
+    Set("createRenderOutputLayer"_param, FALSE);
+    const WalkedDocument document = Save(frame.get());
+    EXPECT_THAT(document.layers, IsEmpty());
+    ASSERT_EQ(document.imageChannels.size(), 4U);
+    EXPECT_EQ(Sample(document.imageChannels[2], 2, 4, 1, 1), ImageSample(1, 1, 2));
+}
+
+// Renderer classes A and B
+
+TEST_F(Apply, FieldsOfRendererClassAAreNotSaved) {
+    UseRenderer(effect::rendererClassA);
+    const auto frame = Image(2, 2);
+    RecordingCallback callback;
+    context.fieldRender = TRUE;
+    context.evenLines = TRUE;
+    RenderFrame(frame.get(), &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+    EXPECT_THAT(callback.progress, ElementsAre(Pair(0, 1)));
+}
+
+TEST_F(Apply, OneFieldFlagAloneIsSaved) {
+    UseRenderer(effect::rendererClassA);
+    const auto frame = Image(2, 2);
+    context.fieldRender = TRUE;
+    RenderFrame(frame.get());
+    EXPECT_TRUE(Exists("frame.psd"));
+    std::filesystem::remove(File("frame.psd"));
+    context.fieldRender = FALSE;
+    context.evenLines = TRUE;
+    RenderFrame(frame.get());
+    EXPECT_TRUE(Exists("frame.psd"));
+}
+
+TEST_F(Apply, FieldsOfOtherRenderersAreSaved) {
+    context.fieldRender = TRUE;
+    context.evenLines = TRUE;
+    const auto frame = Image(2, 2);
+    RenderFrame(frame.get());
+    EXPECT_TRUE(Exists("frame.psd"));
+}
+
+// Sees which renderer the context names while the document is written.
+class RendererWatch : public RecordingCallback {
+  public:
+    explicit RendererWatch(const RenderGlobalContext& watched) : gc(watched) {}
+    BOOL Progress(int done, int total) override {
+        seen.push_back(gc.renderer);
+        return RecordingCallback::Progress(done, total);
+    }
+
+    const RenderGlobalContext& gc;
+    std::vector<Renderer*> seen;
+};
+
+class RendererSwap : public Apply {
+  protected:
+    RendererSwap() : classA(new host::HostRenderer(effect::rendererClassA)) {
+        UseRenderer(effect::rendererClassB);
+        frameRenderer = classA.get();
+    }
+
+    // Whom the context named at the start, in the middle and afterwards.
+    void ExpectSwapped(bool swapped) {
+        Renderer* current = Host().renderer.get();
+        RendererWatch watch(context);
+        const auto frame = Image(2, 2);
+        Begin();
+        effect->Apply(0, frame.get(), &context, &watch);
+        ASSERT_GT(watch.seen.size(), 2U);
+        EXPECT_EQ(watch.seen.front(), frameRenderer) << "before the swap";
+        EXPECT_EQ(watch.seen[1], swapped ? current : frameRenderer);
+        EXPECT_EQ(watch.seen.back(), swapped ? current : frameRenderer);
+        EXPECT_EQ(context.renderer, frameRenderer) << "taken back";
+    }
+
+    host::Owned<host::HostRenderer> classA;
+};
+
+TEST_F(RendererSwap, ClassBStandsInForClassAAndGoesAgain) {
+    ExpectSwapped(true);
+}
+
+TEST_F(RendererSwap, ClassBStandsInForClassAAlone) {
+    const host::Owned<host::HostRenderer> other(new host::HostRenderer(scanline));
+    frameRenderer = other.get();
+    ExpectSwapped(false);
+}
+
+TEST_F(RendererSwap, OtherCurrentRenderersDontStandIn) {
+    UseRenderer(scanline);
+    ExpectSwapped(false);
+}
+
+TEST_F(RendererSwap, FieldsAreSavedUnderClassB) {
+    context.fieldRender = TRUE;
+    context.evenLines = TRUE;
+    ExpectSwapped(true);
+    EXPECT_TRUE(Exists("frame.psd"));
+}
+
+TEST_F(RendererSwap, GoesAgainWhereTheNameIsNone) {
+    Begin();
+    Render().output.name = MSTR();
+    effect->Apply(0, nullptr, &context, nullptr);
+    EXPECT_EQ(context.renderer, classA.get());
+}
+
+TEST_F(RendererSwap, GoesAgainWhereTheFileCantBeOpened) {
+    Begin();
+    Render().output.name = Text(File("missing") / "frame.exr");
+    effect->Apply(0, nullptr, &context, nullptr);
+    EXPECT_EQ(context.renderer, classA.get());
+    EXPECT_EQ(TakeLog().size(), 1U);
+    EXPECT_EQ(TakeBoxes().size(), 1U);
+}
+
+TEST_F(RendererSwap, GoesAgainWhereFieldsArentSaved) {
+    UseRenderer(effect::rendererClassA);
+    frameRenderer = Host().renderer.get();
+    context.fieldRender = TRUE;
+    context.evenLines = TRUE;
+    Begin();
+    effect->Apply(0, nullptr, &context, nullptr);
+    EXPECT_EQ(context.renderer, frameRenderer);
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
+// Failures
+
+TEST_F(Apply, AFileThatCantBeOpenedIsToldAndTheNextFrameTriesAgain) {
+    const auto frame = Image(2, 2);
+    SetFilename(File("missing") / "frame.psd");
+    const std::string text =
+        "Could not open/create " + (File("missing") / "frame.psd").string() + ".";
+    effect->RenderBegin(0, 0);
+    RenderStartedFrame(frame.get());
+    EXPECT_THAT(TakeLog(), ElementsAre(ErrorWithDialog(text)));
+    EXPECT_THAT(TakeBoxes(), ElementsAre(OkBox(text)));
+    Host().settings.quiet = true;
+    RenderStartedFrame(frame.get());
+    EXPECT_THAT(TakeLog(), ElementsAre(ErrorWithDialog(text)));
+    Host().settings.quiet = false;
+    std::filesystem::create_directory(File("missing"));
+    RenderStartedFrame(frame.get());
+    EXPECT_TRUE(std::filesystem::exists(File("missing") / "frame.psd"));
+    effect->RenderEnd(0);
+}
+
+TEST_F(Apply, AFolderThatForbidsFilesIsToldAsAFileThatCantBeOpened) {
+#ifndef _WIN32
+    if (geteuid() == 0) GTEST_SKIP() << "the superuser may write everywhere";
+#endif
+    std::filesystem::create_directory(File("locked"));
+    std::filesystem::permissions(
+        File("locked"), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    SetFilename(File("locked") / "frame.psd");
+    const auto frame = Image(2, 2);
+    RenderFrame(frame.get());
+    std::filesystem::permissions(File("locked"), std::filesystem::perms::owner_all);
+    const std::string text =
+        "Could not open/create " + (File("locked") / "frame.psd").string() + ".";
+    EXPECT_THAT(TakeLog(), ElementsAre(ErrorWithDialog(text)));
+    EXPECT_THAT(TakeBoxes(), ElementsAre(OkBox(text)));
+}
+
+TEST_F(Apply, ANameThatIsNoneAnyMoreMakesNothing) {
+    const auto frame = Image(2, 2);
+    Begin();
+    Render().output.name = MSTR();
+    effect->Apply(0, frame.get(), &context, nullptr);
+    EXPECT_THAT(TakeLog(), IsEmpty());
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
+#ifndef _WIN32
+
+TEST_F(Apply, AFullDiskIsTold) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no /dev/full here";
+    SetFilename("/dev/full");
+    answer = IDYES;
+    const auto frame = Image(2, 2);
+    RenderFrame(frame.get());
+    EXPECT_THAT(TakeLog(), ElementsAre(ErrorWithDialog("Error writing to /dev/full.")));
+    EXPECT_THAT(TakeBoxes(), ElementsAre(QuestionBoxWithTick("Confirm overwriting:\n\n/dev/full ?"),
+                                         OkBox("Error writing to /dev/full.")));
+}
+
+// For its lifetime no file of the process grows beyond a size.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        getrlimit(RLIMIT_FSIZE, &before);
+        rlimit limit = before;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+        handler = std::signal(SIGXFSZ, SIG_IGN);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit() {
+        std::signal(SIGXFSZ, handler);
+        setrlimit(RLIMIT_FSIZE, &before);
+    }
+
+  private:
+    rlimit before{};
+    void (*handler)(int) = nullptr;
+};
+
+TEST_F(Apply, AWriteThatFailsHalfwayIsToldAndTheFileStaysAsFarAsItGot) {
+    // More than the buffer of the file, so that a write in the middle fails.
+    const auto frame = Image(600, 500);
+    Set("compression"_param, 0);
+    {
+        const FileSizeLimit limit(1 << 20);
+        RenderFrame(frame.get());
+    }
+    const std::string text = "Error writing to " + File("frame.psd").string() + ".";
+    EXPECT_THAT(TakeLog(), ElementsAre(ErrorWithDialog(text)));
+    EXPECT_THAT(TakeBoxes(), ElementsAre(OkBox(text)));
+    EXPECT_EQ(std::filesystem::file_size(File("frame.psd")), std::uintmax_t{1} << 20);
+    EXPECT_EQ(FileBytes(File("frame.psd")).substr(0, 4), "8BPS");
+}
+
+TEST_F(Apply, AWriteThatFailsAtTheVeryEndIsTold) {
+    const auto frame = Image(20, 10);
+    {
+        const FileSizeLimit limit(100);
+        RenderFrame(frame.get());
+    }
+    EXPECT_EQ(TakeLog().size(), 1U);
+    EXPECT_EQ(TakeBoxes().size(), 1U);
+    EXPECT_EQ(std::filesystem::file_size(File("frame.psd")), 100U);
+}
+
+#endif
+
+// State
+
+TEST_F(Apply, TheBoundsOfIDsAreThoseOfTheLastFrame) {
+    effect::nodeIDBounds[1] += IPoint2{1, 1};
+    const auto frame = Image(2, 2);
+    RenderFrame(frame.get());
+    EXPECT_THAT(effect::nodeIDBounds, IsEmpty());
+}
+
+TEST_F(Apply, GammaOfTheHostGoesIntoTheMergedImage) {
+    gammaMgr.enable = TRUE;
+    gammaMgr.SetFileOutGamma(2.2F);
+    const auto frame = Image(2, 2);
+    const WalkedDocument document = Save(frame.get());
+    EXPECT_EQ(Sample(document.imageChannels[0], 2, 2, 1, 1),
+              gammaMgr.fileOutGammaTable[ImageSample(1, 1, 0) >> 3]);
+    EXPECT_EQ(Sample(document.imageChannels[3], 2, 2, 1, 1), ImageSample(1, 1, 3)) << "not alpha";
+    EXPECT_EQ(Sample(document.layers[0].channels[1].pixels, 2, 2, 1, 1), ImageSample(1, 1, 0))
+        << "an adjustment layer corrects the layers";
+    std::filesystem::remove(File("frame.psd"));
+    Set("gammaCorrectConfig"_param, 0);
+    EXPECT_EQ(Sample(Save(frame.get()).layers[0].channels[1].pixels, 2, 2, 1, 1),
+              gammaMgr.fileOutGammaTable[ImageSample(1, 1, 0) >> 3]);
+}
+
+}  // namespace

@@ -1,0 +1,68 @@
+#include "effect/psd_output_layer.h"
+
+#include <set>
+
+#include "host/target_reference.h"
+#include "plugin/class_descriptors.h"
+#include "tests/effect/effect_fixture.h"
+
+namespace {
+
+// Stands for a render element.
+class Target : public ReferenceTarget {
+  public:
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
+                               BOOL) override {
+        return REF_SUCCEED;
+    }
+};
+
+class PSDOutputLayer : public EffectTest {
+  protected:
+    PSDOutputLayer()
+        : layer(static_cast<effect::PSDOutputLayer*>(plugin::ClassDescriptors()[1]->Create())) {}
+
+    host::Owned<effect::PSDOutputLayer> layer;
+};
+
+TEST_F(PSDOutputLayer, HasItsBlockAndItsRenderElementAsReferences) {
+    EXPECT_EQ(layer->ClassID(), Class_ID(0x347c6bc4, 0x153540b4));
+    EXPECT_EQ(layer->SuperClassID(), 512U);
+    EXPECT_EQ(layer->NumRefs(), 2);
+    EXPECT_EQ(layer->NumParamBlocks(), 1);
+    ASSERT_NE(layer->pblock, nullptr);
+    EXPECT_EQ(layer->GetReference(0), layer->pblock);
+    EXPECT_EQ(layer->GetReference(1), nullptr);
+    EXPECT_EQ(layer->GetReference(2), nullptr);
+    EXPECT_EQ(layer->GetParamBlock(0), layer->pblock);
+    EXPECT_EQ(layer->GetParamBlock(1), nullptr);
+    EXPECT_EQ(layer->GetParamBlockByID(0), layer->pblock);
+    EXPECT_EQ(layer->GetParamBlockByID(1), nullptr);
+}
+
+TEST_F(PSDOutputLayer, ItsRenderElementIsTheParameterOfThatName) {
+    const host::Owned<Target> element(new Target);
+    layer->pblock->SetValue("renderElement"_layerParam, 0, element.get());
+    EXPECT_EQ(layer->GetReference(1), element.get());
+    EXPECT_EQ(layer->pblock->GetReferenceTarget("renderElement"_layerParam), element.get());
+    layer.reset();
+}
+
+TEST_F(PSDOutputLayer, ARenderElementThatIsGoneLeavesNone) {
+    host::Owned<Target> element(new Target);
+    layer->pblock->SetValue("renderElement"_layerParam, 0, element.get());
+    element.reset();
+    EXPECT_EQ(layer->GetReference(1), nullptr);
+}
+
+TEST_F(PSDOutputLayer, PreparedFor32BitsHasAModeThatExistsThere) {
+    const std::set<int> missing = {4, 5, 7, 8, 10, 11, 12, 13, 14, 15, 17, 22};
+    for (int mode = 0; mode <= 26; ++mode) {
+        layer->pblock->SetValue("blendingMode"_layerParam, 0, mode);
+        layer->PrepareFor32Bits();
+        const int expected = mode == 7 ? 9 : missing.count(mode) ? 0 : mode;
+        EXPECT_EQ(layer->pblock->GetInt("blendingMode"_layerParam), expected) << mode;
+    }
+}
+
+}  // namespace

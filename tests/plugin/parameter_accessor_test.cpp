@@ -1,0 +1,288 @@
+#include "plugin/parameter_accessor.h"
+
+#include <maxheap.h>
+
+#include <cstring>
+
+#include "effect/psd_output_layer.h"
+#include "plugin/class_descriptors.h"
+#include "tests/effect/effect_fixture.h"
+
+namespace {
+
+class ParameterAccessor : public EffectTest {
+  protected:
+    IParamBlock2& Block() { return *effect->pblock; }
+    std::string Filename() { return host::ToUtf8(Block().GetStr("filename"_param)); }
+    std::string Output(const char* name) { return (File("output") / name).string(); }
+
+    static host::Owned<effect::PSDOutputLayer> NewLayer(int blendingMode = 0) {
+        host::Owned<effect::PSDOutputLayer> layer(
+            static_cast<effect::PSDOutputLayer*>(plugin::ClassDescriptors()[1]->Create()));
+        layer->pblock->SetValue("blendingMode"_layerParam, 0, blendingMode);
+        return layer;
+    }
+    static int ModeOf(const host::Owned<effect::PSDOutputLayer>& layer) {
+        return layer->pblock->GetInt("blendingMode"_layerParam);
+    }
+    void Append(ParamID list, effect::PSDOutputLayer* layer) {
+        ReferenceTarget* target = layer;
+        ASSERT_GE(Block().Append(list, 1, &target), 0);
+    }
+
+    // A text on its way through the accessor without a block.
+    static PB2Value TextValue(const std::string& text) {
+        const MSTR units = host::FromUtf8(text);
+        const std::size_t bytes = (static_cast<std::size_t>(units.Length()) + 1) * sizeof(MCHAR);
+        PB2Value v;
+        v.s = static_cast<MCHAR*>(MAX_malloc(bytes));
+        std::memcpy(v.s, units.data(), bytes);
+        return v;
+    }
+    static std::string Take(PB2Value& v) {
+        const std::string text = host::ToUtf8(v.s);
+        MAX_free(v.s);
+        return text;
+    }
+
+    plugin::PSDOutputPBAccessor& accessor = plugin::EffectAccessor();
+};
+
+// filename
+
+TEST_F(ParameterAccessor, FilenameSetToNothingIsUntitledInASceneThatWasNeverSaved) {
+    SetText("filename"_param, MSTR());
+    EXPECT_EQ(Filename(), Output("Untitled.psd"));
+}
+
+TEST_F(ParameterAccessor, FilenameSetToNothingIsThatOfTheScene) {
+    Host().settings.sceneFileName = host::FromUtf8("shot 12.v3.max");
+    SetText("filename"_param, MSTR());
+    EXPECT_EQ(Filename(), Output("shot 12.v3.psd"));
+}
+
+TEST_F(ParameterAccessor, FilenameThatWasNeverSetIsNone) {
+    EXPECT_EQ(Filename(), "");
+    EXPECT_EQ(Block().GetDesc()->GetParamDef("filename"_param).init_file, nullptr);
+}
+
+TEST_F(ParameterAccessor, FilenameBecomesAbsolute) {
+    SetText("filename"_param, _M("a/../shot.psd"));
+    EXPECT_EQ(Filename(), (std::filesystem::current_path() / "shot.psd").string());
+    SetText("filename"_param, _M("/renders/./shot.tif"));
+    EXPECT_EQ(Filename(), "/renders/shot.tif");
+}
+
+TEST_F(ParameterAccessor, FilenameThatNamesOnlyAFolderStaysAsGiven) {
+    SetText("filename"_param, _M("renders/"));
+    EXPECT_EQ(Filename(), "renders/");
+    SetText("filename"_param, _M("/"));
+    EXPECT_EQ(Filename(), "/");
+}
+
+TEST_F(ParameterAccessor, FilenameThatNamesNoFileStaysAsGiven) {
+    const std::string name(300, 'x');
+    SetText("filename"_param, host::FromUtf8(name));
+    EXPECT_EQ(Filename(), name);
+}
+
+TEST_F(ParameterAccessor, FilenameStartsTheFileDialogThereAndForgetsTheShortForm) {
+    effect->shortFilename = MSTR(_M("short"));
+    SetText("filename"_param, _M("/renders/shot.psd"));
+    EXPECT_TRUE(effect->shortFilename.isNull());
+    EXPECT_EQ(Block().GetDesc()->GetParamDef("filename"_param).init_file, effect->filenameField);
+    EXPECT_EQ(host::ToUtf8(effect->filenameField), "/renders/shot.psd");
+}
+
+TEST_F(ParameterAccessor, FilenameIsNormalisedOnItsWayOutToo) {
+    PB2Value v = TextValue("/renders/../shot.psd");
+    Interval valid;
+    effect->shortFilename = MSTR(_M("short"));
+    accessor.Get(v, effect, "filename"_param, 0, 0, valid);
+    EXPECT_EQ(Take(v), "/shot.psd");
+    EXPECT_TRUE(effect->shortFilename.isNull());
+    EXPECT_EQ(host::ToUtf8(effect->filenameField), "/shot.psd");
+}
+
+TEST_F(ParameterAccessor, FilenameTooLongForTheFieldOfTheDialogIsCutThereOnly) {
+    const std::string name = std::string("/").append(200, 'a').append("/").append(100, 'b');
+    SetText("filename"_param, host::FromUtf8(name));
+    EXPECT_EQ(Filename(), name);
+    EXPECT_EQ(host::ToUtf8(effect->filenameField), name.substr(0, 259));
+}
+
+TEST_F(ParameterAccessor, FilenameIsNormalisedWithoutAnOwner) {
+    Interval valid;
+    PB2Value v = TextValue("/renders/../shot.psd");
+    accessor.Get(v, nullptr, "filename"_param, 0, 0, valid);
+    EXPECT_EQ(Take(v), "/shot.psd");
+    v = TextValue("");
+    accessor.Set(v, nullptr, "filename"_param, 0, 0);
+    EXPECT_EQ(Take(v), Output("Untitled.psd"));
+}
+
+TEST_F(ParameterAccessor, AnOwnerOfAnotherClassCountsAsNone) {
+    const auto layer = NewLayer();
+    PB2Value v = TextValue("/renders/../shot.psd");
+    accessor.Set(v, layer.get(), "filename"_param, 0, 0);
+    EXPECT_EQ(Take(v), "/shot.psd");
+    Interval valid;
+    v = {};
+    v.i = 77;
+    accessor.Get(v, layer.get(), "legacyBitDepth"_param, 0, 0, valid);
+    EXPECT_EQ(v.i, 77);
+    v.i = 32;
+    accessor.Set(v, layer.get(), "bitDepth"_param, 0, 0);
+    accessor.TabChanged(tab_ref_deleted, nullptr, layer.get(), "layersProduction"_param, 1, 1);
+}
+
+TEST_F(ParameterAccessor, FilenameOfNullStaysNull) {
+    Interval valid;
+    PB2Value v;
+    v.s = nullptr;
+    accessor.Get(v, effect, "filename"_param, 0, 0, valid);
+    EXPECT_EQ(v.s, nullptr);
+    effect->shortFilename = MSTR(_M("short"));
+    accessor.Set(v, effect, "filename"_param, 0, 0);
+    EXPECT_EQ(v.s, nullptr);
+    EXPECT_TRUE(effect->shortFilename.isNull()) << "the short form goes all the same";
+}
+
+// Answers from the present
+
+TEST_F(ParameterAccessor, UsePS7ExtensionsReadsTrueWhateverWasSet) {
+    EXPECT_EQ(Block().GetInt("usePS7Extensions"_param), TRUE);
+    Set("usePS7Extensions"_param, FALSE);
+    EXPECT_EQ(Block().GetInt("usePS7Extensions"_param), TRUE);
+}
+
+TEST_F(ParameterAccessor, LegacyBitDepthFollowsTheBitDepth) {
+    for (const auto& [bitDepth, legacy] : {std::pair{8, 8}, {16, 16}, {32, 16}}) {
+        Set("bitDepth"_param, bitDepth);
+        EXPECT_EQ(Block().GetInt("legacyBitDepth"_param), legacy) << bitDepth;
+        Set("legacyBitDepth"_param, 24 - legacy);
+        EXPECT_EQ(Block().GetInt("legacyBitDepth"_param), legacy) << "whatever was set";
+    }
+}
+
+TEST_F(ParameterAccessor, LongListsFromAScriptAreStoredUnchanged) {
+    std::string list = "1";
+    for (int id = 2; list.size() < 5000; ++id)
+        list += ", " + std::to_string(id);
+    for (const ParamID id : {"nodeIDList"_param, "mtlIDList"_param}) {
+        SetText(id, host::FromUtf8(list));
+        EXPECT_EQ(host::ToUtf8(Block().GetStr(id)), list);
+    }
+}
+
+TEST_F(ParameterAccessor, MarkedSwitchesPassAsTheyAre) {
+    constexpr ParamID switches[] = {25, 26, 48, 53, 18, 20, 28, 71};
+    for (const ParamID id : switches) {
+        for (const BOOL on : {FALSE, TRUE}) {
+            Set(id, on);
+            EXPECT_EQ(Block().GetInt(id), on) << id;
+        }
+    }
+}
+
+// 32 bits
+
+TEST_F(ParameterAccessor, BitDepth32PreparesTheLayersOfBothLists) {
+    const auto screen = NewLayer(7);
+    const auto overlay = NewLayer(10);
+    const auto multiply = NewLayer(3);
+    Append("layersProduction"_param, screen.get());
+    Append("layersProduction"_param, nullptr);
+    Append("layersProduction"_param, overlay.get());
+    Append("layersSecondary"_param, multiply.get());
+    for (const int bitDepth : {8, 16}) {
+        Set("bitDepth"_param, bitDepth);
+        EXPECT_EQ(ModeOf(screen), 7) << bitDepth;
+        EXPECT_EQ(ModeOf(overlay), 10);
+    }
+    Set("bitDepth"_param, 32);
+    EXPECT_EQ(ModeOf(screen), 9);
+    EXPECT_EQ(ModeOf(overlay), 0);
+    EXPECT_EQ(ModeOf(multiply), 3);
+    multiply->pblock->SetValue("blendingMode"_layerParam, 0, 12);
+    Set("bitDepth"_param, 32);
+    EXPECT_EQ(ModeOf(multiply), 0) << "also in the second list, and when it is 32 already";
+}
+
+TEST_F(ParameterAccessor, OtherNumbersThan32PrepareNothing) {
+    const auto screen = NewLayer(7);
+    Append("layersProduction"_param, screen.get());
+    Set("renderSetting"_param, 32);
+    Set("compression"_param, 32);
+    EXPECT_EQ(ModeOf(screen), 7);
+}
+
+// Tables
+
+TEST_F(ParameterAccessor, ALayerThatIsDeletedGoesFromItsTableButNotTheFirst) {
+    for (const ParamID list : {"layersProduction"_param, "layersSecondary"_param}) {
+        auto first = NewLayer();
+        auto second = NewLayer();
+        auto third = NewLayer();
+        auto fourth = NewLayer();
+        for (auto* layer : {first.get(), second.get(), third.get(), fourth.get()}) {
+            Append(list, layer);
+        }
+        third.reset();
+        EXPECT_EQ(Block().Count(list), 3) << "shorter by the one at index 2";
+        EXPECT_EQ(Block().GetReferenceTarget(list, 0, 0), first.get());
+        EXPECT_EQ(Block().GetReferenceTarget(list, 0, 1), second.get());
+        EXPECT_EQ(Block().GetReferenceTarget(list, 0, 2), fourth.get());
+        first.reset();
+        EXPECT_EQ(Block().Count(list), 3) << "the first stays behind";
+        EXPECT_EQ(Block().GetReferenceTarget(list, 0, 0), nullptr);
+        EXPECT_EQ(Block().GetReferenceTarget(list, 0, 1), second.get());
+        second.reset();
+        EXPECT_EQ(Block().Count(list), 2);
+        EXPECT_EQ(Block().GetReferenceTarget(list, 0, 1), fourth.get());
+    }
+}
+
+TEST_F(ParameterAccessor, ANullAtTheHeadOfTheTableIsCopedWith) {
+    auto gone = NewLayer();
+    const auto screen = NewLayer(7);
+    Append("layersProduction"_param, gone.get());
+    Append("layersProduction"_param, screen.get());
+    gone.reset();
+    Set("bitDepth"_param, 32);
+    EXPECT_EQ(ModeOf(screen), 9);
+}
+
+TEST_F(ParameterAccessor, OtherChangesOfATableLeaveIt) {
+    const auto layer = NewLayer();
+    for (int i = 0; i < 3; ++i)
+        Append("layersProduction"_param, layer.get());
+    for (const int code : {-1, 0, 1, 2, 4, 5, 6}) {
+        accessor.TabChanged(static_cast<tab_changes>(code), nullptr, effect,
+                            "layersProduction"_param, 1, 1);
+        EXPECT_EQ(Block().Count("layersProduction"_param), 3) << code;
+    }
+    for (const int index : {0, -1}) {
+        accessor.TabChanged(tab_ref_deleted, nullptr, effect, "layersProduction"_param, index, 1);
+        EXPECT_EQ(Block().Count("layersProduction"_param), 3) << index;
+    }
+    accessor.TabChanged(tab_ref_deleted, nullptr, nullptr, "layersProduction"_param, 1, 1);
+    EXPECT_EQ(Block().Count("layersProduction"_param), 3);
+}
+
+TEST_F(ParameterAccessor, AnOwnerWithoutItsBlockIsLeftAlone) {
+    effect->DeleteReference(0);
+    PB2Value v;
+    v.i = 32;
+    Interval valid;
+    accessor.Set(v, effect, "bitDepth"_param, 0, 0);
+    EXPECT_EQ(v.i, 32);
+    accessor.Get(v, effect, "legacyBitDepth"_param, 0, 0, valid);
+    EXPECT_EQ(v.i, 32);
+    accessor.TabChanged(tab_ref_deleted, nullptr, effect, "layersProduction"_param, 1, 1);
+    v = TextValue("/renders/../shot.psd");
+    accessor.Set(v, effect, "filename"_param, 0, 0);
+    EXPECT_EQ(Take(v), "/shot.psd");
+}
+
+}  // namespace
