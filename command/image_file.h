@@ -1,0 +1,24 @@
+// Render files that are not OpenEXR, read with OpenImageIO. This and what it needs of that library
+// is the module that image_module.h loads.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#include "command/image_formats.h"
+#include "command/render_file.h"
+
+namespace command {
+
+// Values become linear: integers of 8 and 16 bits are taken as encoded with sRGB, others as linear, unless the
+// file says otherwise (a PNG's gamma, a TGA's gamma). Straight alpha is multiplied in after that;
+// colours that are premultiplied in the file's encoding are divided, decoded and multiplied again.
+// The orientation that the file asks for is applied. The first picture of a file with several is
+// read. The result is of floats. Throw InputError.
+std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format);
+// From memory, which must outlive the result.
+std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format,
+                                          const char* bytes, std::size_t size);
+
+}  // namespace command

@@ -1,0 +1,144 @@
+// What a renderer left on disk: what is in it, and its picture.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace command {
+
+// Pixels a side that a document of the effect can have.
+constexpr int largestSide = 65535;
+
+enum class SampleType : std::uint8_t { Half, Float, Unsigned32, Unsigned16, Unsigned8 };
+
+// Pixels, both ends included.
+struct Window {
+    int left = 0;
+    int top = 0;
+    int right = -1;
+    int bottom = -1;
+
+    std::int64_t Width() const { return std::int64_t{right} - left + 1; }
+    std::int64_t Height() const { return std::int64_t{bottom} - top + 1; }
+    bool Contains(const Window& other) const {
+        return left <= other.left && top <= other.top && right >= other.right &&
+               bottom >= other.bottom;
+    }
+    friend bool operator==(const Window&, const Window&) = default;
+};
+
+struct Channel {
+    // Whole, as the file has it.
+    std::string name{};
+    // The last component of the name.
+    std::string suffix{};
+    SampleType type = SampleType::Half;
+    // One sample every so many pixels.
+    int xSampling = 1;
+    int ySampling = 1;
+};
+
+// Channels that belong together. In a file of one part the name is what the channels' names have in
+// common; the layer without a name of its own is called by its channels ("RGBA").
+struct Layer {
+    std::string name;
+    // The channels have no name in front, or only their part's.
+    bool plain = false;
+    std::size_t part = 0;
+    std::vector<Channel> channels;
+};
+
+// Text, one number or several; nothing for a type that isn't taken apart.
+using AttributeValue =
+    std::variant<std::monostate, std::string, std::vector<std::string>, double, std::vector<double>>;
+
+struct Attribute {
+    std::string name;
+    std::string type;
+    AttributeValue value;
+};
+
+struct Part {
+    // Empty where the format has none.
+    std::string name{};
+    // "scanline", "tiled 64x64", "deep scanline", "deep tiled".
+    std::string storage{};
+    std::string compression{};
+    Window dataWindow{};
+    Window displayWindow{};
+    // Width of a pixel over its height.
+    float pixelAspect = 1.0F;
+    bool deep = false;
+    // Every block of pixels is there.
+    bool complete = true;
+    std::vector<Attribute> attributes{};
+};
+
+struct Description {
+    // As the user wrote it.
+    std::string path;
+    std::string format;
+    std::vector<Part> parts;
+    std::vector<Layer> layers;
+    // One line each, without the path.
+    std::vector<std::string> warnings;
+};
+
+// The layer that is the picture, and which of its channels is which.
+struct Beauty {
+    // Index into Description::layers.
+    std::size_t layer = 0;
+    // Whole channel names; a grey picture has the same one three times. Blue may be empty, for none.
+    std::string red;
+    std::string green;
+    std::string blue;
+    // Empty for none.
+    std::string alpha;
+    // Luminance and two channels of colour difference.
+    bool lumaChroma = false;
+    // Why this layer, for the user: "its channels have no layer name".
+    std::string why;
+
+    bool IsGrey() const { return red == green && red == blue; }
+};
+
+// The picture: interleaved red, green, blue, alpha, rows from the top, linear and premultiplied.
+// Every value is finite.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    float pixelAspect = 1.0F;
+    // Whether alpha tells anything. Without it, it is 1.
+    bool hasAlpha = false;
+    // Halfs by their bits, or floats.
+    std::variant<std::vector<std::uint16_t>, std::vector<float>> components;
+    // Values that were NaN (now 0) or infinite (now the largest value of their kind).
+    std::uint64_t notFinite = 0;
+};
+
+class RenderFile {
+  public:
+    RenderFile() = default;
+    RenderFile(const RenderFile&) = delete;
+    RenderFile& operator=(const RenderFile&) = delete;
+    virtual ~RenderFile() = default;
+
+    virtual const Description& GetDescription() const = 0;
+    // The frame is the display window: what the data window doesn't cover is empty (all zeros), and
+    // what lies outside is left out. Memory is taken as pixels are read, so that a file that lies
+    // about its size costs no more than it holds. Throws InputError.
+    virtual Picture Read(const Beauty& beauty) = 0;
+};
+
+// By what the file holds, not by its name. Throws InputError.
+std::unique_ptr<RenderFile> OpenRenderFile(const std::string& path);
+// The same from memory, which must outlive the result. `path` is for messages and, for formats
+// without a signature, their suffix.
+std::unique_ptr<RenderFile> OpenRenderFile(const std::string& path, const char* bytes,
+                                           std::size_t size);
+
+}  // namespace command

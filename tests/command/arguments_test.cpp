@@ -1,0 +1,121 @@
+#include "command/arguments.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "command/failure.h"
+#include "tests/command/fault_text.h"
+
+namespace command {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Words = std::vector<std::string>;
+
+SaveArguments Save(Words words) {
+    words.insert(words.begin(), "save");
+    return std::get<SaveArguments>(ParseArguments(words));
+}
+
+std::string Complaint(const Words& words) {
+    return FaultText<UsageError>([&] { ParseArguments(words); });
+}
+
+std::string TextOf(const Words& words) {
+    return std::get<TextArguments>(ParseArguments(words)).text;
+}
+
+TEST(Arguments, SaveNeedsOnlyItsInput) {
+    const SaveArguments save = Save({"a.exr"});
+    EXPECT_EQ(save.input, "a.exr");
+    EXPECT_EQ(save.output, "");
+    EXPECT_TRUE(save.settings.empty());
+    EXPECT_EQ(save.frames, "");
+    EXPECT_EQ(save.beauty, "");
+    EXPECT_EQ(save.gamma, 2.2F);
+    EXPECT_FALSE(save.fastDeflate);
+    EXPECT_EQ(save.progress, "auto");
+    EXPECT_FALSE(save.quiet);
+}
+
+TEST(Arguments, SaveTakesAllItsOptions) {
+    const SaveArguments save =
+        Save({"--set", "a=1", "-o", "b.psd", "in.exr", "--set", "b=x y", "--frames", "-5--1",
+              "--beauty", "V.Combined", "--gamma", "1.8", "--deflate", "fast", "--progress",
+              "lines", "-q"});
+    EXPECT_EQ(save.input, "in.exr");
+    EXPECT_EQ(save.output, "b.psd");
+    EXPECT_THAT(save.settings, ElementsAre("a=1", "b=x y"));
+    EXPECT_EQ(save.frames, "-5--1");
+    EXPECT_EQ(save.beauty, "V.Combined");
+    EXPECT_EQ(save.gamma, 1.8F);
+    EXPECT_TRUE(save.fastDeflate);
+    EXPECT_EQ(save.progress, "lines");
+    EXPECT_TRUE(save.quiet);
+}
+
+TEST(Arguments, AnOptionTakesOneValueOnly) {
+    const SaveArguments save = Save({"--set", "a=1", "in.exr"});
+    EXPECT_EQ(save.input, "in.exr");
+    EXPECT_THAT(save.settings, ElementsAre("a=1"));
+}
+
+TEST(Arguments, ASettingsTextIsTakenAsItStands) {
+    EXPECT_THAT(Save({"in.exr", "--set", "nodeIDList=1, 3 [Name], 5-8"}).settings,
+                ElementsAre("nodeIDList=1, 3 [Name], 5-8"));
+    EXPECT_THAT(Save({"in.exr", "--set=#46=8"}).settings, ElementsAre("#46=8"));
+}
+
+TEST(Arguments, GammaIsANumberInRangeOrOff) {
+    EXPECT_EQ(Save({"a", "--gamma", "off"}).gamma, std::nullopt);
+    EXPECT_EQ(Save({"a", "--gamma", "0.01"}).gamma, 0.01F);
+    EXPECT_EQ(Save({"a", "--gamma", "10"}).gamma, 10.0F);
+    for (const char* gamma : {"0", "0.009", "10.1", "x", "2,2", "nan", "inf", "2.2x", "1e99"}) {
+        EXPECT_EQ(Complaint({"save", "a", "--gamma", gamma}),
+                  std::string("--gamma ") + gamma + ": expected off or a number from 0.01 to 10");
+    }
+}
+
+TEST(Arguments, InfoAndParamsTakeTheirForms) {
+    EXPECT_FALSE(std::get<InfoArguments>(ParseArguments({"info", "a"})).json);
+    const auto info = std::get<InfoArguments>(ParseArguments({"info", "--json", "a"}));
+    EXPECT_TRUE(info.json);
+    EXPECT_EQ(info.input, "a");
+    const auto form = [](const Words& words) {
+        return std::get<ParamsArguments>(ParseArguments(words)).form;
+    };
+    EXPECT_EQ(form({"params"}), ListingForm::Text);
+    EXPECT_EQ(form({"params", "--json"}), ListingForm::Json);
+    EXPECT_EQ(form({"params", "--markdown"}), ListingForm::Markdown);
+}
+
+TEST(Arguments, HelpAndVersionAreText) {
+    EXPECT_EQ(TextOf({"--version"}), "veltrane 0.1.0\n");
+    EXPECT_THAT(TextOf({"--help"}), HasSubstr("veltrane save still.exr"));
+    EXPECT_THAT(TextOf({"-h"}), HasSubstr("params"));
+    EXPECT_THAT(TextOf({"save", "--help"}), HasSubstr("--set NAME=VALUE"));
+    EXPECT_THAT(TextOf({"info", "--help"}), HasSubstr("--json"));
+}
+
+TEST(Arguments, WrongUsageIsToldInOneLine) {
+    const std::string rest = "; \"veltrane --help\" tells the usage";
+    EXPECT_EQ(Complaint({}), "there is nothing to do" + rest);
+    EXPECT_EQ(Complaint({"sav"}),
+              "there is no command \"sav\"; the commands are save, info and params");
+    EXPECT_EQ(Complaint({"save"}), "INPUT is required" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "b"}), "The following argument was not expected: b" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "--all"}),
+              "The following argument was not expected: --all" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "-o"}), "--output requires an argument" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "--deflate", "slow"}),
+              "--deflate: slow not in {zlib,fast}" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "--progress", "x"}),
+              "--progress: x not in {auto,bar,lines,none}" + rest);
+    EXPECT_EQ(Complaint({"params", "--json", "--markdown"}), "--json excludes --markdown" + rest);
+    EXPECT_EQ(Complaint({"--nonsense"}),
+              "The following argument was not expected: --nonsense" + rest);
+}
+
+}  // namespace
+}  // namespace command

@@ -1,0 +1,239 @@
+#include "tests/command/exr_samples.h"
+
+#include <Imath/half.h>
+#include <OpenEXR/ImfChannelList.h>
+#include <OpenEXR/ImfDeepFrameBuffer.h>
+#include <OpenEXR/ImfDeepScanLineOutputFile.h>
+#include <OpenEXR/ImfFrameBuffer.h>
+#include <OpenEXR/ImfHeader.h>
+#include <OpenEXR/ImfIO.h>
+#include <OpenEXR/ImfMultiPartOutputFile.h>
+#include <OpenEXR/ImfOutputFile.h>
+#include <OpenEXR/ImfOutputPart.h>
+#include <OpenEXR/ImfPartType.h>
+#include <OpenEXR/ImfRgbaFile.h>
+#include <OpenEXR/ImfTiledOutputPart.h>
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+namespace exr_samples {
+namespace {
+
+class StringStream : public Imf::OStream {
+  public:
+    StringStream() : Imf::OStream("sample") {}
+
+    void write(const char c[], int n) override {
+        const auto count = static_cast<std::size_t>(n);
+        if (bytes.size() < position + count) bytes.resize(position + count);
+        std::memcpy(bytes.data() + position, c, count);
+        position += count;
+    }
+    std::uint64_t tellp() override { return position; }
+    void seekp(std::uint64_t pos) override { position = pos; }
+
+    std::string bytes;
+
+  private:
+    std::size_t position = 0;
+};
+
+Imath::Box2i Box(const command::Window& window) {
+    return {{window.left, window.top}, {window.right, window.bottom}};
+}
+
+Imf::Header HeaderOf(const Part& part) {
+    Imf::Header header(Box(part.display), Box(part.data), part.pixelAspect);
+    header.compression() = part.compression;
+    for (const Channel& channel : part.channels) {
+        header.channels().insert(channel.name,
+                                 Imf::Channel(channel.type, channel.sampling, channel.sampling));
+    }
+    if (part.tileSide > 0) {
+        const auto side = static_cast<unsigned>(part.tileSide);
+        header.setTileDescription(Imf::TileDescription(
+            side, side, part.mipmaps ? Imf::MIPMAP_LEVELS : Imf::ONE_LEVEL));
+    }
+    header.setType(part.tileSide > 0 ? Imf::TILEDIMAGE : Imf::SCANLINEIMAGE);
+    if (!part.name.empty()) header.setName(part.name);
+    return header;
+}
+
+// One channel's samples, in the file's own type.
+struct Plane {
+    std::vector<char> bytes;
+    std::size_t sampleBytes = 0;
+    int width = 0;
+    int height = 0;
+
+    void Put(int column, int row, Imf::PixelType type, double value) {
+        char* at = bytes.data() +
+                   static_cast<std::size_t>(row * width + column) * sampleBytes;
+        if (type == Imf::HALF) {
+            const Imath::half sample(static_cast<float>(value));
+            std::memcpy(at, &sample, sampleBytes);
+        } else if (type == Imf::FLOAT) {
+            const auto sample = static_cast<float>(value);
+            std::memcpy(at, &sample, sampleBytes);
+        } else {
+            const auto sample = static_cast<std::uint32_t>(value);
+            std::memcpy(at, &sample, sampleBytes);
+        }
+    }
+};
+
+// The samples of a part; `level` halves a part's pixels that often.
+class Planes {
+  public:
+    Planes(const Part& part, int level) {
+        for (const Channel& channel : part.channels) {
+            Plane plane;
+            plane.sampleBytes = channel.type == Imf::HALF ? 2 : 4;
+            const int step = channel.sampling << level;
+            plane.width = std::max<int>(1, static_cast<int>(part.data.Width()) / step);
+            plane.height = std::max<int>(1, static_cast<int>(part.data.Height()) / step);
+            plane.bytes.resize(static_cast<std::size_t>(plane.width * plane.height) *
+                               plane.sampleBytes);
+            for (int row = 0; row < plane.height; ++row) {
+                for (int column = 0; column < plane.width; ++column) {
+                    // Lower levels hold -1: nobody may read them.
+                    const double value =
+                        level > 0 ? -1.0
+                                  : part.values(channel.name,
+                                                part.data.left + column * channel.sampling,
+                                                part.data.top + row * channel.sampling);
+                    plane.Put(column, row, channel.type, value);
+                }
+            }
+            planes.push_back(std::move(plane));
+        }
+    }
+
+    Imf::FrameBuffer Slices(const Part& part) const {
+        Imf::FrameBuffer slices;
+        for (std::size_t i = 0; i < planes.size(); ++i) {
+            const Plane& plane = planes[i];
+            const Channel& channel = part.channels[i];
+            slices.insert(channel.name,
+                          Imf::Slice::Make(channel.type, plane.bytes.data(),
+                                           {part.data.left, part.data.top}, part.data.Width(),
+                                           part.data.Height(), plane.sampleBytes,
+                                           plane.sampleBytes *
+                                               static_cast<std::size_t>(plane.width),
+                                           channel.sampling, channel.sampling));
+        }
+        return slices;
+    }
+
+  private:
+    std::vector<Plane> planes;
+};
+
+void WriteTiles(Imf::TiledOutputPart&& output, const Part& part) {
+    for (int level = 0; level < output.numLevels(); ++level) {
+        const Planes planes(part, level);
+        output.setFrameBuffer(planes.Slices(part));
+        output.writeTiles(0, output.numXTiles(level) - 1, 0, output.numYTiles(level) - 1, level);
+    }
+}
+
+std::string WriteDeep(const Part& part) {
+    StringStream stream;
+    Imf::Header header = HeaderOf(part);
+    header.setType(Imf::DEEPSCANLINE);
+    header.compression() = Imf::ZIPS_COMPRESSION;
+    Imf::DeepScanLineOutputFile output(stream, header);
+    const auto width = static_cast<std::size_t>(part.data.Width());
+    const auto height = static_cast<std::size_t>(part.data.Height());
+    std::vector<unsigned> counts(width * height, 1);
+    const Planes planes(part, 0);
+    Imf::DeepFrameBuffer buffer;
+    const Imath::V2i origin(part.data.left, part.data.top);
+    buffer.insertSampleCountSlice(Imf::Slice::Make(Imf::UINT, counts.data(), origin,
+                                                   part.data.Width(), part.data.Height(),
+                                                   sizeof(unsigned), sizeof(unsigned) * width));
+    std::vector<std::vector<float>> samples;
+    std::vector<std::vector<float*>> pointers;
+    for (const Channel& channel : part.channels) {
+        std::vector<float>& values = samples.emplace_back();
+        for (int y = part.data.top; y <= part.data.bottom; ++y) {
+            for (int x = part.data.left; x <= part.data.right; ++x) {
+                values.push_back(static_cast<float>(part.values(channel.name, x, y)));
+            }
+        }
+    }
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        if (part.channels[i].type != Imf::FLOAT) throw std::logic_error("deep samples are floats");
+        std::vector<float*>& places = pointers.emplace_back();
+        for (float& value : samples[i]) places.push_back(&value);
+    }
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const Imf::Slice base = Imf::Slice::Make(
+            Imf::FLOAT, pointers[i].data(), origin, part.data.Width(), part.data.Height(),
+            sizeof(float*), sizeof(float*) * width);
+        buffer.insert(part.channels[i].name,
+                      Imf::DeepSlice(Imf::FLOAT, base.base, sizeof(float*), sizeof(float*) * width,
+                                     sizeof(float)));
+    }
+    output.setFrameBuffer(buffer);
+    output.writePixels(static_cast<int>(height));
+    return stream.bytes;
+}
+
+}  // namespace
+
+double Distinct(const std::string& channel, int x, int y) {
+    const int letter = static_cast<unsigned char>(channel.back()) % 32;
+    return letter + (x & 31) / 32.0 + (y & 7) / 256.0;
+}
+
+std::string Write(const std::vector<Part>& parts) {
+    if (parts.size() == 1 && parts[0].deep) return WriteDeep(parts[0]);
+    std::vector<Imf::Header> headers;
+    headers.reserve(parts.size());
+    for (const Part& part : parts) headers.push_back(HeaderOf(part));
+    StringStream stream;
+    {
+        Imf::MultiPartOutputFile file(stream, headers.data(), static_cast<int>(headers.size()));
+        for (int i = 0; i < static_cast<int>(parts.size()); ++i) {
+            const Part& part = parts[static_cast<std::size_t>(i)];
+            if (part.tileSide > 0) {
+                WriteTiles(Imf::TiledOutputPart(file, i), part);
+                continue;
+            }
+            const Planes planes(part, 0);
+            Imf::OutputPart output(file, i);
+            output.setFrameBuffer(planes.Slices(part));
+            output.writePixels(static_cast<int>(part.data.Height()));
+        }
+    }
+    return stream.bytes;
+}
+
+std::string WriteLumaChroma(int width, int height, float red, float green, float blue) {
+    StringStream stream;
+    {
+        Imf::RgbaOutputFile file(stream, Imf::Header(width, height), Imf::WRITE_YC);
+        const std::vector<Imf::Rgba> pixels(static_cast<std::size_t>(width * height),
+                                            Imf::Rgba(red, green, blue));
+        file.setFrameBuffer(pixels.data(), 1, static_cast<std::size_t>(width));
+        file.writePixels(height);
+    }
+    return stream.bytes;
+}
+
+std::string WithWindows(std::string bytes, const command::Window& window) {
+    for (const std::string name : {"dataWindow", "displayWindow"}) {
+        // Name, type and size, then four numbers of 32 bits, little-endian.
+        const std::string attribute = name + '\0' + "box2i" + '\0' + std::string("\x10\0\0\0", 4);
+        const std::size_t at = bytes.find(attribute);
+        if (at == std::string::npos) throw std::logic_error("no " + name);
+        const int numbers[] = {window.left, window.top, window.right, window.bottom};
+        std::memcpy(bytes.data() + at + attribute.size(), numbers, sizeof numbers);
+    }
+    return bytes;
+}
+
+}  // namespace exr_samples

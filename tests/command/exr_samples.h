@@ -1,0 +1,54 @@
+// Small OpenEXR files, written with OpenEXR itself.
+#pragma once
+
+#include <OpenEXR/ImfCompression.h>
+#include <OpenEXR/ImfPixelType.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "command/render_file.h"
+
+namespace exr_samples {
+
+struct Channel {
+    std::string name{};
+    Imf::PixelType type = Imf::HALF;
+    int sampling = 1;
+};
+
+// The value of a channel at a pixel; unsigned channels round it down.
+using Values = std::function<double(const std::string& channel, int x, int y)>;
+
+// The channel's place in the alphabet, then the pixel: tells every sample of a small file apart, and
+// is exact as a half.
+double Distinct(const std::string& channel, int x, int y);
+
+struct Part {
+    std::vector<Channel> channels{{"R"}, {"G"}, {"B"}, {"A"}};
+    command::Window display{0, 0, 3, 2};
+    command::Window data{0, 0, 3, 2};
+    Imf::Compression compression = Imf::ZIP_COMPRESSION;
+    // 0 for scanlines.
+    int tileSide = 0;
+    // Tiles of half the size, a quarter and so on too.
+    bool mipmaps = false;
+    bool deep = false;
+    // A file with several parts needs them.
+    std::string name{};
+    float pixelAspect = 1.0F;
+    Values values = Distinct;
+};
+
+// The file's bytes. Deep parts have one sample a pixel, in a file of their own.
+std::string Write(const std::vector<Part>& parts);
+inline std::string Write(const Part& part) { return Write(std::vector<Part>{part}); }
+
+// Luminance and chroma of a picture that is the same colour all over.
+std::string WriteLumaChroma(int width, int height, float red, float green, float blue);
+
+// The bytes of a scanline file whose header claims other windows than it has pixels for.
+std::string WithWindows(std::string bytes, const command::Window& window);
+
+}  // namespace exr_samples

@@ -1,0 +1,119 @@
+#include "command/info.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+namespace command {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+
+Description Sample() {
+    Description file;
+    file.path = "in/a.exr";
+    file.format = "OpenEXR";
+    Part part;
+    part.storage = "scanline";
+    part.compression = "zip";
+    part.dataWindow = {1, 2, 8, 4};
+    part.displayWindow = {0, 0, 9, 4};
+    part.pixelAspect = 2.0F;
+    part.attributes = {{"note", "string", std::string(100, 'x')},
+                       {"views", "stringvector", std::vector<std::string>{"left", "right"}},
+                       {"frame", "float", 7.5},
+                       {"pair", "v2f", std::vector<double>{1.0, 2.5}},
+                       {"odd", "opaque", std::monostate()}};
+    file.parts = {part};
+    file.layers = {
+        {"RGBA", true, 0,
+         {{"A", "A"}, {"B", "B"}, {"G", "G"}, {"R", "R"}}},
+        {"V.Depth", false, 0, {{"V.Depth.Z", "Z", SampleType::Float, 2, 2}}},
+        {"mix", false, 0,
+         {{"mix.R", "R"}, {"mix.id", "id", SampleType::Unsigned32}}},
+    };
+    file.warnings = {"something is odd"};
+    return file;
+}
+
+TEST(Info, TextTellsPartsLayersAndBeauty) {
+    EXPECT_EQ(DescribeAsText(Sample()),
+              "in/a.exr: OpenEXR, 10x5\n"
+              "part 1: scanline, compression zip\n"
+              "    display window 10x5 from (0, 0) to (9, 4)\n"
+              "    data window 8x3 from (1, 2) to (8, 4)\n"
+              "    pixel aspect ratio 2.0000\n"
+              "    layer RGBA: A B G R, half\n"
+              "    layer V.Depth: Z, float, with fewer samples than pixels\n"
+              "    layer mix: R id, half uint32\n"
+              "    note (string): " + std::string(60, 'x') + "... (100 bytes)\n"
+              "    views (stringvector): left right\n"
+              "    frame (float): 7.5\n"
+              "    pair (v2f): 1 2.5\n"
+              "    odd (opaque):\n"
+              "beauty: RGBA, because its channels have no layer name; alpha in A\n"
+              "warning: something is odd\n");
+}
+
+TEST(Info, TextFromTheFileIsMadeSafe) {
+    Description file = Sample();
+    file.layers[1].name = "evil\x1b[2J\nlayer";
+    file.parts[0].name = "p\tq";
+    const std::string text = DescribeAsText(file);
+    EXPECT_THAT(text, HasSubstr("layer evil [2J layer: Z"));
+    EXPECT_THAT(text, HasSubstr("part 1 \"p q\": scanline"));
+}
+
+TEST(Info, AValueIsNotCutInsideACharacter) {
+    Description file = Sample();
+    file.parts[0].attributes = {{"note", "string", std::string(59, 'x') + "ä" + "y"}};
+    EXPECT_THAT(DescribeAsText(file), HasSubstr(": " + std::string(59, 'x') + "... (62 bytes)\n"));
+}
+
+TEST(Info, AFileWithoutAPictureSaysWhy) {
+    Description file = Sample();
+    file.layers.erase(file.layers.begin());
+    file.layers[1].channels.erase(file.layers[1].channels.begin());
+    EXPECT_THAT(DescribeAsText(file), HasSubstr("beauty: none; no layer looks like the picture"));
+    EXPECT_TRUE(json::parse(DescribeAsJson(file))["beauty"].is_null());
+}
+
+TEST(Info, JsonHoldsTheSame) {
+    const json file = json::parse(DescribeAsJson(Sample()));
+    EXPECT_EQ(file["file"], "in/a.exr");
+    EXPECT_EQ(file["format"], "OpenEXR");
+    EXPECT_EQ(file["width"], 10);
+    EXPECT_EQ(file["height"], 5);
+    EXPECT_EQ(file["pixelAspectRatio"], 2.0);
+    const json& part = file["parts"][0];
+    EXPECT_TRUE(part["name"].is_null());
+    EXPECT_EQ(part["storage"], "scanline");
+    EXPECT_EQ(part["compression"], "zip");
+    EXPECT_EQ(part["dataWindow"], (json{{"min", {1, 2}}, {"max", {8, 4}}}));
+    EXPECT_EQ(part["deep"], false);
+    EXPECT_EQ(part["complete"], true);
+    EXPECT_EQ(part["layers"].size(), 3U);
+    EXPECT_EQ(part["layers"][1],
+              json::parse(R"({"name": "V.Depth", "channels":
+                  [{"name": "V.Depth.Z", "type": "float", "sampling": [2, 2]}]})"));
+    EXPECT_EQ(part["attributes"][0]["value"], std::string(100, 'x')) << "not cut";
+    EXPECT_EQ(part["attributes"][1]["value"], (json{"left", "right"}));
+    EXPECT_EQ(part["attributes"][2]["value"], 7.5);
+    EXPECT_EQ(part["attributes"][3]["value"], (json{1.0, 2.5}));
+    EXPECT_TRUE(part["attributes"][4]["value"].is_null());
+    EXPECT_EQ(file["beauty"],
+              json::parse(R"({"layer": "RGBA", "part": 0, "why": "its channels have no layer name",
+                  "red": "R", "green": "G", "blue": "B", "alpha": "A"})"));
+    EXPECT_EQ(file["warnings"], (json{"something is odd"}));
+}
+
+TEST(Info, JsonReplacesWhatIsNotUtf8) {
+    Description file = Sample();
+    file.layers[0].name = "a\xff";
+    EXPECT_EQ(json::parse(DescribeAsJson(file))["parts"][0]["layers"][0]["name"], "a\xef\xbf\xbd");
+}
+
+}  // namespace
+}  // namespace command

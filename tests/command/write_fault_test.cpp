@@ -1,0 +1,47 @@
+#include "command/write_fault.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+namespace command {
+namespace {
+
+TEST(WriteFault, AFullDiskIsToldWithWhatToDo) {
+    EXPECT_EQ(ExplainEntry("Error writing to /a/b.psd.", "/a/b.psd", ENOSPC),
+              "Error writing to /a/b.psd: No space left on device; free some space or choose "
+              "another place with -o");
+}
+
+TEST(WriteFault, AFileThatCantBeOpenedIsToldWithTheReason) {
+    EXPECT_EQ(ExplainEntry("Could not open/create /a/b.psd.", "/a/b.psd", EACCES),
+              "Could not open/create /a/b.psd: Permission denied; change its permissions or choose "
+              "another place with -o");
+    EXPECT_EQ(ExplainEntry("Could not open/create /a/b.psd.", "/a/b.psd", ENOENT),
+              "Could not open/create /a/b.psd: No such file or directory; create its folder first "
+              "or choose another with -o");
+}
+
+TEST(WriteFault, AnotherReasonStillSaysWhatToDo) {
+    EXPECT_EQ(ExplainEntry("Error writing to /a.psd.", "/a.psd", EPIPE),
+              "Error writing to /a.psd: Broken pipe; choose another place with -o");
+    EXPECT_EQ(ExplainEntry("Error writing to /a.psd.", "/a.psd", 0),
+              "Error writing to /a.psd: the system gave no reason; check the disk");
+}
+
+TEST(WriteFault, WithoutMemoryTheReasonIsNotTheSystems) {
+    EXPECT_EQ(ExplainEntry("Not enough memory to write /a.psd.", "/a.psd", EACCES),
+              "Not enough memory to write /a.psd; close other programs or save fewer bits a "
+              "channel");
+}
+
+TEST(WriteFault, OtherEntriesGetTheDocumentInFront) {
+    EXPECT_EQ(ExplainEntry("No valid PSD filename! PSD file will not be saved!", "/a.psd", EACCES),
+              "/a.psd: No valid PSD filename! PSD file will not be saved!");
+    EXPECT_EQ(ExplainEntry("Odd things about /a.psd here.", "/a.psd", 0),
+              "Odd things about /a.psd here.");
+    EXPECT_EQ(ExplainEntry("Odd.", "", 0), "Odd.");
+}
+
+}  // namespace
+}  // namespace command
