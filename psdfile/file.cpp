@@ -95,9 +95,11 @@ void PSDFile::AddFullChannel(PSDLayerRecord& record, std::int16_t id,
                LayerCompression(), source);
 }
 
+// They have the file's depth, since the layer section takes its own from the first channel.
 void PSDFile::AddEmptyChannels(PSDLayerRecord& record) {
     for (const std::int16_t id : {channelTransparency, channelRed, channelGreen, channelBlue}) {
-        AddChannel(record, id, 0, 0, 8, compressionRaw, nullptr);
+        AddChannel(record, id, 0, 0, static_cast<std::uint8_t>(header.depth), compressionRaw,
+                   nullptr);
     }
 }
 

@@ -36,7 +36,7 @@ class PSDLayerAndMaskInformation : public PSDPart {
     PSDLayerAndMaskInformation();
 
     // At 16 and 32 bits the layers stand in a tagged block behind two empty lengths. The depth is
-    // that of the first channel in the list; channels without pixels count as 8 bits.
+    // that of the first channel in the list.
     void WriteBody(std::ostream& stream) override;
 
     PSDLayersInfo layersInfo;

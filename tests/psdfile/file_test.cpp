@@ -494,13 +494,13 @@ INSTANTIATE_TEST_SUITE_P(EveryFormat, WholeDocument,
                                     (std::get<2>(test.param) ? "PSB" : "PSD");
                          });
 
-TEST(File, At16BitsWhoseBottomIsALayerSetHasItsLayersWhereAn8BitFileHasThem) {
+TEST(File, At16BitsHasItsLayersInTheTaggedBlockAlsoWithALayerSetAtTheBottom) {
     PSDFile file = SmallFile(16, 2);
     file.AddLayerSet("set", nullptr, blendKeyPassThrough, 0, false, {}, true);
     AddOpaqueLayer(file, "a");
     file.EndLayerSet();
     const WalkedDocument document = Walk(file);
-    EXPECT_FALSE(document.layersInTaggedBlock);
+    EXPECT_TRUE(document.layersInTaggedBlock);
     EXPECT_EQ(Hex(document.layers.at(1).channels.at(0).pixels), Hex(Expected(1, 16)));
 }
 
