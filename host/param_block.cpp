@@ -7,10 +7,7 @@
 #include <string>
 #include <utility>
 
-#include <hold.h>
 #include <maxheap.h>
-
-#include "host/undo.h"
 
 namespace host {
 namespace {
@@ -39,37 +36,19 @@ int TruncateToInt(double v) {
                                        static_cast<double>(std::numeric_limits<int>::max())));
 }
 
-PB2Value TargetValue(ReferenceTarget* target) {
+}  // namespace
+
+PB2Value ParamBlock::TextValue(const MCHAR* text) {
+    PB2Value v{};
+    v.s = text ? HeapCopy(text) : nullptr;
+    return v;
+}
+
+PB2Value ParamBlock::TargetValue(ReferenceTarget* target) {
     PB2Value v{};
     v.r = target;
     return v;
 }
-
-}  // namespace
-
-// A parameter's other values: those before the change, or after it once it is taken back.
-class ParameterRestore final : public RestoreObj {
-  public:
-    ParameterRestore(ParamBlock* block, ParamID id, int tabIndex, ParamBlock::Shape shape,
-                     ParamBlock::HeldValues before)
-        : block_(block), id_(id), tabIndex_(tabIndex), shape_(shape), other_(std::move(before)) {}
-
-    void Restore(int /*isUndo*/) override { Exchange(); }
-    void Redo() override { Exchange(); }
-
-  private:
-    void Exchange() {
-        if (auto* block = static_cast<ParamBlock*>(block_.Get())) {
-            block->Exchange(id_, tabIndex_, shape_, other_);
-        }
-    }
-
-    TargetReference block_;
-    ParamID id_;
-    int tabIndex_;
-    ParamBlock::Shape shape_;
-    ParamBlock::HeldValues other_;
-};
 
 ParamBlock::ParamBlock(ParamBlockDesc2& desc, ReferenceMaker* owner) : desc_(desc), owner_(owner) {
     for (int index = 0; index < desc.Count(); ++index) {
@@ -285,7 +264,7 @@ PB2Value ParamBlock::Read(Parameter& parameter, TimeValue t, int tabIndex) {
             v.f = std::get<float>(value);
             break;
         case Kind::Text:
-            v.s = HeapCopy(std::get<MSTR>(value).data());
+            v = TextValue(std::get<MSTR>(value).data());
             break;
         case Kind::Target:
             v.r = Target(parameter, tabIndex);
@@ -432,9 +411,7 @@ BOOL ParamBlock::SetValue(ParamID id, TimeValue t, const MCHAR* text, int tabInd
     if (!parameter || !parameter->Has(tabIndex) || parameter->kind != Kind::Text) {
         return FALSE;
     }
-    PB2Value v{};
-    v.s = text ? HeapCopy(text) : nullptr;
-    return Write(*parameter, t, tabIndex, v);
+    return Write(*parameter, t, tabIndex, TextValue(text));
 }
 
 BOOL ParamBlock::SetValue(ParamID id, TimeValue t, ReferenceTarget* target, int tabIndex) {
@@ -443,218 +420,6 @@ BOOL ParamBlock::SetValue(ParamID id, TimeValue t, ReferenceTarget* target, int 
         return FALSE;
     }
     return Write(*parameter, t, tabIndex, TargetValue(target));
-}
-
-// Tables
-
-int ParamBlock::Count(ParamID id) {
-    const Parameter* parameter = Find(id);
-    return parameter && parameter->IsTable() ? static_cast<int>(parameter->entries.size()) : 0;
-}
-
-void ParamBlock::SetCount(ParamID id, int count) {
-    Parameter* parameter = FindVariableTable(id);
-    const int old = Count(id);
-    if (!parameter || count < 0 || count == old) {
-        return;
-    }
-    std::optional<HeldValues> before = SnapshotIfHolding(*parameter);
-    if (count < old) {
-        RemoveEntries(*parameter, count, old - count);
-    } else {
-        parameter->entries.resize(static_cast<std::size_t>(count), Empty(parameter->kind));
-    }
-    const int first = std::min(old, count);
-    PutUndo(*parameter, first, Shape::Changed, std::move(before));
-    TellTableChanged(*parameter, tab_setcount, first, std::abs(count - old));
-    TellChanged(*parameter, first, FOREVER, PART_ALL, REFMSG_CHANGE);
-}
-
-int ParamBlock::Append(ParamID id, int count, ReferenceTarget** values, int /*allocN*/) {
-    return InsertTargets(id, Count(id), count, values, tab_append);
-}
-
-int ParamBlock::Append(ParamID id, int count, const MCHAR** values, int /*allocN*/) {
-    return InsertTexts(id, Count(id), count, values, tab_append);
-}
-
-int ParamBlock::Insert(ParamID id, int at, int count, ReferenceTarget** values) {
-    return InsertTargets(id, at, count, values, tab_insert);
-}
-
-int ParamBlock::Insert(ParamID id, int at, int count, const MCHAR** values) {
-    return InsertTexts(id, at, count, values, tab_insert);
-}
-
-int ParamBlock::InsertTargets(ParamID id, int at, int count, ReferenceTarget** values,
-                              tab_changes code) {
-    Parameter* parameter = FindVariableTable(id);
-    if (!parameter || parameter->kind != Kind::Target || at < 0 || at > Count(id) || count <= 0) {
-        return -1;
-    }
-    std::vector<PB2Value> incoming;
-    for (int index = 0; index < count; ++index) {
-        incoming.push_back(TargetValue(values ? values[index] : nullptr));
-    }
-    return InsertValues(*parameter, at, incoming, code);
-}
-
-int ParamBlock::InsertTexts(ParamID id, int at, int count, const MCHAR** values, tab_changes code) {
-    Parameter* parameter = FindVariableTable(id);
-    if (!parameter || parameter->kind != Kind::Text || at < 0 || at > Count(id) || count <= 0) {
-        return -1;
-    }
-    std::vector<PB2Value> incoming;
-    for (int index = 0; index < count; ++index) {
-        PB2Value v{};
-        v.s = values && values[index] ? HeapCopy(values[index]) : nullptr;
-        incoming.push_back(v);
-    }
-    return InsertValues(*parameter, at, incoming, code);
-}
-
-int ParamBlock::InsertValues(Parameter& parameter, int at, const std::vector<PB2Value>& values,
-                             tab_changes code) {
-    const int count = static_cast<int>(values.size());
-    std::vector<Value> stored;
-    for (int index = 0; index < count; ++index) {
-        std::optional<Value> value =
-            Incoming(parameter, 0, at + index, values[static_cast<std::size_t>(index)]);
-        if (!value) {
-            return -1;
-        }
-        stored.push_back(std::move(*value));
-    }
-    if (at > static_cast<int>(parameter.entries.size())) {
-        return -1;
-    }
-    std::optional<HeldValues> before = SnapshotIfHolding(parameter);
-    parameter.entries.insert(parameter.entries.begin() + at, stored.size(), Empty(parameter.kind));
-    for (int index = 0; index < count; ++index) {
-        Value& value = stored[static_cast<std::size_t>(index)];
-        if (parameter.kind != Kind::Target) {
-            parameter.entries[static_cast<std::size_t>(at + index)] = std::move(value);
-        } else if (!StoreTarget(parameter, at + index, std::get<ReferenceTarget*>(value))) {
-            RemoveEntries(parameter, at, count);
-            return -1;
-        }
-    }
-    PutUndo(parameter, at, Shape::Changed, std::move(before));
-    TellTableChanged(parameter, code, at, count);
-    TellChanged(parameter, at, FOREVER, PART_ALL, REFMSG_CHANGE);
-    return at;
-}
-
-int ParamBlock::Delete(ParamID id, int start, int num) {
-    Parameter* parameter = FindVariableTable(id);
-    if (!parameter || !parameter->Has(start) || num <= 0) {
-        return -1;
-    }
-    const int count = std::min(num, Count(id) - start);
-    std::optional<HeldValues> before = SnapshotIfHolding(*parameter);
-    RemoveEntries(*parameter, start, count);
-    PutUndo(*parameter, start, Shape::Changed, std::move(before));
-    TellTableChanged(*parameter, tab_delete, start, count);
-    TellChanged(*parameter, start, FOREVER, PART_ALL, REFMSG_CHANGE);
-    return Count(id);
-}
-
-// References go one by one, so that the numbers of those behind them stay right.
-void ParamBlock::RemoveEntries(Parameter& parameter, int start, int count) {
-    if (parameter.kind == Kind::Target) {
-        for (int index = start; index < start + count; ++index) {
-            StoreTarget(parameter, index, nullptr);
-        }
-    }
-    const auto first = parameter.entries.begin() + start;
-    parameter.entries.erase(first, first + count);
-}
-
-BOOL ParamBlock::Sort(
-    ParamID id, const std::function<bool(ReferenceTarget* left, ReferenceTarget* right)>& before) {
-    Parameter* parameter = Find(id);
-    if (!parameter || !parameter->IsTable() || parameter->kind != Kind::Target) {
-        return FALSE;
-    }
-    std::optional<HeldValues> unsorted = SnapshotIfHolding(*parameter);
-    // The same targets in another order: nobody's list of dependents changes.
-    std::stable_sort(parameter->entries.begin(), parameter->entries.end(),
-                     [&](const Value& left, const Value& right) {
-                         return before(std::get<ReferenceTarget*>(left),
-                                       std::get<ReferenceTarget*>(right));
-                     });
-    PutUndo(*parameter, 0, Shape::Changed, std::move(unsorted));
-    TellTableChanged(*parameter, tab_sort, 0, Count(id));
-    TellChanged(*parameter, 0, FOREVER, PART_ALL, REFMSG_CHANGE);
-    return TRUE;
-}
-
-// Undo
-
-ParamBlock::HeldValues ParamBlock::Snapshot(const Parameter& parameter) const {
-    HeldValues values;
-    for (int index = 0; parameter.Has(index); ++index) {
-        if (parameter.kind == Kind::Target) {
-            values.emplace_back(std::make_unique<TargetReference>(Target(parameter, index)));
-            continue;
-        }
-        const Value& value = parameter.entries[static_cast<std::size_t>(index)];
-        if (const int* number = std::get_if<int>(&value)) {
-            values.emplace_back(*number);
-        } else if (const float* fraction = std::get_if<float>(&value)) {
-            values.emplace_back(*fraction);
-        } else {
-            values.emplace_back(std::get<MSTR>(value));
-        }
-    }
-    return values;
-}
-
-std::optional<ParamBlock::HeldValues> ParamBlock::SnapshotIfHolding(
-    const Parameter& parameter) const {
-    return theHold.Holding() ? std::optional(Snapshot(parameter)) : std::nullopt;
-}
-
-void ParamBlock::PutUndo(const Parameter& parameter, int tabIndex, Shape shape,
-                         std::optional<HeldValues> before) {
-    if (before) {
-        theHold.Put(new ParameterRestore(this, parameter.id, tabIndex, shape, std::move(*before)));
-    }
-}
-
-void ParamBlock::Exchange(ParamID id, int tabIndex, Shape shape, HeldValues& values) {
-    Parameter& parameter = *Find(id);
-    const int old = static_cast<int>(parameter.entries.size());
-    const int count = static_cast<int>(values.size());
-    HeldValues current = Snapshot(parameter);
-    if (parameter.kind == Kind::Target) {
-        for (int index = 0; index < old; ++index) {
-            StoreTarget(parameter, index, nullptr);
-        }
-    }
-    parameter.entries.resize(values.size(), Empty(parameter.kind));
-    for (int index = 0; index < count; ++index) {
-        HeldValue& held = values[static_cast<std::size_t>(index)];
-        Value& entry = parameter.entries[static_cast<std::size_t>(index)];
-        if (const auto* target = std::get_if<std::unique_ptr<TargetReference>>(&held)) {
-            StoreTarget(parameter, index, (*target)->Get());
-        } else if (const int* number = std::get_if<int>(&held)) {
-            entry = *number;
-        } else if (const float* fraction = std::get_if<float>(&held)) {
-            entry = *fraction;
-        } else {
-            entry = std::get<MSTR>(held);
-        }
-    }
-    values = std::move(current);
-    if (shape == Shape::Changed) {
-        if (count != old) {
-            TellTableChanged(parameter, tab_setcount, std::min(count, old), std::abs(count - old));
-        } else {
-            TellTableChanged(parameter, tab_sort, 0, count);
-        }
-    }
-    TellChanged(parameter, tabIndex, FOREVER, PART_ALL, REFMSG_CHANGE);
 }
 
 }  // namespace host

@@ -103,6 +103,9 @@ class ParamBlock final : public IParamBlock2 {
 
     static Kind KindOf(ParamType2 type);
     static Value Empty(Kind kind);
+    // Owns a copy of the text; null for null.
+    static PB2Value TextValue(const MCHAR* text);
+    static PB2Value TargetValue(ReferenceTarget* target);
     const ParamDef& Def(const Parameter& parameter) const;
     Parameter* Find(ParamID id);
     // Null unless the table's size may change.

@@ -85,17 +85,13 @@ void AttachByPath(const PSDBuilder& builder, const char* name, const char16_t* u
     Attach(FollowPath(StartOf(builder, path), path.Parent(), unicodePath.Parent(), true), layer);
 }
 
-template <class Layer>
-boost::shared_ptr<Layer> MakeLayer(std::uint32_t blendKey, std::uint8_t flags,
-                                   psdfile::PSDChannelImageDataSourcePtr mask, bool maskEnabled,
-                                   bool clipping) {
-    auto layer = boost::make_shared<Layer>();
-    layer->blendKey = blendKey;
-    layer->flags = flags;
-    layer->mask = std::move(mask);
-    layer->maskEnabled = maskEnabled;
-    layer->clipping = clipping;
-    return layer;
+void SetCommonFields(PSDBuilderLayerGeneric& layer, std::uint32_t blendKey, std::uint8_t flags,
+                     psdfile::PSDChannelImageDataSourcePtr mask, bool maskEnabled, bool clipping) {
+    layer.blendKey = blendKey;
+    layer.flags = flags;
+    layer.mask = std::move(mask);
+    layer.maskEnabled = maskEnabled;
+    layer.clipping = clipping;
 }
 
 }  // namespace
@@ -121,8 +117,8 @@ void PSDBuilder::AddRGBLayer(const char* name, const char16_t* unicodeName, std:
                              psdfile::PSDChannelImageDataSourcePtr alpha,
                              psdfile::PSDChannelImageDataSourcePtr mask, bool maskEnabled,
                              bool clipping) {
-    auto layer =
-        MakeLayer<PSDBuilderRGBLayer>(blendKey, flags, std::move(mask), maskEnabled, clipping);
+    auto layer = boost::make_shared<PSDBuilderRGBLayer>();
+    SetCommonFields(*layer, blendKey, flags, std::move(mask), maskEnabled, clipping);
     layer->red = std::move(red);
     layer->green = std::move(green);
     layer->blue = std::move(blue);
@@ -134,8 +130,8 @@ void PSDBuilder::AddAdjustmentLayer(
     const char* name, const char16_t* unicodeName, std::uint32_t blendKey, std::uint8_t flags,
     boost::shared_ptr<psdfile::PSDLayerRecordExtraDataResourceBlock> adjustment,
     psdfile::PSDChannelImageDataSourcePtr mask, bool maskEnabled, bool clipping) {
-    auto layer = MakeLayer<PSDBuilderAdjustmentLayer>(blendKey, flags, std::move(mask), maskEnabled,
-                                                      clipping);
+    auto layer = boost::make_shared<PSDBuilderAdjustmentLayer>();
+    SetCommonFields(*layer, blendKey, flags, std::move(mask), maskEnabled, clipping);
     layer->adjustment = std::move(adjustment);
     AttachByPath(*this, name, unicodeName, layer);
 }
@@ -145,8 +141,8 @@ void PSDBuilder::BeginLayerSet(const char* name, const char16_t* unicodeName,
                                psdfile::PSDChannelImageDataSourcePtr mask, bool maskEnabled) {
     ContainerPtr found = FindLayerSet(name, unicodeName, false);
     if (!found) {
-        auto set =
-            MakeLayer<PSDBuilderLayerSet>(blendKey, flags, std::move(mask), maskEnabled, false);
+        auto set = boost::make_shared<PSDBuilderLayerSet>();
+        SetCommonFields(*set, blendKey, flags, std::move(mask), maskEnabled, false);
         set->open = open;
         AttachByPath(*this, name, unicodeName, set);
         found = set;

@@ -21,9 +21,10 @@ class ParamBlockUndo : public testing::Test {
     void TearDown() override { host::ResetApplication(); }
     host::ParamBlock& Block() { return owner->Block(); }
     std::vector<ReferenceTarget*> Targets() {
-        std::vector<ReferenceTarget*> targets;
-        for (int i = 0; i < Block().Count(SAMPLE_TARGETS); ++i) {
-            targets.push_back(Block().GetReferenceTarget(SAMPLE_TARGETS, 0, i));
+        std::vector<ReferenceTarget*> targets(
+            static_cast<std::size_t>(Block().Count(SAMPLE_TARGETS)));
+        for (std::size_t i = 0; i < targets.size(); ++i) {
+            targets[i] = Block().GetReferenceTarget(SAMPLE_TARGETS, 0, static_cast<int>(i));
         }
         return targets;
     }

@@ -20,16 +20,17 @@ class ParamBlockTables : public testing::Test {
     void TearDown() override { host::ResetApplication(); }
     host::ParamBlock& Block() { return owner.Block(); }
     std::vector<ReferenceTarget*> Targets() {
-        std::vector<ReferenceTarget*> targets;
-        for (int i = 0; i < Block().Count(SAMPLE_TARGETS); ++i) {
-            targets.push_back(Block().GetReferenceTarget(SAMPLE_TARGETS, 0, i));
+        std::vector<ReferenceTarget*> targets(
+            static_cast<std::size_t>(Block().Count(SAMPLE_TARGETS)));
+        for (std::size_t i = 0; i < targets.size(); ++i) {
+            targets[i] = Block().GetReferenceTarget(SAMPLE_TARGETS, 0, static_cast<int>(i));
         }
         return targets;
     }
     std::vector<MSTR> Texts() {
-        std::vector<MSTR> texts;
-        for (int i = 0; i < Block().Count(SAMPLE_STRINGS); ++i) {
-            texts.emplace_back(Block().GetStr(SAMPLE_STRINGS, 0, i));
+        std::vector<MSTR> texts(static_cast<std::size_t>(Block().Count(SAMPLE_STRINGS)));
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            texts[i] = MSTR(Block().GetStr(SAMPLE_STRINGS, 0, static_cast<int>(i)));
         }
         return texts;
     }
