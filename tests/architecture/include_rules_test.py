@@ -58,9 +58,10 @@ ROWS = {
 }
 
 # Rooms of the workshop, which look into every folder.
-EVERYTHING = {"project": tuple(f"{folder}/" for folder in ROWS),
+ROOMS = ("tests", "bench", "fuzz", "examples")
+EVERYTHING = {"project": tuple(f"{folder}/" for folder in (*ROWS, *ROOMS)),
               "libraries": ("sdk", *INPUT_LIBRARIES, "googletest", "benchmark")}
-ROWS |= {room: EVERYTHING for room in ("tests", "bench", "fuzz", "examples")}
+ROWS |= {room: EVERYTHING for room in ROOMS}
 
 # What no text of the project says: where it was written, and papers that its reader doesn't have.
 WORDS = (

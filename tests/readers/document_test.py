@@ -249,6 +249,15 @@ class TheColours(DocumentTest):
                    values={"gammaCorrectConfig": 2, "premultipliedAlpha": 0},
                    premultiplied=False, table=expected.power_table(2.2))
 
+    def test_of_the_layer_stay_linear_where_an_adjustment_layer_is_to_carry_the_gamma(self):
+        document = self.save(gamma=2.2, gammaCorrectConfig=3, bitDepth=16,
+                             outputRenderAs=WITH_TRANSPARENCY)
+        layer, = (layer for layer in document.layers if layer.name == "Render")
+        self.assert_layer(document, layer, expected.layer_planes(self.beauty, 16))
+        corrected = expected.layer_planes(self.beauty, 16, table=expected.power_table(2.2))
+        for index, (found, wanted) in enumerate(zip(document.merged(), corrected)):
+            self.assert_same(found, wanted, f"merged channel {index}")
+
     def test_stay_linear_without_gamma(self):
         self.check(16, values={"gammaCorrectConfig": 2})
         self.check(16, gamma=2.2, values={"gammaCorrectRender": 0})
@@ -308,6 +317,28 @@ class OtherRenders(DocumentTest):
 
     def test_half_floats_come_exactly_into_32_bits(self):
         self.check(self.write("RGBA", kind=oiio.HALF), depth=32)
+
+    def test_a_png_is_srgb_with_straight_alpha(self):
+        stored = numpy.random.default_rng(7).integers(0, 256, (23, 37, 4), dtype=numpy.uint8)
+        spec = oiio.ImageSpec(37, 23, 4, oiio.UINT8)
+        spec.attribute("oiio:UnassociatedAlpha", 1)
+        path = self.folder / "made.png"
+        writer = oiio.ImageOutput.create(str(path))
+        self.assertTrue(writer.open(str(path), spec) and writer.write_image(stored),
+                        writer.geterror())
+        writer.close()
+
+        encoded = stored / 255.0
+        linear = numpy.where(encoded <= 0.04045, encoded / 12.92,
+                             ((encoded + 0.055) / 1.055) ** 2.4)
+        alpha = encoded[..., 3]
+        wanted = [expected.to_16_bits(plane)
+                  for plane in (*(linear[..., index] * alpha for index in range(3)), alpha)]
+        document = self.save(path, outputRenderAs=WITH_TRANSPARENCY, bitDepth=16)
+        for channel, plane in zip((RED, GREEN, BLUE, ALPHA), wanted):
+            found, _ = document.channel(document.layers[0], channel)
+            # The road through single precision may round the last bit otherwise.
+            self.assertLessEqual(numpy.abs(found.astype(numpy.int64) - plane).max(), 1)
 
     def test_what_is_no_number_is_made_finite_with_one_warning(self):
         def spoil(pixels):
