@@ -25,7 +25,7 @@ void TakeValue(ParamType2 type, std::va_list* arguments, PB2Value& value, MSTR& 
             break;
         case TYPE_INODE:
         case TYPE_REFTARG:
-            assert(!"a reference has neither a default nor a range");
+            assert(false && "a reference has neither a default nor a range");
             break;
         default:
             value.i = va_arg(*arguments, int);
@@ -54,7 +54,7 @@ void TakeOption(ParamDef& def, int tag, std::va_list* arguments) {
             def.refno = va_arg(*arguments, int);
             break;
         default:
-            assert(!"unknown tag in a parameter's definition");
+            assert(false && "unknown tag in a parameter's definition");
             break;
     }
 }

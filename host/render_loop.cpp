@@ -131,15 +131,13 @@ class RenderRun {
             auto* asker = dynamic_cast<Effect8*>(effect.get());
             consumers.push_back({effect.get(), !asker || asker->SupportsBitmap(bitmap)});
         }
-        Broadcast(NOTIFY_POST_RENDERFRAME, &context);
-        if (selfDriven_ || !App().settings.render.effects) {
-            return;
-        }
+        const bool applies = !selfDriven_ && App().settings.render.effects;
         for (const Consumer& consumer : consumers) {
-            if (consumer.supports && consumer.effect->Active(context.time)) {
+            if (applies && consumer.supports && consumer.effect->Active(context.time)) {
                 consumer.effect->Apply(context.time, &bitmap, &context, job_.callback);
             }
         }
+        Broadcast(NOTIFY_POST_RENDERFRAME, &context);
     }
 
     const RenderJob& job_;

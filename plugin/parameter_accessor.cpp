@@ -84,8 +84,8 @@ void PrepareLayersFor32Bits(IParamBlock2& pblock) {
 void PSDOutputPBAccessor::Get(PB2Value& v, ReferenceMaker* owner, ParamID id, int, TimeValue,
                               Interval&) {
     effect::PSDOutput* output = OwnerAsEffect(owner);
-    // A path that was never set comes as the empty text, and stays it: that no file is assigned must
-    // be seen. Only setting the empty text asks for the default.
+    // A path that was never set comes as the empty text, and stays it: that no file is assigned
+    // must be seen. Only setting the empty text asks for the default.
     if (id == "filename"_param && v.s && *v.s) NormalizeFilename(v, output);
     if (id == "usePS7Extensions"_param) v.i = TRUE;
     if (id == "legacyBitDepth"_param && output && output->pblock) {

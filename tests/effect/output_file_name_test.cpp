@@ -117,6 +117,10 @@ TEST_F(OutputFileName, OfTheNumberThatMeansNoneHasNoNumber) {
     Render().timeType = REND_TIMESEGMENT;
     Render().fileNumberBase = -2000000;
     EXPECT_EQ(Resolved(true, 0), "/renders/shot.psd");
+    const std::string tooLongForANumber =
+        std::string("/").append(200, 'd').append("/").append(100, 'n').append(".psd");
+    SetFilename(tooLongForANumber);
+    EXPECT_EQ(Resolved(true, 0), tooLongForANumber);
 }
 
 TEST_F(OutputFileName, HasRoomFor259CharactersWithItsNumber) {

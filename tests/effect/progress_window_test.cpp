@@ -26,7 +26,7 @@ class ProgressWindow : public EffectTest {
 
     // A window with `controls` in it.
     HWND Add(const MCHAR* title, const MCHAR* className, HWND owner) {
-        const HWND window = Host().windows.Add({className, title, nullptr, owner, 0});
+        HWND window = Host().windows.Add({className, title, nullptr, owner, 0});
         for (const Control& control : controls) {
             Host().windows.Add({control.className, _M(""), window, nullptr, control.id});
         }
@@ -40,27 +40,27 @@ TEST_F(ProgressWindow, IsNoneOnAnEmptyDesktop) {
 }
 
 TEST_F(ProgressWindow, IsFoundByItsTitle) {
-    const HWND window = Add(_M("Rendering"));
+    HWND window = Add(_M("Rendering"));
     EXPECT_EQ(FindRenderProgressWindow(), window);
 }
 
 TEST_F(ProgressWindow, IsFoundByItsControlsUnderAnotherTitle) {
     Add(_M("Other"), _M("Frame"), Host().settings.mainWindow);
-    const HWND window = Add(_M("Rendu"));
+    HWND window = Add(_M("Rendu"));
     Add(_M("Second"));
     EXPECT_EQ(FindRenderProgressWindow(), window) << "the first in order";
 }
 
 TEST_F(ProgressWindow, WithTheTitleComesBeforeThoseInFrontOfIt) {
     Add(_M("First"));
-    const HWND window = Add(_M("Rendering"));
+    HWND window = Add(_M("Rendering"));
     EXPECT_EQ(FindRenderProgressWindow(), window);
 }
 
 TEST_F(ProgressWindow, WithTheTitleButNotTheRestIsPassedOver) {
     Host().windows.Add({_M("#32770"), _M("Rendering"), nullptr, Host().settings.mainWindow, 0});
     EXPECT_EQ(FindRenderProgressWindow(), nullptr);
-    const HWND window = Add(_M("Other"));
+    HWND window = Add(_M("Other"));
     EXPECT_EQ(FindRenderProgressWindow(), window);
 }
 
@@ -71,7 +71,7 @@ TEST_F(ProgressWindow, OfAnotherClassIsNone) {
 
 TEST_F(ProgressWindow, OfAnotherProgramsMainWindowIsNone) {
     Add(_M("Rendering"), _M("#32770"), nullptr);
-    const HWND other = Host().windows.Add({_M("Main"), _M("Other application")});
+    HWND other = Host().windows.Add({_M("Main"), _M("Other application")});
     Add(_M("Rendering"), _M("#32770"), other);
     EXPECT_EQ(FindRenderProgressWindow(), nullptr);
 }
@@ -81,7 +81,7 @@ TEST_F(ProgressWindow, WithoutOneOfItsControlsIsNone) {
     for (std::size_t left = 0; left < all.size(); ++left) {
         controls = all;
         controls.erase(controls.begin() + static_cast<std::ptrdiff_t>(left));
-        const HWND window = Add(_M("Rendering"));
+        HWND window = Add(_M("Rendering"));
         EXPECT_EQ(FindRenderProgressWindow(), nullptr) << "control " << all[left].id;
         Host().windows.Remove(window);
     }
@@ -92,7 +92,7 @@ TEST_F(ProgressWindow, WithAControlOfAnotherClassIsNone) {
     for (std::size_t changed = 0; changed < all.size(); ++changed) {
         controls = all;
         controls[changed].className = _M("Edit");
-        const HWND window = Add(_M("Rendering"));
+        HWND window = Add(_M("Rendering"));
         EXPECT_EQ(FindRenderProgressWindow(), nullptr) << "control " << all[changed].id;
         Host().windows.Remove(window);
     }

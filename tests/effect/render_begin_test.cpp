@@ -77,8 +77,7 @@ class RenderBegin : public EffectTest {
 
     // The window that shows the progress of a render.
     HWND ShowProgressWindow() {
-        const HWND window =
-            Host().windows.Add({_M("#32770"), _M("Rendering"), nullptr, MainWindow(), 0});
+        HWND window = Host().windows.Add({_M("#32770"), _M("Rendering"), nullptr, MainWindow(), 0});
         for (const auto& [id, className] : {std::pair{2, _M("Button")},
                                             {1345, _M("msctls_progress32")},
                                             {1346, _M("msctls_progress32")},

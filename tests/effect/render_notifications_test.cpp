@@ -1,9 +1,8 @@
 #include "effect/renderer_kinds.h"
+#include "host/render_loop.h"
 #include "tests/effect/effect_fixture.h"
 
 namespace {
-
-using testing::IsEmpty;
 
 constexpr Class_ID scanline{0x00000001, 0x00000000};
 
@@ -140,6 +139,15 @@ TEST_F(RenderNotifications, RendererClassCIsNeverSaved) {
     for (int i = 0; i < 2; ++i)
         RenderStartedFrame(frame.get());
     effect->RenderEnd(0);
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
+TEST_F(RenderNotifications, RendererClassCIsNotSavedByTheHostsOwnLoopEither) {
+    UseRenderer(effect::rendererClassC);
+    host::RenderJob job;
+    job.frames = {0};
+    job.provider = [](int, std::string&) { return Image(2, 2); };
+    host::RenderFrames(job);
     EXPECT_FALSE(Exists("frame.psd"));
 }
 

@@ -67,7 +67,7 @@ TEST_F(RenderLoop, OneFrameRunsThroughAllStations) {
     job.flags = 2;
     const host::RenderReport report = host::RenderFrames(job);
     EXPECT_THAT(journal, ElementsAre("PRE_RENDER", "a begin 480 flags 2", "PRE_FRAME", "provide 3",
-                                     "a supports 4", "POST_FRAME", "a apply 480 4x2", "a end 480",
+                                     "a supports 4", "a apply 480 4x2", "POST_FRAME", "a end 480",
                                      "POST_RENDER"));
     ASSERT_EQ(report.frames.size(), 1U);
     EXPECT_EQ(report.frames[0].frame, 3);
@@ -123,9 +123,9 @@ TEST_F(RenderLoop, AFailedFrameIsReportedAndTheOthersGoOn) {
     EXPECT_EQ(report.frames[2].error, "broken");
     EXPECT_EQ(report.frames[3].outcome, host::FrameOutcome::Rendered);
     EXPECT_THAT(journal, ElementsAre("PRE_RENDER", "a begin 160 flags 0", "PRE_FRAME",
-                                     "a supports 4", "POST_FRAME", "a apply 160 4x2", "PRE_FRAME",
-                                     "PRE_FRAME", "PRE_FRAME", "a supports 4", "POST_FRAME",
-                                     "a apply 640 4x2", "a end 640", "POST_RENDER"));
+                                     "a supports 4", "a apply 160 4x2", "POST_FRAME", "PRE_FRAME",
+                                     "PRE_FRAME", "PRE_FRAME", "a supports 4", "a apply 640 4x2",
+                                     "POST_FRAME", "a end 640", "POST_RENDER"));
 }
 
 TEST_F(RenderLoop, AProviderThatSaysNothingStillGivesAReason) {

@@ -40,7 +40,7 @@ class ParameterAccessor : public EffectTest {
         return v;
     }
     static std::string Take(PB2Value& v) {
-        const std::string text = host::ToUtf8(v.s);
+        std::string text = host::ToUtf8(v.s);
         MAX_free(v.s);
         return text;
     }
