@@ -85,15 +85,13 @@ class Parser {
 
   private:
     static void CheckCommand(const std::vector<std::string>& arguments) {
-        constexpr std::string_view commands[] = {"save", "info", "params"};
+        constexpr std::string_view commands[] = {"save", "info",   "params",
+                                                 "-h",   "--help", "--version"};
         if (arguments.empty()) {
             throw UsageError("there is nothing to do; \"veltrane --help\" tells the usage");
         }
         const std::string& first = arguments.front();
-        const bool known = first.starts_with('-') ||
-                           std::find(std::begin(commands), std::end(commands), first) !=
-                               std::end(commands);
-        if (!known) {
+        if (std::find(std::begin(commands), std::end(commands), first) == std::end(commands)) {
             throw UsageError("there is no command \"" + first +
                              "\"; the commands are save, info and params");
         }
@@ -109,8 +107,9 @@ class Parser {
                          "####, %04d or $F4")
             ->required()
             ->type_name("");
-        saveCommand->add_option("-o,--output", save.output,
-                                "Document, .psd or .psb (default: INPUT with the suffix\n.psd)")
+        saveCommand
+            ->add_option("-o,--output", save.output,
+                         "Document, .psd or .psb (default: INPUT with the suffix\n.psd)")
             ->type_name("FILE");
         saveCommand
             ->add_option("--set", save.settings,
@@ -124,8 +123,7 @@ class Parser {
             ->add_option("--beauty", save.beauty,
                          "Layer that is the picture (default: the one that the\nrenderer calls so)")
             ->type_name("LAYER");
-        saveCommand
-            ->add_option("--gamma", gamma, "File gamma of the host, 0.01 to 10, or off")
+        saveCommand->add_option("--gamma", gamma, "File gamma of the host, 0.01 to 10, or off")
             ->type_name("G|off")
             ->capture_default_str();
         saveCommand

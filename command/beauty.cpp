@@ -29,7 +29,9 @@ const Channel* FindSuffix(const Layer& layer, std::string_view suffix) {
     return nullptr;
 }
 
-std::string NameOf(const Channel* channel) { return channel ? channel->name : std::string(); }
+std::string NameOf(const Channel* channel) {
+    return channel ? channel->name : std::string();
+}
 
 bool HasColors(const Layer& layer) {
     return Find(layer, Component::Red) && Find(layer, Component::Green) &&
@@ -41,7 +43,9 @@ bool IsLumaChroma(const Layer& layer) {
            Find(layer, Component::BlueChroma);
 }
 
-bool IsPicture(const Layer& layer) { return HasColors(layer) || IsLumaChroma(layer); }
+bool IsPicture(const Layer& layer) {
+    return HasColors(layer) || IsLumaChroma(layer);
+}
 
 bool IsCryptomatte(const Layer& layer) {
     return AsciiLower(layer.name).find("crypto") != std::string::npos;
@@ -96,7 +100,9 @@ std::optional<Beauty> AssignChannels(const Layer& layer) {
 
 std::string LayerList(const Description& file) {
     std::vector<std::string> names;
-    for (const Layer& layer : file.layers) names.push_back(layer.name);
+    names.reserve(file.layers.size());
+    for (const Layer& layer : file.layers)
+        names.push_back(layer.name);
     const std::size_t more = names.size() > mostNamesShown ? names.size() - mostNamesShown : 0;
     names.resize(names.size() - more);
     return Joined(names) + (more > 0 ? " and " + std::to_string(more) + " more" : "");
@@ -133,13 +139,15 @@ std::size_t FindWanted(const Description& file, std::string_view wanted) {
         if (fitting.size() == 1) return fitting.front();
         if (fitting.size() > 1) {
             std::vector<std::string> names;
-            for (const std::size_t i : fitting) names.push_back(file.layers[i].name);
-            Fail(file, "--beauty " + std::string(wanted) + " fits several layers: " +
-                           Joined(names) + "; give one of these names");
+            names.reserve(fitting.size());
+            for (const std::size_t i : fitting)
+                names.push_back(file.layers[i].name);
+            Fail(file, "--beauty " + std::string(wanted) +
+                           " fits several layers: " + Joined(names) + "; give one of these names");
         }
     }
-    Fail(file, "there is no layer \"" + std::string(wanted) + "\"; the layers are " +
-                   LayerList(file));
+    Fail(file,
+         "there is no layer \"" + std::string(wanted) + "\"; the layers are " + LayerList(file));
 }
 
 // The layer's last component is `name`, or the one before it where the last names a view of a
@@ -149,8 +157,8 @@ bool IsCalled(std::string_view layer, std::string_view name) {
         return text == name || (IsTailOf(name, text) && text.ends_with(name));
     };
     const ChannelName split = SplitChannelName(layer);
-    const bool isView = EqualIgnoringCase(split.suffix, "left") ||
-                        EqualIgnoringCase(split.suffix, "right");
+    const bool isView =
+        EqualIgnoringCase(split.suffix, "left") || EqualIgnoringCase(split.suffix, "right");
     return isLast(layer) || (isView && isLast(split.layer));
 }
 
@@ -198,9 +206,9 @@ Beauty Take(const Description& file, std::size_t index, std::string why) {
     const Layer& layer = file.layers[index];
     std::optional<Beauty> beauty = AssignChannels(layer);
     if (!beauty) {
-        Fail(file, "layer \"" + layer.name +
-                       "\" has no colour channels; choose another with --beauty: " +
-                       LayerList(file));
+        Fail(file,
+             "layer \"" + layer.name +
+                 "\" has no colour channels; choose another with --beauty: " + LayerList(file));
     }
     beauty->layer = index;
     beauty->why = std::move(why);
@@ -216,7 +224,8 @@ Beauty ChooseBeauty(const Description& file, std::string_view wanted) {
         for (std::size_t i = 0; i < file.layers.size(); ++i) {
             const Layer& layer = file.layers[i];
             // A flat layer of whatever kind goes before a deep one, which can't be read yet.
-            if (!file.parts[layer.part].deep && choice.fits(layer)) return Take(file, i, choice.why);
+            if (!file.parts[layer.part].deep && choice.fits(layer))
+                return Take(file, i, choice.why);
         }
     }
     const auto deep = std::find_if(file.layers.begin(), file.layers.end(), [&](const Layer& layer) {

@@ -29,7 +29,9 @@ bool IsTerminal(std::FILE* stream) {
 #endif
 }
 
-void Console::Error(std::string_view text) { Line(err, "veltrane: error: ", text); }
+void Console::Error(std::string_view text) {
+    Line(err, "veltrane: error: ", text);
+}
 
 void Console::Warning(std::string_view text) {
     if (!quiet) Line(err, "veltrane: warning: ", text);

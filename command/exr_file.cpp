@@ -112,11 +112,10 @@ std::string CompressionName(Imf::Compression compression) {
 }
 
 std::string StorageName(const Imf::Header& header) {
-    const std::string tiles =
-        header.hasTileDescription()
-            ? " " + std::to_string(header.tileDescription().xSize) + "x" +
-                  std::to_string(header.tileDescription().ySize)
-            : "";
+    const std::string tiles = header.hasTileDescription()
+                                  ? " " + std::to_string(header.tileDescription().xSize) + "x" +
+                                        std::to_string(header.tileDescription().ySize)
+                                  : "";
     if (!header.hasType()) return tiles.empty() ? "scanline" : "tiled" + tiles;
     const std::string& type = header.type();
     if (type == Imf::DEEPSCANLINE) return "deep scanline";
@@ -177,10 +176,9 @@ AttributeValue ValueOf(const Imf::Attribute& attribute) {
 
 // Attributes that the description tells in another way.
 bool IsToldElsewhere(const std::string& name) {
-    constexpr std::string_view told[] = {"channels",         "compression", "dataWindow",
-                                         "displayWindow",    "lineOrder",   "name",
-                                         "pixelAspectRatio", "tiles",       "type",
-                                         "version",          "chunkCount"};
+    constexpr std::string_view told[] = {
+        "channels",         "compression", "dataWindow", "displayWindow", "lineOrder", "name",
+        "pixelAspectRatio", "tiles",       "type",       "version",       "chunkCount"};
     return std::find(std::begin(told), std::end(told), name) != std::end(told);
 }
 
@@ -211,6 +209,18 @@ std::vector<Channel> DescribeChannels(const Imf::Header& header) {
             {each.name(), {}, TypeOf(channel.type), channel.xSampling, channel.ySampling});
     }
     return channels;
+}
+
+void CheckSize(const std::string& path, const Window& window, const char* what) {
+    if (window.Width() <= largestSide && window.Height() <= largestSide) return;
+    throw InputError(path + ": the " + what + " is " + std::to_string(window.Width()) + "x" +
+                     std::to_string(window.Height()) + " pixels, and a document holds at most " +
+                     std::to_string(largestSide) + " a side; render it smaller");
+}
+
+void CheckSizes(const std::string& path, const Window& displayWindow, const Window& dataWindow) {
+    CheckSize(path, displayWindow, "display window");
+    CheckSize(path, dataWindow, "data window");
 }
 
 // A pixel aspect that a document can have; files exist whose ratio is 0 or not a number.
@@ -252,9 +262,8 @@ class PictureBuilder {
         const Value* first =
             row + static_cast<std::size_t>(std::int64_t{left} - data.left) * components;
         out.insert(out.end(), first, first + pixels * static_cast<std::int64_t>(components));
-        const std::uint64_t changed =
-            MakeFinite(out.data() + start + before * components,
-                       static_cast<std::size_t>(pixels) * components);
+        const std::uint64_t changed = MakeFinite(out.data() + start + before * components,
+                                                 static_cast<std::size_t>(pixels) * components);
         out.resize(start + static_cast<std::size_t>(display.Width()) * components);
         return changed;
     }
@@ -297,17 +306,17 @@ class HalfRows {
         const std::size_t pixelBytes = components * sizeof(Value);
         for (std::size_t i = 0; i < components; ++i) {
             if (names[i].empty() || IsRepeat(i)) continue;
-            slices.insert(names[i],
-                          Imf::Slice::Make(Imf::HALF, block.data() + i, {window.left, first},
-                                           window.Width(), std::int64_t{last} - first + 1,
-                                           pixelBytes, pixelBytes * width));
+            slices.insert(
+                names[i],
+                Imf::Slice::Make(Imf::HALF, block.data() + i, {window.left, first}, window.Width(),
+                                 std::int64_t{last} - first + 1, pixelBytes, pixelBytes * width));
         }
         part.setFrameBuffer(slices);
         part.readPixels(first, last);
         const std::size_t pixels = static_cast<std::size_t>(last - first + 1) * width;
         for (std::size_t i = 0; i < components; ++i) {
             if (names[i].empty()) Fill(i, pixels);
-            else if (IsRepeat(i)) CopyFirst(i, pixels);
+            if (!names[i].empty() && IsRepeat(i)) CopyFirst(i, pixels);
         }
     }
 
@@ -365,16 +374,16 @@ class FloatRows {
         Imf::FrameBuffer slices;
         for (std::size_t i = 0; i < components; ++i) {
             if (plane[i].empty()) continue;
-            slices.insert(names[i],
-                          Imf::Slice::Make(unsignedInts[i] ? Imf::UINT : Imf::FLOAT,
-                                           plane[i].data(), {window.left, first}, window.Width(),
-                                           std::int64_t{last} - first + 1, sizeof(float),
-                                           sizeof(float) * width));
+            slices.insert(names[i], Imf::Slice::Make(unsignedInts[i] ? Imf::UINT : Imf::FLOAT,
+                                                     plane[i].data(), {window.left, first},
+                                                     window.Width(), std::int64_t{last} - first + 1,
+                                                     sizeof(float), sizeof(float) * width));
         }
         part.setFrameBuffer(slices);
         part.readPixels(first, last);
         const std::size_t pixels = static_cast<std::size_t>(last - first + 1) * width;
-        for (std::size_t i = 0; i < components; ++i) Interleave(i, pixels);
+        for (std::size_t i = 0; i < components; ++i)
+            Interleave(i, pixels);
     }
 
     const Value* Row(int row, int first) const {
@@ -386,7 +395,8 @@ class FloatRows {
         float* out = block.data() + i;
         if (names[i].empty()) {
             const float value = i == components - 1 ? 1.0F : 0.0F;
-            for (std::size_t pixel = 0; pixel < pixels; ++pixel) out[pixel * components] = value;
+            for (std::size_t pixel = 0; pixel < pixels; ++pixel)
+                out[pixel * components] = value;
             return;
         }
         const std::vector<std::uint32_t>& bits = plane[source[i]];
@@ -431,9 +441,9 @@ class LumaChromaRows {
 
     void Read(int first, int last) {
         // The slice's own rule: the address of pixel (0, 0), which may lie outside the block.
-        const Imf::Slice origin = Imf::Slice::Make(
-            Imf::HALF, block.data(), {window.left, first}, window.Width(),
-            std::int64_t{last} - first + 1, sizeof(Imf::Rgba), sizeof(Imf::Rgba) * width);
+        const Imf::Slice origin = Imf::Slice::Make(Imf::HALF, block.data(), {window.left, first},
+                                                   window.Width(), std::int64_t{last} - first + 1,
+                                                   sizeof(Imf::Rgba), sizeof(Imf::Rgba) * width);
         file.setFrameBuffer(static_cast<Imf::Rgba*>(static_cast<void*>(origin.base)), 1, width);
         file.readPixels(first, last);
     }
@@ -511,18 +521,10 @@ class ExrFile : public RenderFile {
         throw InputError(description.path + ": " + fault);
     }
 
-    void CheckSize(const Window& window, const char* what) const {
-        if (window.Width() <= largestSide && window.Height() <= largestSide) return;
-        Fail(std::string(what) + " is " + std::to_string(window.Width()) + "x" +
-             std::to_string(window.Height()) + " pixels, and a document holds at most " +
-             std::to_string(largestSide) + " a side; render it smaller");
-    }
-
     Picture ReadBeauty(const Beauty& beauty) {
         const Layer& layer = description.layers[beauty.layer];
         const Part& part = description.parts[layer.part];
-        CheckSize(part.displayWindow, "the display window");
-        CheckSize(part.dataWindow, "the data window");
+        CheckSizes(description.path, part.displayWindow, part.dataWindow);
         if (part.deep) {
             Fail("layer \"" + layer.name +
                  "\" is deep, and deep images are not read yet; render it flat");
@@ -595,13 +597,47 @@ class ExrFile : public RenderFile {
     Description description;
 };
 
-std::unique_ptr<RenderFile> Open(const std::string& path,
-                                 const std::function<std::unique_ptr<Imf::IStream>()>& stream) {
+// A file that claims more than there is fails while its tables are read. When its size is the
+// fault, this says so.
+void CheckHeaderSizes(const std::string& path, Imf::IStream& stream) {
+    constexpr int magicAndVersionBytes = 8;
+    constexpr unsigned char severalParts = 0x10;
+    std::array<char, magicAndVersionBytes> start{};
+    stream.seekg(0);
+    stream.read(start.data(), magicAndVersionBytes);
+    const bool several = (static_cast<unsigned char>(start[5]) & severalParts) != 0;
+    int version = 0;
+    std::memcpy(&version, start.data() + sizeof version, sizeof version);
+    bool more = true;
+    while (more) {
+        Imf::Header header;
+        header.readFrom(stream, version);
+        CheckSizes(path, WindowOf(header.displayWindow()), WindowOf(header.dataWindow()));
+        more = several && !header.readsNothing();
+    }
+}
+
+using StreamMaker = std::function<std::unique_ptr<Imf::IStream>()>;
+
+std::unique_ptr<RenderFile> OpenStream(const std::string& path, const StreamMaker& stream) {
+    try {
+        return std::make_unique<ExrFile>(path, stream());
+    } catch (const std::exception&) {
+        try {
+            CheckHeaderSizes(path, *stream());
+        } catch (const InputError&) {
+            throw;
+        } catch (const std::exception&) {
+            // Its header can't be read to the end either: the first fault is the one to tell.
+        }
+        throw;
+    }
+}
+
+std::unique_ptr<RenderFile> Open(const std::string& path, const StreamMaker& stream) {
     // The program runs on one thread.
     Imf::setGlobalThreadCount(0);
-    return Guarded(path, [&]() -> std::unique_ptr<RenderFile> {
-        return std::make_unique<ExrFile>(path, stream());
-    });
+    return Guarded(path, [&] { return OpenStream(path, stream); });
 }
 
 }  // namespace

@@ -37,8 +37,8 @@ std::uint64_t MakeRowFinite(Value* values, std::size_t count) {
         if (isFinite(bits)) continue;
         const bool isNaN = (bits & Format::mantissa) != 0;
         const auto sign = static_cast<Bits>(bits & Format::sign);
-        values[i] = std::bit_cast<Value>(
-            isNaN ? Bits{0} : static_cast<Bits>(sign | Format::largest));
+        values[i] =
+            std::bit_cast<Value>(isNaN ? Bits{0} : static_cast<Bits>(sign | Format::largest));
         ++changed;
     }
     return changed;

@@ -69,7 +69,8 @@ std::vector<int> ParseFrames(std::string_view list) {
         if (frames.size() + static_cast<std::size_t>((last - first) / step) >= mostFrames) {
             reader.Complain("more than " + std::to_string(mostFrames) + " frames");
         }
-        for (int frame = first; frame <= last; frame += step) frames.push_back(frame);
+        for (int frame = first; frame <= last; frame += step)
+            frames.push_back(frame);
         reader.SkipBlanks();
     } while (reader.Take(','));
     if (!reader.AtEnd()) reader.Complain("expected a comma");

@@ -17,7 +17,9 @@ struct Span {
     int width = 1;
 };
 
-bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
+bool IsDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
 
 // The pattern that begins at `start`; a length of 0 when none does.
 Span PatternAt(std::string_view path, std::size_t start) {
@@ -26,7 +28,8 @@ Span PatternAt(std::string_view path, std::size_t start) {
         return static_cast<int>(std::min<std::size_t>(count, widestNumber));
     };
     if (path[start] == '#') {
-        while (end < path.size() && path[end] == '#') ++end;
+        while (end < path.size() && path[end] == '#')
+            ++end;
         return {start, end - start, width(end - start)};
     }
     const bool percent = path[start] == '%';
@@ -53,7 +56,9 @@ std::size_t ExtensionStart(std::string_view name) {
     return dot == std::string_view::npos ? name.size() : dot;
 }
 
-bool IsSeparator(char letter) { return letter == '.' || letter == '_' || letter == '-'; }
+bool IsSeparator(char letter) {
+    return letter == '.' || letter == '_' || letter == '-';
+}
 
 }  // namespace
 
@@ -70,8 +75,9 @@ std::optional<FramePattern> FindFramePattern(const std::string& path) {
         const Span span = PatternAt(path, i);
         if (span.length == 0) continue;
         if (found) {
-            throw UsageError(path + ": the name holds more than one place for the frame number; "
-                                    "leave one of them");
+            throw UsageError(path +
+                             ": the name holds more than one place for the frame number; "
+                             "leave one of them");
         }
         found = span;
         i += span.length - 1;
@@ -82,7 +88,9 @@ std::optional<FramePattern> FindFramePattern(const std::string& path) {
                         path.substr(found->start, found->length)};
 }
 
-bool IsBeforeExtension(const FramePattern& pattern) { return ExtensionStart(pattern.after) == 0; }
+bool IsBeforeExtension(const FramePattern& pattern) {
+    return ExtensionStart(pattern.after) == 0;
+}
 
 std::string WithoutFramePattern(const FramePattern& pattern) {
     if (IsBeforeExtension(pattern)) return pattern.before + pattern.after;

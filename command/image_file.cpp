@@ -120,8 +120,11 @@ class RowDecoder {
             return Linear(static_cast<float>(value) / largest / alpha) * alpha;
         }
         const float linear = [&] {
-            if constexpr (std::is_integral_v<Value>) return table[value];
-            else return Linear(value);
+            if constexpr (std::is_integral_v<Value>) {
+                return table[value];
+            } else {
+                return Linear(value);
+            }
         }();
         return straight ? linear * alpha : linear;
     }
@@ -132,8 +135,7 @@ class RowDecoder {
             return row[static_cast<std::size_t>(index[component])];
         };
         for (std::size_t x = 0; x < pixels; ++x, row += channels, out += components) {
-            const float alpha =
-                index[3] < 0 ? 1.0F : static_cast<float>(at(3)) / largest;
+            const float alpha = index[3] < 0 ? 1.0F : static_cast<float>(at(3)) / largest;
             for (std::size_t i = 0; i < 3; ++i) {
                 out[i] = index[i] < 0 ? 0.0F : Color(at(i), alpha, largest);
             }
@@ -220,8 +222,9 @@ class ImageFile : public RenderFile {
         description.parts.push_back(std::move(part));
         DescribeChannels();
         if (input->seek_subimage(1, 0)) {
-            description.warnings.emplace_back("the file holds more than one picture; the first is "
-                                              "read");
+            description.warnings.emplace_back(
+                "the file holds more than one picture; the first is "
+                "read");
         }
         input->geterror();
         if (!input->seek_subimage(0, 0)) Fail();
@@ -230,8 +233,8 @@ class ImageFile : public RenderFile {
     void DescribeChannels() {
         std::vector<Channel> channels;
         for (std::size_t i = 0; i < static_cast<std::size_t>(spec.nchannels); ++i) {
-            std::string name = i < spec.channelnames.size() ? spec.channelnames[i]
-                                                            : "channel" + std::to_string(i);
+            std::string name =
+                i < spec.channelnames.size() ? spec.channelnames[i] : "channel" + std::to_string(i);
             if (static_cast<int>(i) == spec.alpha_channel) name = "A";
             channels.push_back({std::move(name), {}, TypeOf(spec.format)});
         }
@@ -240,9 +243,8 @@ class ImageFile : public RenderFile {
     }
 
     int IndexOf(const std::string& name) const {
-        const auto channel =
-            std::find_if(fileChannels.begin(), fileChannels.end(),
-                         [&](const Channel& each) { return each.name == name; });
+        const auto channel = std::find_if(fileChannels.begin(), fileChannels.end(),
+                                          [&](const Channel& each) { return each.name == name; });
         return name.empty() || channel == fileChannels.end()
                    ? -1
                    : static_cast<int>(channel - fileChannels.begin());
@@ -270,8 +272,8 @@ class ImageFile : public RenderFile {
         picture.hasAlpha = !beauty.alpha.empty();
         const RowDecoder decoder(curve, TypeOf(spec.format), premultiplied || beauty.alpha.empty(),
                                  static_cast<std::size_t>(spec.nchannels),
-                                 {IndexOf(beauty.red), IndexOf(beauty.green),
-                                  IndexOf(beauty.blue), IndexOf(beauty.alpha)});
+                                 {IndexOf(beauty.red), IndexOf(beauty.green), IndexOf(beauty.blue),
+                                  IndexOf(beauty.alpha)});
         ReadRows(decoder, picture);
         TurnUpright(picture, orientation);
         return picture;

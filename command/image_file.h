@@ -11,11 +11,11 @@
 
 namespace command {
 
-// Values become linear: integers of 8 and 16 bits are taken as encoded with sRGB, others as linear, unless the
-// file says otherwise (a PNG's gamma, a TGA's gamma). Straight alpha is multiplied in after that;
-// colours that are premultiplied in the file's encoding are divided, decoded and multiplied again.
-// The orientation that the file asks for is applied. The first picture of a file with several is
-// read. The result is of floats. Throw InputError.
+// Values become linear: integers of 8 and 16 bits are taken as encoded with sRGB, others as linear,
+// unless the file says otherwise (a PNG's gamma, a TGA's gamma). Straight alpha is multiplied in
+// after that; colours that are premultiplied in the file's encoding are divided, decoded and
+// multiplied again. The orientation that the file asks for is applied. The first picture of a file
+// with several is read. The result is of floats. Throw InputError.
 std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format);
 // From memory, which must outlive the result.
 std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format,

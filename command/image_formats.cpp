@@ -33,9 +33,10 @@ bool IsNamed(const ImageFormat& format, std::string_view path) {
 
 const ImageFormat* FindImageFormat(const std::string& path, const char* bytes, std::size_t size) {
     const std::string_view start(bytes, size);
-    const auto* found = std::find_if(
-        std::begin(formats), std::end(formats),
-        [&](const ImageFormat& format) { return IsSigned(format, start) || IsNamed(format, path); });
+    const auto* found =
+        std::find_if(std::begin(formats), std::end(formats), [&](const ImageFormat& format) {
+            return IsSigned(format, start) || IsNamed(format, path);
+        });
     return found == std::end(formats) ? nullptr : found;
 }
 

@@ -27,7 +27,6 @@ OpenImageFunction* LoadModule() {
     if (!module) return nullptr;
     void* symbol = dlsym(module, openImageSymbol);
     // What dlsym gives of a function is its address; the system says so.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
     return reinterpret_cast<OpenImageFunction*>(symbol);
 }
 

@@ -63,7 +63,8 @@ struct ValueText {
     template <class Value>
     std::string operator()(const std::vector<Value>& values) const {
         std::string list;
-        for (const Value& value : values) list += (list.empty() ? "" : " ") + (*this)(value);
+        for (const Value& value : values)
+            list += (list.empty() ? "" : " ") + (*this)(value);
         return list;
     }
 };
@@ -72,15 +73,16 @@ std::string Shortened(std::string text) {
     if (text.size() <= longestValueShown) return text;
     std::size_t end = longestValueShown;
     // Not inside a character of several bytes.
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80) --end;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80)
+        --end;
     return text.substr(0, end) + "... (" + std::to_string(text.size()) + " bytes)";
 }
 
 // "half", or each channel's type where they differ.
 std::string ChannelTypes(const Layer& layer) {
-    const bool same = std::all_of(
-        layer.channels.begin(), layer.channels.end(),
-        [&](const Channel& each) { return each.type == layer.channels.front().type; });
+    const bool same =
+        std::all_of(layer.channels.begin(), layer.channels.end(),
+                    [&](const Channel& each) { return each.type == layer.channels.front().type; });
     if (same) return std::string(NameOf(layer.channels.front().type));
     std::string types;
     for (const Channel& channel : layer.channels) {
@@ -120,7 +122,9 @@ Json ToJson(const AttributeValue& value) {
         value);
 }
 
-Json NameOrNull(const std::string& name) { return name.empty() ? Json(nullptr) : Json(name); }
+Json NameOrNull(const std::string& name) {
+    return name.empty() ? Json(nullptr) : Json(name);
+}
 
 Json ToJson(const Layer& layer) {
     Json channels = Json::array();
@@ -191,7 +195,8 @@ std::string DescribeAsText(const Description& file) {
     } else {
         line("beauty: none; " + fault);
     }
-    for (const std::string& warning : file.warnings) line("warning: " + warning);
+    for (const std::string& warning : file.warnings)
+        line("warning: " + warning);
     return text;
 }
 

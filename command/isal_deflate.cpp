@@ -15,7 +15,7 @@
 namespace command {
 namespace {
 
-// Fastest on 16-bit pixels of renders; level 1 compresses them no faster and level 3 no better.
+// The fastest on 16-bit pixels of renders.
 constexpr std::uint32_t isalLevel = 2;
 constexpr std::size_t levelBufferSize = ISAL_DEF_LVL2_LARGE;
 // Rows come a few kilobytes at a time; ISA-L is at its best when it gets many of them at once.
@@ -35,7 +35,6 @@ struct IsalState {
 };
 
 IsalState* StateOf(z_streamp stream) {
-    // NOLINTNEXTLINE(bugprone-casting-through-void)
     return stream ? static_cast<IsalState*>(static_cast<void*>(stream->state)) : nullptr;
 }
 
@@ -64,8 +63,7 @@ void WriteHeader(IsalState& state, z_streamp stream) {
 }
 
 void TakeInput(IsalState& state, z_streamp stream) {
-    const std::size_t count =
-        std::min<std::size_t>(blockSize - state.held, stream->avail_in);
+    const std::size_t count = std::min<std::size_t>(blockSize - state.held, stream->avail_in);
     if (count == 0) return;
     std::memcpy(state.block.data() + state.held, stream->next_in, count);
     state.held += count;
@@ -132,7 +130,6 @@ int IsalDeflateInit2(z_streamp stream, int level, int method, int windowBits, in
     stream->total_out = 0;
     stream->msg = nullptr;
     stream->data_type = Z_BINARY;
-    // NOLINTNEXTLINE(bugprone-casting-through-void)
     stream->state = static_cast<internal_state*>(static_cast<void*>(state.release()));
     return Z_OK;
 }

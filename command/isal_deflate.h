@@ -1,5 +1,5 @@
-// Intel's ISA-L behind zlib's three compression calls: about ten times as fast as zlib at its best
-// ratio, for a few percent more bytes.
+// Intel's ISA-L behind zlib's three compression calls: about twelve times as fast as zlib on 16-bit
+// pixels of renders, for 2 to 4 % more bytes.
 #pragma once
 
 #include <zlib.h>

@@ -15,15 +15,16 @@ struct SuffixName {
 };
 
 constexpr SuffixName suffixNames[] = {
-    {"r", Component::Red},        {"red", Component::Red},        {"g", Component::Green},
-    {"green", Component::Green},  {"b", Component::Blue},         {"blue", Component::Blue},
-    {"a", Component::Alpha},      {"alpha", Component::Alpha},    {"y", Component::Luminance},
+    {"r", Component::Red},        {"red", Component::Red},       {"g", Component::Green},
+    {"green", Component::Green},  {"b", Component::Blue},        {"blue", Component::Blue},
+    {"a", Component::Alpha},      {"alpha", Component::Alpha},   {"y", Component::Luminance},
     {"ry", Component::RedChroma}, {"by", Component::BlueChroma},
 };
 
 // "RGBA" of R, G, B and A in whatever order the file has them.
 std::string NameOfPlainLayer(const std::vector<Channel>& channels) {
     std::vector<std::pair<Component, std::string>> suffixes;
+    suffixes.reserve(channels.size());
     for (const Channel& channel : channels) {
         suffixes.emplace_back(*ColorComponent(channel.suffix), channel.suffix);
     }
@@ -80,7 +81,8 @@ std::vector<Layer> SortIntoLayers(std::vector<Channel> channels, std::size_t par
 
 void QualifyDoubles(std::vector<Layer>& layers, const std::vector<Part>& parts) {
     std::map<std::string, int> count;
-    for (const Layer& layer : layers) ++count[layer.name];
+    for (const Layer& layer : layers)
+        ++count[layer.name];
     for (Layer& layer : layers) {
         const std::string& part = parts[layer.part].name;
         if (count[layer.name] > 1 && !part.empty() && part != layer.name) {

@@ -10,7 +10,8 @@
 
 namespace command {
 
-// Which component of a colour a suffix names: R, red, X... are not told apart from their lower case.
+// Which component of a colour a suffix names: R, red, X... are not told apart from their lower
+// case.
 enum class Component : std::uint8_t { Red, Green, Blue, Alpha, Luminance, RedChroma, BlueChroma };
 std::optional<Component> ColorComponent(std::string_view suffix);
 

@@ -18,11 +18,13 @@ decltype(auto) Guarded(const std::string& path, Read&& read) {
     } catch (const InputError&) {
         throw;
     } catch (const std::bad_alloc&) {
-        throw InputError(path + ": not enough memory to read it; close other programs or render "
-                                "it smaller");
+        throw InputError(path +
+                         ": not enough memory to read it; close other programs or render "
+                         "it smaller");
     } catch (const std::length_error&) {
-        throw InputError(path + ": not enough memory to read it; close other programs or render "
-                                "it smaller");
+        throw InputError(path +
+                         ": not enough memory to read it; close other programs or render "
+                         "it smaller");
     } catch (const std::exception& fault) {
         throw InputError(path + ": damaged or cut short (" + fault.what() +
                          "); render or copy it again");

@@ -12,7 +12,6 @@ using Pixel = std::array<float, 4>;
 
 Pixel* PixelsOf(std::vector<float>& components) {
     static_assert(sizeof(Pixel) == 4 * sizeof(float));
-    // NOLINTNEXTLINE(bugprone-casting-through-void)
     return static_cast<Pixel*>(static_cast<void*>(components.data()));
 }
 
@@ -38,7 +37,8 @@ void Transpose(Picture& picture) {
     const Pixel* from = PixelsOf(components);
     Pixel* to = PixelsOf(turned);
     for (std::size_t y = 0; y < height; ++y) {
-        for (std::size_t x = 0; x < width; ++x) to[x * height + y] = from[y * width + x];
+        for (std::size_t x = 0; x < width; ++x)
+            to[x * height + y] = from[y * width + x];
     }
     components = std::move(turned);
     std::swap(picture.width, picture.height);
@@ -50,10 +50,9 @@ void Transpose(Picture& picture) {
 void TurnUpright(Picture& picture, int orientation) {
     if (orientation < 2 || orientation > 8) return;
     if (IsQuarterTurn(orientation)) Transpose(picture);
-    const bool mirrors = orientation == 2 || orientation == 3 || orientation == 6 ||
-                         orientation == 7;
-    const bool flips = orientation == 3 || orientation == 4 || orientation == 7 ||
-                       orientation == 8;
+    const bool mirrors =
+        orientation == 2 || orientation == 3 || orientation == 6 || orientation == 7;
+    const bool flips = orientation == 3 || orientation == 4 || orientation == 7 || orientation == 8;
     Pixel* pixels = PixelsOf(std::get<std::vector<float>>(picture.components));
     const auto width = static_cast<std::size_t>(picture.width);
     const auto height = static_cast<std::size_t>(picture.height);

@@ -16,7 +16,8 @@ std::string Printable(std::string_view text) {
         gap = false;
         line += letter;
     }
-    while (!line.empty() && line.back() == ' ') line.pop_back();
+    while (!line.empty() && line.back() == ' ')
+        line.pop_back();
     return line;
 }
 

@@ -15,16 +15,32 @@ namespace {
 
 #ifdef _WIN32
 constexpr int errorDescriptor = 2;
-int OpenNull() { return _open("NUL", _O_WRONLY); }
-int Duplicate(int descriptor) { return _dup(descriptor); }
-void Replace(int by, int descriptor) { _dup2(by, descriptor); }
-void Close(int descriptor) { _close(descriptor); }
+int OpenNull() {
+    return _open("NUL", _O_WRONLY);
+}
+int Duplicate(int descriptor) {
+    return _dup(descriptor);
+}
+void Replace(int by, int descriptor) {
+    _dup2(by, descriptor);
+}
+void Close(int descriptor) {
+    _close(descriptor);
+}
 #else
 constexpr int errorDescriptor = STDERR_FILENO;
-int OpenNull() { return open("/dev/null", O_WRONLY | O_CLOEXEC); }
-int Duplicate(int descriptor) { return fcntl(descriptor, F_DUPFD_CLOEXEC, 0); }
-void Replace(int by, int descriptor) { dup2(by, descriptor); }
-void Close(int descriptor) { close(descriptor); }
+int OpenNull() {
+    return open("/dev/null", O_WRONLY | O_CLOEXEC);
+}
+int Duplicate(int descriptor) {
+    return fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+}
+void Replace(int by, int descriptor) {
+    dup2(by, descriptor);
+}
+void Close(int descriptor) {
+    close(descriptor);
+}
 #endif
 
 }  // namespace

@@ -21,8 +21,7 @@ constexpr std::size_t signatureBytes = 12;
 }
 
 [[noreturn]] void FailForeign(const std::string& path) {
-    Fail(path, "not an image that can be read; give an OpenEXR, " +
-                   ImageFormatList() + " file");
+    Fail(path, "not an image that can be read; give an OpenEXR, " + ImageFormatList() + " file");
 }
 
 using Signature = std::array<char, signatureBytes>;
@@ -46,8 +45,8 @@ Signature ReadSignature(const std::string& path) {
     const int reason = std::ferror(file) != 0 ? errno : 0;
     std::fclose(file);
     if (reason != 0) {
-        Fail(path, "cannot be read (" + std::generic_category().message(reason) +
-                       "); check the disk");
+        Fail(path,
+             "cannot be read (" + std::generic_category().message(reason) + "); check the disk");
     }
     if (count == 0) Fail(path, "the file is empty; render or copy it again");
     return bytes;

@@ -53,8 +53,8 @@ struct Layer {
 };
 
 // Text, one number or several; nothing for a type that isn't taken apart.
-using AttributeValue =
-    std::variant<std::monostate, std::string, std::vector<std::string>, double, std::vector<double>>;
+using AttributeValue = std::variant<std::monostate, std::string, std::vector<std::string>, double,
+                                    std::vector<double>>;
 
 struct Attribute {
     std::string name;
@@ -92,7 +92,8 @@ struct Description {
 struct Beauty {
     // Index into Description::layers.
     std::size_t layer = 0;
-    // Whole channel names; a grey picture has the same one three times. Blue may be empty, for none.
+    // Whole channel names; a grey picture has the same one three times. Blue may be empty, for
+    // none.
     std::string red;
     std::string green;
     std::string blue;

@@ -35,7 +35,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path Native(const std::string& path) { return {std::u8string(path.begin(), path.end())}; }
+fs::path Native(const std::string& path) {
+    return {std::u8string(path.begin(), path.end())};
+}
 
 std::string Utf8(const fs::path& path) {
     const std::u8string text = path.u8string();
@@ -124,7 +126,8 @@ void ChooseDeflate(bool fast) {
 // The application set up for one save; put back to its start when the save is over.
 class Session {
   public:
-    Session(const SaveArguments& arguments, const Plan& plan, const std::vector<Setting>& settings) {
+    Session(const SaveArguments& arguments, const Plan& plan,
+            const std::vector<Setting>& settings) {
         host::ResetApplication();
         host::Application& app = host::App();
         app.settings.quiet = true;
@@ -135,17 +138,18 @@ class Session {
         gammaMgr.enable = arguments.gamma ? TRUE : FALSE;
         if (arguments.gamma) gammaMgr.SetFileOutGamma(*arguments.gamma);
 
-        for (int i = 0; i < LibNumberClasses(); ++i) app.classes.Add(LibClassDesc(i));
-        const ClassDesc* wanted = LibClassDesc(0);
-        auto* effect = static_cast<Effect*>(app.classes.CreateInstance(
-            const_cast<ClassDesc*>(wanted)->SuperClassID(),
-            const_cast<ClassDesc*>(wanted)->ClassID()));
+        for (int i = 0; i < LibNumberClasses(); ++i)
+            app.classes.Add(LibClassDesc(i));
+        ClassDesc* wanted = LibClassDesc(0);
+        auto* effect = static_cast<Effect*>(
+            app.classes.CreateInstance(wanted->SuperClassID(), wanted->ClassID()));
         app.effects.emplace_back(effect);
         block = effect->GetParamBlock(0);
 
         Set("matchRenderOutputFilename=false");
         Set("filename=" + plan.output);
-        for (const Setting& setting : settings) Apply(setting, *block);
+        for (const Setting& setting : settings)
+            Apply(setting, *block);
     }
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -157,24 +161,24 @@ class Session {
     std::string DocumentPath(int frame, bool numbered) const {
         std::string path = host::ToUtf8(block->GetStr(IdOf("filename")));
         if (GetInt("matchRenderOutputFilename") != 0) {
-            path = Utf8(fs::absolute(Native(host::ToUtf8(
-                            host::App().settings.render.output.Name())))
-                            .replace_extension(GetInt("fileFormat") != 0 ? ".psb" : ".psd"));
+            path =
+                Utf8(fs::absolute(Native(host::ToUtf8(host::App().settings.render.output.Name())))
+                         .replace_extension(GetInt("fileFormat") != 0 ? ".psb" : ".psd"));
         }
         if (!numbered) return path;
         constexpr std::size_t longestPath = 260;
         std::array<MCHAR, longestPath> name{};
-        const bool fits = BMMCreateNumberedFilename(host::FromUtf8(path).data(), frame,
-                                                    name.data(), name.size());
+        const bool fits =
+            BMMCreateNumberedFilename(host::FromUtf8(path).data(), frame, name.data(), name.size());
         return fits ? host::ToUtf8(name.data()) : std::string();
     }
 
   private:
     static ParamID IdOf(std::string_view name) {
         const auto rows = plugin::EffectParameters();
-        return std::find_if(rows.begin(), rows.end(), [&](const parameters::Row& row) {
-                   return row.name == name;
-               })->id;
+        return std::find_if(rows.begin(), rows.end(),
+                            [&](const parameters::Row& row) { return row.name == name; })
+            ->id;
     }
 
     void Set(const std::string& text) {
@@ -199,20 +203,18 @@ bool IsLargeFormat(const fs::path& document) {
 }
 
 // One run of frames through the effect.
-class Run : public CheckAbortCallback {
+class FrameRun : public CheckAbortCallback {
   public:
-    Run(const SaveArguments& saveArguments, const Plan& framePlan, Session& hostSession,
-        Console& userConsole)
-        : arguments(saveArguments),
-          plan(framePlan),
-          session(hostSession),
-          console(userConsole) {}
+    FrameRun(const SaveArguments& saveArguments, const Plan& framePlan, Session& hostSession,
+             Console& userConsole)
+        : arguments(saveArguments), plan(framePlan), session(hostSession), console(userConsole) {}
 
     bool Render() {
         for (const int frame : {plan.frames.front(), plan.frames.back()}) {
             if (!session.DocumentPath(frame, plan.isSequence).empty()) continue;
-            console.Error(plan.output + ": the path with its frame number has more than 259 "
-                                        "characters; choose a shorter one with -o");
+            console.Error(plan.output +
+                          ": the path with its frame number has more than 259 "
+                          "characters; choose a shorter one with -o");
             return false;
         }
         document = session.DocumentPath(plan.frames.front(), plan.isSequence);
@@ -223,7 +225,7 @@ class Run : public CheckAbortCallback {
         job.callback = this;
         // A sequence of one frame is numbered too.
         if (!plan.isSequence) job.timeType = REND_TIMESINGLE;
-        else if (plan.frames.size() == 1) job.timeType = REND_TIMERANGE;
+        if (plan.isSequence && plan.frames.size() == 1) job.timeType = REND_TIMERANGE;
         host::RenderFrames(job);
         FinishFrame();
         console.EndProgress();
@@ -289,15 +291,17 @@ class Run : public CheckAbortCallback {
     host::Owned<host::ImageBitmap> Read(const std::string& path) {
         std::error_code none;
         if (fs::equivalent(Native(path), Native(document), none)) {
-            throw InputError(path + ": the document would overwrite it; choose another name with "
-                                    "-o");
+            throw InputError(path +
+                             ": the document would overwrite it; choose another name with "
+                             "-o");
         }
         const std::unique_ptr<RenderFile> file = OpenRenderFile(path);
         const Beauty beauty = ChooseBeauty(file->GetDescription(), arguments.beauty);
-        for (const std::string& warning : file->GetDescription().warnings) {
-            if (told.insert(warning).second) console.Warning(path + ": " + warning);
-        }
         Picture picture = file->Read(beauty);
+        for (const std::string& warning : file->GetDescription().warnings) {
+            if (!told.insert(warning).second) continue;
+            console.Warning(std::string(path).append(": ").append(warning));
+        }
         if (picture.notFinite > 0) {
             console.Warning(path + ": " + std::to_string(picture.notFinite) +
                             (picture.notFinite == 1 ? " value was" : " values were") +
@@ -389,7 +393,7 @@ bool Save(const SaveArguments& arguments, Console& console) {
     const Plan plan = MakePlan(arguments);
     ChooseDeflate(arguments.fastDeflate);
     Session session(arguments, plan, settings);
-    return Run(arguments, plan, session, console).Render();
+    return FrameRun(arguments, plan, session, console).Render();
 }
 
 }  // namespace command

@@ -52,7 +52,8 @@ const Row& FindRow(std::string_view name, std::span<const Row> rows) {
     if (row != rows.end()) return *row;
     std::vector<std::string> names;
     names.reserve(rows.size());
-    for (const Row& each : rows) names.emplace_back(each.name);
+    for (const Row& each : rows)
+        names.emplace_back(each.name);
     throw UsageError("--set: there is no parameter \"" + std::string(name) +
                      "\"; the nearest are " + Joined(NearestNames(name, std::move(names))) +
                      ", and \"veltrane params\" lists them all");

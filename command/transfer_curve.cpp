@@ -10,8 +10,7 @@ double DecodeSRGB(double value) {
 }
 
 double EncodeSRGB(double value) {
-    return value <= 0.04045 / 12.92 ? value * 12.92
-                                    : 1.055 * std::pow(value, 1.0 / 2.4) - 0.055;
+    return value <= 0.04045 / 12.92 ? value * 12.92 : 1.055 * std::pow(value, 1.0 / 2.4) - 0.055;
 }
 
 }  // namespace

@@ -20,7 +20,8 @@ Description FileOfParts(const std::vector<PartChannels>& parts) {
     file.path = "a.exr";
     for (const PartChannels& each : parts) {
         std::vector<Channel> channels;
-        for (const std::string& name : each.channels) channels.push_back({name});
+        for (const std::string& name : each.channels)
+            channels.push_back({name});
         for (Layer& layer :
              SortIntoLayers(channels, file.parts.size(), parts.size() > 1 ? each.name : "")) {
             file.layers.push_back(layer);
@@ -31,7 +32,9 @@ Description FileOfParts(const std::vector<PartChannels>& parts) {
     return file;
 }
 
-Description File(const std::vector<std::string>& channels) { return FileOfParts({{"", channels}}); }
+Description File(const std::vector<std::string>& channels) {
+    return FileOfParts({{"", channels}});
+}
 
 // "LAYER: red green blue alpha".
 std::string Chosen(const Description& file, const std::string& wanted = {}) {
@@ -66,9 +69,10 @@ TEST(Beauty, TheFirstViewLayersCombinedComesBeforeTheComposite) {
 }
 
 TEST(Beauty, TheCompositeIsTakenWhereItIsAlone) {
-    EXPECT_EQ(Chosen(File({"A.AO.B", "A.AO.G", "A.AO.R", "Composite.Combined.B",
-                           "Composite.Combined.G", "Composite.Combined.R"})),
-              "Composite.Combined: Composite.Combined.R Composite.Combined.G Composite.Combined.B ");
+    EXPECT_EQ(
+        Chosen(File({"A.AO.B", "A.AO.G", "A.AO.R", "Composite.Combined.B", "Composite.Combined.G",
+                     "Composite.Combined.R"})),
+        "Composite.Combined: Composite.Combined.R Composite.Combined.G Composite.Combined.B ");
 }
 
 TEST(Beauty, LightGroupsOfItAreNotIt) {
@@ -84,9 +88,9 @@ TEST(Beauty, TheLeftViewOfAStereoPictureIsTaken) {
 }
 
 TEST(Beauty, ANamedBeautyComesBeforeTheFirstLayer) {
-    EXPECT_EQ(Chosen(File({"albedo.B", "albedo.G", "albedo.R", "Beauty.B", "Beauty.G",
-                           "Beauty.R"})),
-              "Beauty: Beauty.R Beauty.G Beauty.B ");
+    EXPECT_EQ(
+        Chosen(File({"albedo.B", "albedo.G", "albedo.R", "Beauty.B", "Beauty.G", "Beauty.R"})),
+        "Beauty: Beauty.R Beauty.G Beauty.B ");
 }
 
 TEST(Beauty, OtherwiseItIsTheFirstLayerWithColoursThatIsNoCryptomatte) {
@@ -99,12 +103,13 @@ TEST(Beauty, OtherwiseItIsTheFirstLayerWithColoursThatIsNoCryptomatte) {
 TEST(Beauty, APartOfTheRightNameGoesBeforeAnEarlierOne) {
     EXPECT_EQ(Chosen(FileOfParts({{"albedo", {"B", "G", "R"}}, {"beauty", {"A", "B", "G", "R"}}})),
               "beauty: R G B A");
-    EXPECT_EQ(Chosen(FileOfParts({{"one", {"B", "G", "R"}}, {"two", {"B", "G", "R"}}})), "one: R G B ");
+    EXPECT_EQ(Chosen(FileOfParts({{"one", {"B", "G", "R"}}, {"two", {"B", "G", "R"}}})),
+              "one: R G B ");
 }
 
 TEST(Beauty, AFlatPartGoesBeforeADeepOne) {
-    EXPECT_EQ(Chosen(FileOfParts({{"beauty", {"A", "B", "G", "R", "Z"}, true},
-                           {"flat", {"x.B", "x.G", "x.R"}}})),
+    EXPECT_EQ(Chosen(FileOfParts(
+                  {{"beauty", {"A", "B", "G", "R", "Z"}, true}, {"flat", {"x.B", "x.G", "x.R"}}})),
               "x: x.R x.G x.B ");
     EXPECT_EQ(Chosen(FileOfParts({{"", {"A", "B", "G", "R", "Z"}, true}})), "RGBA: R G B A");
 }
@@ -124,12 +129,14 @@ TEST(Beauty, LuminanceAndChromaAreToldApart) {
     EXPECT_EQ(beauty.alpha, "");
 }
 
-TEST(Beauty, TwoColoursLackTheThird) { EXPECT_EQ(Chosen(File({"G", "R"})), "RG: R G  "); }
+TEST(Beauty, TwoColoursLackTheThird) {
+    EXPECT_EQ(Chosen(File({"G", "R"})), "RG: R G  ");
+}
 
 TEST(Beauty, ALayerIsWantedByItsWholeNameOrATailOfIt) {
-    const Description file = File({"V.Combined.B", "V.Combined.G", "V.Combined.R", "V.AO.B",
-                                   "V.AO.G", "V.AO.R", "V.Depth.Z", "V.Normal.X", "V.Normal.Y",
-                                   "V.Normal.Z"});
+    const Description file =
+        File({"V.Combined.B", "V.Combined.G", "V.Combined.R", "V.AO.B", "V.AO.G", "V.AO.R",
+              "V.Depth.Z", "V.Normal.X", "V.Normal.Y", "V.Normal.Z"});
     EXPECT_EQ(Chosen(file, "V.AO"), "V.AO: V.AO.R V.AO.G V.AO.B ");
     EXPECT_EQ(Chosen(file, "AO"), "V.AO: V.AO.R V.AO.G V.AO.B ");
     EXPECT_EQ(Chosen(file, "v.ao"), "V.AO: V.AO.R V.AO.G V.AO.B ");
@@ -159,7 +166,8 @@ TEST(Beauty, HalfAComponentIsNoTail) {
 
 TEST(Beauty, AnUnknownLayerTellsThoseThatAreThere) {
     std::vector<std::string> channels;
-    for (int i = 10; i < 24; ++i) channels.push_back("L" + std::to_string(i) + ".R");
+    for (int i = 10; i < 24; ++i)
+        channels.push_back("L" + std::to_string(i) + ".R");
     EXPECT_EQ(Complaint(File(channels), "x"),
               "a.exr: there is no layer \"x\"; the layers are L10, L11, L12, L13, L14, L15, L16, "
               "L17, L18, L19, L20, L21 and 2 more");

@@ -80,6 +80,18 @@ class CommandTest(unittest.TestCase):
         self.assertTrue(drawn.endswith(b" \r"), "the bar is taken away")
         self.assertEqual(self.run_command("save", "still.exr").stderr, "")
 
+    def test_without_its_module_the_program_still_reads_openexr(self):
+        alone = self.folder / "veltrane"
+        shutil.copy(PROGRAM, alone)
+        done = subprocess.run([alone, "save", "still.exr", "-q"], check=False, cwd=self.folder)
+        self.assertEqual(done.returncode, 0)
+        (self.folder / "a.png").write_bytes(b"\x89PNG\r\n\x1a\n")
+        done = subprocess.run([alone, "save", "a.png"], capture_output=True, text=True, check=False,
+                              cwd=self.folder)
+        self.assertEqual((done.returncode, done.stderr),
+                         (1, "veltrane: error: a.png: the reader of PNG files, "
+                             "libveltrane_images.so, can't be loaded; install veltrane again\n"))
+
     def test_quiet_says_nothing(self):
         done = self.run_command("save", "still.exr", "-q")
         self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))

@@ -50,7 +50,8 @@ TEST_F(ConsoleTest, ListingsComeOutAsTheyStand) {
 
 TEST_F(ConsoleTest, ProgressLinesComeWhenTheNumberGrows) {
     console.ShowProgressAs(ProgressStyle::Lines);
-    for (const int percent : {0, 0, 1, 42, 42, 7, 100, 100}) console.Progress(percent);
+    for (const int percent : {0, 0, 1, 42, 42, 7, 100, 100})
+        console.Progress(percent);
     EXPECT_EQ(out.Text(), "PROGRESS: 0%\nPROGRESS: 1%\nPROGRESS: 42%\nPROGRESS: 100%\n");
     EXPECT_EQ(err.Text(), "");
 }
@@ -63,8 +64,7 @@ TEST_F(ConsoleTest, NoProgressIsShownUnlessAskedFor) {
 TEST_F(ConsoleTest, TheBarIsDrawnInPlaceAndTakenAwayForLines) {
     console.ShowProgressAs(ProgressStyle::Bar);
     console.Progress(50);
-    const std::string half =
-        "\r[" + std::string(20, '#') + std::string(20, '.') + "] 50%";
+    const std::string half = "\r[" + std::string(20, '#') + std::string(20, '.') + "] 50%";
     EXPECT_EQ(err.Text(), half);
     console.Error("bad");
     const std::string line = "\r" + std::string(47, ' ') + "\rveltrane: error: bad\n";
@@ -76,7 +76,9 @@ TEST_F(ConsoleTest, TheBarIsDrawnInPlaceAndTakenAwayForLines) {
     EXPECT_EQ(out.Text(), "");
 }
 
-TEST_F(ConsoleTest, AFileIsNoTerminal) { EXPECT_FALSE(IsTerminal(out.Get())); }
+TEST_F(ConsoleTest, AFileIsNoTerminal) {
+    EXPECT_FALSE(IsTerminal(out.Get()));
+}
 
 }  // namespace
 }  // namespace command

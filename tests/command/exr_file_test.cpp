@@ -26,7 +26,9 @@ Picture Read(const std::string& bytes, const std::string& beauty = {}) {
     return ReadBytes("a.exr", bytes, beauty);
 }
 
-Picture Read(const Part& part) { return Read(exr_samples::Write(part)); }
+Picture Read(const Part& part) {
+    return Read(exr_samples::Write(part));
+}
 
 std::string Complaint(const std::string& bytes, const std::string& beauty = {}) {
     return FaultText<InputError>([&] { Read(bytes, beauty); });
@@ -75,8 +77,8 @@ TEST(ExrFile, HalfsStayHalfs) {
 }
 
 TEST(ExrFile, FloatsStayFloats) {
-    Part part{.channels = {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT},
-                           {"A", Imf::FLOAT}}};
+    Part part{
+        .channels = {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}, {"A", Imf::FLOAT}}};
     const Picture picture = Read(part);
     EXPECT_FALSE(IsOfHalfs(picture));
     ExpectDistinctPixels(part, picture);
@@ -135,8 +137,8 @@ TEST(ExrFile, ADataWindowAroundTheFrameIsCut) {
 }
 
 TEST(ExrFile, ADataWindowThatOverlapsACornerIsCutThere) {
-    for (const Window data : {Window{-2, -2, 1, 1}, Window{2, -2, 9, 1}, Window{-2, 1, 1, 9},
-                              Window{2, 1, 9, 9}}) {
+    for (const Window data :
+         {Window{-2, -2, 1, 1}, Window{2, -2, 9, 1}, Window{-2, 1, 1, 9}, Window{2, 1, 9, 9}}) {
         const Part part{.display = {0, 0, 3, 2}, .data = data};
         ExpectDistinctPixels(part, Read(part));
     }
@@ -174,9 +176,8 @@ TEST(ExrFile, WithoutAlphaTheDataWindowIsOpaque) {
 }
 
 TEST(ExrFile, ColourWhereAlphaIsZeroIsKept) {
-    const Picture picture = Read(Part{.values = [](const std::string& channel, int, int) {
-        return channel == "A" ? 0.0 : 2.5;
-    }});
+    const Picture picture = Read(Part{
+        .values = [](const std::string& channel, int, int) { return channel == "A" ? 0.0 : 2.5; }});
     EXPECT_THAT(PixelAt(picture, 0, 0), ElementsAre(2.5F, 2.5F, 2.5F, 0.0F));
 }
 
@@ -215,7 +216,8 @@ TEST(ExrFile, LuminanceAndChromaBecomeColours) {
 }
 
 TEST(ExrFile, ChannelsWithFewerSamplesAreRefused) {
-    const Part part{.channels = {{"R", Imf::HALF, 2}, {"G"}, {"B"}}, .display = {0, 0, 3, 3},
+    const Part part{.channels = {{"R", Imf::HALF, 2}, {"G"}, {"B"}},
+                    .display = {0, 0, 3, 3},
                     .data = {0, 0, 3, 3}};
     EXPECT_EQ(Complaint(exr_samples::Write(part)),
               "a.exr: layer \"RGB\" has channels with fewer samples than pixels, which can't be "
@@ -223,7 +225,7 @@ TEST(ExrFile, ChannelsWithFewerSamplesAreRefused) {
 }
 
 TEST(ExrFile, TheBeautyMayStandInAnyPart) {
-    const Part depth{.channels = {{"Z", Imf::FLOAT}}, .name = "depth"};
+    const Part depth{.channels = {{"Z", Imf::FLOAT}}, .display = {0, 0, 5, 4}, .name = "depth"};
     const Part beauty{.display = {0, 0, 5, 4}, .data = {1, 1, 3, 3}, .name = "beauty"};
     const std::string bytes = exr_samples::Write({depth, beauty});
     ExpectDistinctPixels(beauty, Read(bytes));
@@ -231,8 +233,11 @@ TEST(ExrFile, TheBeautyMayStandInAnyPart) {
 }
 
 TEST(ExrFile, ALayerIsReadByName) {
-    const Part part{.channels = {{"V.Combined.R"}, {"V.Combined.G"}, {"V.Combined.B"},
-                                 {"V.Combined.A"}, {"V.Depth.Z", Imf::FLOAT}}};
+    const Part part{.channels = {{"V.Combined.R"},
+                                 {"V.Combined.G"},
+                                 {"V.Combined.B"},
+                                 {"V.Combined.A"},
+                                 {"V.Depth.Z", Imf::FLOAT}}};
     const std::string bytes = exr_samples::Write(part);
     ExpectDistinctPixels(part, Read(bytes));
     EXPECT_FALSE(IsOfHalfs(Read(bytes, "Depth")));
@@ -243,10 +248,11 @@ TEST(ExrFile, ValuesThatAreNotFiniteAreCountedOnce) {
     Part part{.display = {0, 0, 2, 0},
               .data = {-1, 0, 2, 0},
               .values = [](const std::string& channel, int x, int) {
-                  // One NaN outside the frame, and one of each kind inside.
                   if (channel != "R") return 0.5;
-                  return std::array<double, 4>{std::nan(""), infinity, -infinity, std::nan("")}.at(
-                      static_cast<std::size_t>(x + 1));
+                  if (x == 0) return infinity;
+                  if (x == 1) return -infinity;
+                  // One inside the frame and one outside.
+                  return std::nan("");
               }};
     const Picture halfs = Read(part);
     EXPECT_EQ(halfs.notFinite, 3U);
@@ -263,7 +269,9 @@ TEST(ExrFile, ValuesThatAreNotFiniteAreCountedOnce) {
 
 TEST(ExrFile, AGreyValueCountsForEachColourItBecomes) {
     const Picture picture =
-        Read(Part{.channels = {{"Y"}}, .display = {0, 0, 0, 0}, .data = {0, 0, 0, 0},
+        Read(Part{.channels = {{"Y"}},
+                  .display = {0, 0, 0, 0},
+                  .data = {0, 0, 0, 0},
                   .values = [](const std::string&, int, int) { return std::nan(""); }});
     EXPECT_EQ(picture.notFinite, 3U);
 }
@@ -273,12 +281,13 @@ TEST(ExrFile, ThePixelAspectIsKept) {
 }
 
 TEST(ExrFile, DeepPixelsAreRefused) {
-    const Part part{.channels = {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT},
-                                 {"Z", Imf::FLOAT}},
-                    .deep = true};
+    const Part part{
+        .channels = {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}, {"Z", Imf::FLOAT}},
+        .deep = true};
     const std::string bytes = exr_samples::Write(part);
-    EXPECT_EQ(Complaint(bytes), "a.exr: layer \"RGB\" is deep, and deep images are not read yet; "
-                                "render it flat");
+    EXPECT_EQ(Complaint(bytes),
+              "a.exr: layer \"RGB\" is deep, and deep images are not read yet; "
+              "render it flat");
     EXPECT_THAT(Describe(bytes).warnings,
                 ElementsAre("the file is deep; deep images are not read yet"));
 }
@@ -313,15 +322,14 @@ TEST(ExrFile, ASideAbove65535IsRefusedBeforeAnythingIsAllocated) {
 
 TEST(ExrFile, AFileThatLiesAboutItsSizeIsRefused) {
     const std::string bytes = exr_samples::Write(Part());
-    EXPECT_EQ(Complaint(exr_samples::WithWindows(bytes, {0, 0, 65534, 65534})),
-              "a.exr: the file is not complete: blocks of pixels are missing; render or copy it "
-              "again");
-    EXPECT_THAT(Complaint(exr_samples::WithWindows(bytes, {5, 0, 0, 0})),
-                StartsWith("a.exr: damaged or cut short ("));
-    EXPECT_THAT(
-        Complaint(exr_samples::WithWindows(bytes, {-2147483647, -2147483647, 2147483647,
-                                                   2147483647})),
-        StartsWith("a.exr: damaged or cut short ("));
+    for (const Window lie : {Window{0, 0, 65534, 65534}, Window{5, 0, 0, 0}, Window{0, 0, 3, -1},
+                             Window{-2147483647, -2147483647, 0, 0}}) {
+        EXPECT_THAT(Complaint(exr_samples::WithWindows(bytes, lie)), StartsWith("a.exr: "));
+    }
+    // Long enough for the table of its blocks, which then point nowhere.
+    EXPECT_THAT(Complaint(exr_samples::WithWindows(bytes, {0, 0, 65534, 65534}) +
+                          std::string(100000, '\0')),
+                StartsWith("a.exr: "));
 }
 
 TEST(ExrFile, CutAnywhereItIsRefused) {

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
+#include <string_view>
 
 namespace exr_samples {
 namespace {
@@ -53,8 +54,8 @@ Imf::Header HeaderOf(const Part& part) {
     }
     if (part.tileSide > 0) {
         const auto side = static_cast<unsigned>(part.tileSide);
-        header.setTileDescription(Imf::TileDescription(
-            side, side, part.mipmaps ? Imf::MIPMAP_LEVELS : Imf::ONE_LEVEL));
+        header.setTileDescription(
+            Imf::TileDescription(side, side, part.mipmaps ? Imf::MIPMAP_LEVELS : Imf::ONE_LEVEL));
     }
     header.setType(part.tileSide > 0 ? Imf::TILEDIMAGE : Imf::SCANLINEIMAGE);
     if (!part.name.empty()) header.setName(part.name);
@@ -69,8 +70,7 @@ struct Plane {
     int height = 0;
 
     void Put(int column, int row, Imf::PixelType type, double value) {
-        char* at = bytes.data() +
-                   static_cast<std::size_t>(row * width + column) * sampleBytes;
+        char* at = bytes.data() + static_cast<std::size_t>(row * width + column) * sampleBytes;
         if (type == Imf::HALF) {
             const Imath::half sample(static_cast<float>(value));
             std::memcpy(at, &sample, sampleBytes);
@@ -100,10 +100,10 @@ class Planes {
                 for (int column = 0; column < plane.width; ++column) {
                     // Lower levels hold -1: nobody may read them.
                     const double value =
-                        level > 0 ? -1.0
-                                  : part.values(channel.name,
-                                                part.data.left + column * channel.sampling,
-                                                part.data.top + row * channel.sampling);
+                        level > 0
+                            ? -1.0
+                            : part.values(channel.name, part.data.left + column * channel.sampling,
+                                          part.data.top + row * channel.sampling);
                     plane.Put(column, row, channel.type, value);
                 }
             }
@@ -116,13 +116,12 @@ class Planes {
         for (std::size_t i = 0; i < planes.size(); ++i) {
             const Plane& plane = planes[i];
             const Channel& channel = part.channels[i];
-            slices.insert(channel.name,
-                          Imf::Slice::Make(channel.type, plane.bytes.data(),
-                                           {part.data.left, part.data.top}, part.data.Width(),
-                                           part.data.Height(), plane.sampleBytes,
-                                           plane.sampleBytes *
-                                               static_cast<std::size_t>(plane.width),
-                                           channel.sampling, channel.sampling));
+            slices.insert(
+                channel.name,
+                Imf::Slice::Make(channel.type, plane.bytes.data(), {part.data.left, part.data.top},
+                                 part.data.Width(), part.data.Height(), plane.sampleBytes,
+                                 plane.sampleBytes * static_cast<std::size_t>(plane.width),
+                                 channel.sampling, channel.sampling));
         }
         return slices;
     }
@@ -144,7 +143,6 @@ std::string WriteDeep(const Part& part) {
     Imf::Header header = HeaderOf(part);
     header.setType(Imf::DEEPSCANLINE);
     header.compression() = Imf::ZIPS_COMPRESSION;
-    Imf::DeepScanLineOutputFile output(stream, header);
     const auto width = static_cast<std::size_t>(part.data.Width());
     const auto height = static_cast<std::size_t>(part.data.Height());
     std::vector<unsigned> counts(width * height, 1);
@@ -167,33 +165,38 @@ std::string WriteDeep(const Part& part) {
     for (std::size_t i = 0; i < samples.size(); ++i) {
         if (part.channels[i].type != Imf::FLOAT) throw std::logic_error("deep samples are floats");
         std::vector<float*>& places = pointers.emplace_back();
-        for (float& value : samples[i]) places.push_back(&value);
+        for (float& value : samples[i])
+            places.push_back(&value);
     }
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        const Imf::Slice base = Imf::Slice::Make(
-            Imf::FLOAT, pointers[i].data(), origin, part.data.Width(), part.data.Height(),
-            sizeof(float*), sizeof(float*) * width);
-        buffer.insert(part.channels[i].name,
-                      Imf::DeepSlice(Imf::FLOAT, base.base, sizeof(float*), sizeof(float*) * width,
-                                     sizeof(float)));
+        const Imf::Slice base =
+            Imf::Slice::Make(Imf::FLOAT, pointers[i].data(), origin, part.data.Width(),
+                             part.data.Height(), sizeof(float*), sizeof(float*) * width);
+        buffer.insert(part.channels[i].name, Imf::DeepSlice(Imf::FLOAT, base.base, sizeof(float*),
+                                                            sizeof(float*) * width, sizeof(float)));
     }
-    output.setFrameBuffer(buffer);
-    output.writePixels(static_cast<int>(height));
+    {
+        Imf::DeepScanLineOutputFile output(stream, header);
+        output.setFrameBuffer(buffer);
+        output.writePixels(static_cast<int>(height));
+    }
     return stream.bytes;
 }
 
 }  // namespace
 
 double Distinct(const std::string& channel, int x, int y) {
-    const int letter = static_cast<unsigned char>(channel.back()) % 32;
-    return letter + (x & 31) / 32.0 + (y & 7) / 256.0;
+    constexpr std::string_view letters = "RGBAYZ";
+    const auto letter = static_cast<double>(letters.find(channel.back()) + 1);
+    return letter + (x & 15) / 16.0 + (y & 7) / 128.0;
 }
 
 std::string Write(const std::vector<Part>& parts) {
     if (parts.size() == 1 && parts[0].deep) return WriteDeep(parts[0]);
     std::vector<Imf::Header> headers;
     headers.reserve(parts.size());
-    for (const Part& part : parts) headers.push_back(HeaderOf(part));
+    for (const Part& part : parts)
+        headers.push_back(HeaderOf(part));
     StringStream stream;
     {
         Imf::MultiPartOutputFile file(stream, headers.data(), static_cast<int>(headers.size()));

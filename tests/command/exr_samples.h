@@ -21,8 +21,8 @@ struct Channel {
 // The value of a channel at a pixel; unsigned channels round it down.
 using Values = std::function<double(const std::string& channel, int x, int y)>;
 
-// The channel's place in the alphabet, then the pixel: tells every sample of a small file apart, and
-// is exact as a half.
+// Of the channels R, G, B, A, Y and Z: tells every sample of a small file apart, and is exact as a
+// half.
 double Distinct(const std::string& channel, int x, int y);
 
 struct Part {
@@ -43,7 +43,9 @@ struct Part {
 
 // The file's bytes. Deep parts have one sample a pixel, in a file of their own.
 std::string Write(const std::vector<Part>& parts);
-inline std::string Write(const Part& part) { return Write(std::vector<Part>{part}); }
+inline std::string Write(const Part& part) {
+    return Write(std::vector<Part>{part});
+}
 
 // Luminance and chroma of a picture that is the same colour all over.
 std::string WriteLumaChroma(int width, int height, float red, float green, float blue);

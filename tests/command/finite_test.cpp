@@ -10,10 +10,11 @@ namespace command {
 namespace {
 
 TEST(Finite, HalfsLoseNaNAndInfinity) {
-    std::vector<std::uint16_t> halfs{0x7c00, 0xfc00, 0x7e00, 0xfc01, 0x7bff, 0xfbff, 0x0001, 0x3c00};
+    std::vector<std::uint16_t> halfs{0x7c00, 0xfc00, 0x7e00, 0xfc01,
+                                     0x7bff, 0xfbff, 0x0001, 0x3c00};
     EXPECT_EQ(MakeFinite(halfs.data(), halfs.size()), 4U);
-    EXPECT_EQ(halfs, (std::vector<std::uint16_t>{0x7bff, 0xfbff, 0, 0, 0x7bff, 0xfbff, 0x0001,
-                                                 0x3c00}));
+    EXPECT_EQ(halfs,
+              (std::vector<std::uint16_t>{0x7bff, 0xfbff, 0, 0, 0x7bff, 0xfbff, 0x0001, 0x3c00}));
 }
 
 TEST(Finite, FloatsLoseNaNAndInfinity) {

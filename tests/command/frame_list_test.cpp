@@ -21,7 +21,9 @@ TEST(FrameList, RangesAndStepsGiveTheirFrames) {
     EXPECT_THAT(ParseFrames("1-3,10-16x2"), ElementsAre(1, 2, 3, 10, 12, 14, 16));
 }
 
-TEST(FrameList, ASingleNumberIsOneFrame) { EXPECT_THAT(ParseFrames("7"), ElementsAre(7)); }
+TEST(FrameList, ASingleNumberIsOneFrame) {
+    EXPECT_THAT(ParseFrames("7"), ElementsAre(7));
+}
 
 TEST(FrameList, FramesComeAscendingAndOnce) {
     EXPECT_THAT(ParseFrames("5,1-3,2-5"), ElementsAre(1, 2, 3, 4, 5));
@@ -57,9 +59,9 @@ TEST(FrameList, ACommaAtTheEndIsRefused) {
 }
 
 TEST(FrameList, AnOpenRangeIsRefused) {
-    EXPECT_EQ(Complaint("1-"),
-              std::string("--frames 1-: expected the last frame of the range, at character 3") +
-                  hint);
+    EXPECT_EQ(
+        Complaint("1-"),
+        std::string("--frames 1-: expected the last frame of the range, at character 3") + hint);
 }
 
 TEST(FrameList, ABackwardRangeIsRefused) {
@@ -82,8 +84,7 @@ TEST(FrameList, AnythingElseBehindANumberIsRefused) {
 
 TEST(FrameList, AFrameBeyondTheHostsTimeIsRefused) {
     const std::string range = " must lie between -999999 and 9999999, at character ";
-    EXPECT_EQ(Complaint("10000000"),
-              "--frames 10000000: a frame number" + range + "1" + hint);
+    EXPECT_EQ(Complaint("10000000"), "--frames 10000000: a frame number" + range + "1" + hint);
     EXPECT_EQ(Complaint("1-99999999999999"),
               "--frames 1-99999999999999: the last frame of the range" + range + "3" + hint);
 }
@@ -92,9 +93,9 @@ TEST(FrameList, AMillionFramesAreTheMost) {
     EXPECT_EQ(ParseFrames("1-1000000").size(), 1000000U);
     EXPECT_EQ(Complaint("0-1000000"),
               std::string("--frames 0-1000000: more than 1000000 frames, at character 10") + hint);
-    EXPECT_EQ(Complaint("1-1000000,5"),
-              std::string("--frames 1-1000000,5: more than 1000000 frames, at character 12") +
-                  hint);
+    EXPECT_EQ(
+        Complaint("1-1000000,5"),
+        std::string("--frames 1-1000000,5: more than 1000000 frames, at character 12") + hint);
 }
 
 }  // namespace

@@ -9,13 +9,15 @@ namespace {
 
 std::string BigEndian(std::uint32_t value, int bytes) {
     std::string text;
-    for (int i = bytes - 1; i >= 0; --i) text += static_cast<char>(value >> (8 * i));
+    for (int i = bytes - 1; i >= 0; --i)
+        text += static_cast<char>(value >> (8 * i));
     return text;
 }
 
 std::string LittleEndian(std::uint32_t value, int bytes) {
     std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i));
+    for (int i = 0; i < bytes; ++i)
+        text += static_cast<char>(value >> (8 * i));
     return text;
 }
 
@@ -60,13 +62,14 @@ std::string Png(const Image& image, std::uint32_t gamma) {
                                static_cast<char>(image.bits) + colorTypes[image.channels - 1] +
                                std::string(3, '\0');
     return "\x89PNG\r\n\x1a\n" + Chunk("IHDR", header) +
-           (gamma > 0 ? Chunk("gAMA", BigEndian(gamma, 4)) : "") +
-           Chunk("IDAT", Compressed(rows)) + Chunk("IEND", "");
+           (gamma > 0 ? Chunk("gAMA", BigEndian(gamma, 4)) : "") + Chunk("IDAT", Compressed(rows)) +
+           Chunk("IEND", "");
 }
 
 std::string Tiff(const Image& image, ExtraSample extra, int orientation) {
     std::string pixels;
-    for (const std::uint32_t sample : image.samples) pixels += LittleEndian(sample, image.bits / 8);
+    for (const std::uint32_t sample : image.samples)
+        pixels += LittleEndian(sample, image.bits / 8);
     struct Entry {
         std::uint32_t tag, type, count, value;
     };
@@ -98,8 +101,10 @@ std::string Tiff(const Image& image, ExtraSample extra, int orientation) {
 
     std::string arrays;
     if (several) {
-        for (int i = 0; i < image.channels; ++i) arrays += LittleEndian(number(image.bits), 2);
-        for (int i = 0; i < image.channels; ++i) arrays += LittleEndian(format, 2);
+        for (int i = 0; i < image.channels; ++i)
+            arrays += LittleEndian(number(image.bits), 2);
+        for (int i = 0; i < image.channels; ++i)
+            arrays += LittleEndian(format, 2);
     }
     std::string directory = LittleEndian(static_cast<std::uint32_t>(entries.size()), 2);
     for (const Entry& entry : entries) {
@@ -130,8 +135,8 @@ std::string Tga(const Image& image, int gammaTenths, int attributesType) {
     std::string extension(495, '\0');
     extension.replace(0, 2, LittleEndian(495, 2));
     if (gammaTenths > 0) {
-        extension.replace(478, 4, LittleEndian(static_cast<std::uint32_t>(gammaTenths), 2) +
-                                      LittleEndian(10, 2));
+        extension.replace(
+            478, 4, LittleEndian(static_cast<std::uint32_t>(gammaTenths), 2) + LittleEndian(10, 2));
     }
     extension[494] = static_cast<char>(attributesType);
     return file + extension + LittleEndian(extensionAt, 4) + LittleEndian(0, 4) +
@@ -141,7 +146,8 @@ std::string Tga(const Image& image, int gammaTenths, int attributesType) {
 std::string Hdr(const Image& rgbe) {
     std::string file = "#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y " + std::to_string(rgbe.height) +
                        " +X " + std::to_string(rgbe.width) + "\n";
-    for (const std::uint32_t sample : rgbe.samples) file += static_cast<char>(sample);
+    for (const std::uint32_t sample : rgbe.samples)
+        file += static_cast<char>(sample);
     return file;
 }
 

@@ -28,11 +28,9 @@ Description Sample() {
                        {"odd", "opaque", std::monostate()}};
     file.parts = {part};
     file.layers = {
-        {"RGBA", true, 0,
-         {{"A", "A"}, {"B", "B"}, {"G", "G"}, {"R", "R"}}},
+        {"RGBA", true, 0, {{"A", "A"}, {"B", "B"}, {"G", "G"}, {"R", "R"}}},
         {"V.Depth", false, 0, {{"V.Depth.Z", "Z", SampleType::Float, 2, 2}}},
-        {"mix", false, 0,
-         {{"mix.R", "R"}, {"mix.id", "id", SampleType::Unsigned32}}},
+        {"mix", false, 0, {{"mix.R", "R"}, {"mix.id", "id", SampleType::Unsigned32}}},
     };
     file.warnings = {"something is odd"};
     return file;
@@ -48,13 +46,15 @@ TEST(Info, TextTellsPartsLayersAndBeauty) {
               "    layer RGBA: A B G R, half\n"
               "    layer V.Depth: Z, float, with fewer samples than pixels\n"
               "    layer mix: R id, half uint32\n"
-              "    note (string): " + std::string(60, 'x') + "... (100 bytes)\n"
-              "    views (stringvector): left right\n"
-              "    frame (float): 7.5\n"
-              "    pair (v2f): 1 2.5\n"
-              "    odd (opaque):\n"
-              "beauty: RGBA, because its channels have no layer name; alpha in A\n"
-              "warning: something is odd\n");
+              "    note (string): " +
+                  std::string(60, 'x') +
+                  "... (100 bytes)\n"
+                  "    views (stringvector): left right\n"
+                  "    frame (float): 7.5\n"
+                  "    pair (v2f): 1 2.5\n"
+                  "    odd (opaque):\n"
+                  "beauty: RGBA, because its channels have no layer name; alpha in A\n"
+                  "warning: something is odd\n");
 }
 
 TEST(Info, TextFromTheFileIsMadeSafe) {
@@ -95,8 +95,7 @@ TEST(Info, JsonHoldsTheSame) {
     EXPECT_EQ(part["deep"], false);
     EXPECT_EQ(part["complete"], true);
     EXPECT_EQ(part["layers"].size(), 3U);
-    EXPECT_EQ(part["layers"][1],
-              json::parse(R"({"name": "V.Depth", "channels":
+    EXPECT_EQ(part["layers"][1], json::parse(R"({"name": "V.Depth", "channels":
                   [{"name": "V.Depth.Z", "type": "float", "sampling": [2, 2]}]})"));
     EXPECT_EQ(part["attributes"][0]["value"], std::string(100, 'x')) << "not cut";
     EXPECT_EQ(part["attributes"][1]["value"], (json{"left", "right"}));

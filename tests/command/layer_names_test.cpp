@@ -11,11 +11,14 @@ using testing::ElementsAre;
 std::vector<std::string> LayersOf(const std::vector<std::string>& channels,
                                   const std::string& part = {}) {
     std::vector<Channel> list;
-    for (const std::string& name : channels) list.push_back({name});
+    list.reserve(channels.size());
+    for (const std::string& name : channels)
+        list.push_back({name});
     std::vector<std::string> layers;
     for (const Layer& layer : SortIntoLayers(list, 0, part)) {
         std::string text = layer.name + (layer.plain ? "*" : "") + ":";
-        for (const Channel& channel : layer.channels) text += " " + channel.suffix;
+        for (const Channel& channel : layer.channels)
+            text += " " + channel.suffix;
         layers.push_back(text);
     }
     return layers;
@@ -50,9 +53,8 @@ TEST(LayerNames, ADotAtTheEndsIsNoReasonToFail) {
 
 TEST(LayerNames, DoublesGetTheirPartInFront) {
     const std::vector<Part> parts{{.name = "left"}, {.name = "right"}, {.name = "depth"}};
-    std::vector<Layer> layers{{"diffuse", false, 0, {}},
-                              {"diffuse", false, 1, {}},
-                              {"depth", false, 2, {}}};
+    std::vector<Layer> layers{
+        {"diffuse", false, 0, {}}, {"diffuse", false, 1, {}}, {"depth", false, 2, {}}};
     QualifyDoubles(layers, parts);
     EXPECT_EQ(layers[0].name, "left.diffuse");
     EXPECT_EQ(layers[1].name, "right.diffuse");

@@ -16,11 +16,13 @@ TEST(EditDistance, CountsLettersToChange) {
     EXPECT_EQ(EditDistance("ab", "ba"), 2U);
 }
 
-TEST(EditDistance, DoesntMindCase) { EXPECT_EQ(EditDistance("BitDepth", "bitdepth"), 0U); }
+TEST(EditDistance, DoesntMindCase) {
+    EXPECT_EQ(EditDistance("BitDepth", "bitdepth"), 0U);
+}
 
 TEST(NearestNames, ComeNearestFirst) {
     EXPECT_THAT(NearestNames("colour", {"depth", "color", "colours", "dolor"}),
-                ElementsAre("colours", "color", "dolor"));
+                ElementsAre("color", "colours", "dolor"));
 }
 
 TEST(NearestNames, ANameThatContainsTheWordIsNear) {

@@ -18,7 +18,8 @@ std::vector<float> Turned(int orientation, int width, int height) {
     picture.pixelAspect = 2.0F;
     std::vector<float> components;
     for (int pixel = 1; pixel <= 6; ++pixel) {
-        for (int i = 0; i < 4; ++i) components.push_back(static_cast<float>(pixel * 10 + i));
+        for (int i = 0; i < 4; ++i)
+            components.push_back(static_cast<float>(pixel * 10 + i));
     }
     picture.components = components;
     TurnUpright(picture, orientation);
@@ -42,15 +43,25 @@ TEST(Orientation, OneAndUnknownNumbersChangeNothing) {
     }
 }
 
-TEST(Orientation, TwoMirrors) { EXPECT_EQ(Turned(2, 3, 2), (Pixels{3, 2, 1, 6, 5, 4})); }
+TEST(Orientation, TwoMirrors) {
+    EXPECT_EQ(Turned(2, 3, 2), (Pixels{3, 2, 1, 6, 5, 4}));
+}
 
-TEST(Orientation, ThreeTurnsByHalf) { EXPECT_EQ(Turned(3, 3, 2), (Pixels{6, 5, 4, 3, 2, 1})); }
+TEST(Orientation, ThreeTurnsByHalf) {
+    EXPECT_EQ(Turned(3, 3, 2), (Pixels{6, 5, 4, 3, 2, 1}));
+}
 
-TEST(Orientation, FourFlips) { EXPECT_EQ(Turned(4, 3, 2), (Pixels{4, 5, 6, 1, 2, 3})); }
+TEST(Orientation, FourFlips) {
+    EXPECT_EQ(Turned(4, 3, 2), (Pixels{4, 5, 6, 1, 2, 3}));
+}
 
-TEST(Orientation, FiveTransposes) { EXPECT_EQ(Turned(5, 2, 3), (Pixels{1, 4, 2, 5, 3, 6})); }
+TEST(Orientation, FiveTransposes) {
+    EXPECT_EQ(Turned(5, 2, 3), (Pixels{1, 4, 2, 5, 3, 6}));
+}
 
-TEST(Orientation, SixTurnsClockwise) { EXPECT_EQ(Turned(6, 2, 3), (Pixels{4, 1, 5, 2, 6, 3})); }
+TEST(Orientation, SixTurnsClockwise) {
+    EXPECT_EQ(Turned(6, 2, 3), (Pixels{4, 1, 5, 2, 6, 3}));
+}
 
 TEST(Orientation, SevenTransposesOverTheOtherDiagonal) {
     EXPECT_EQ(Turned(7, 2, 3), (Pixels{6, 3, 5, 2, 4, 1}));

@@ -16,7 +16,9 @@ TEST(Printable, ControlCharactersBecomeOneBlank) {
     EXPECT_EQ(Printable("\x1b[31mred\x7f"), "[31mred");
 }
 
-TEST(Printable, NothingIsLeftAtTheEnds) { EXPECT_EQ(Printable("\n\na\n \n"), "a"); }
+TEST(Printable, NothingIsLeftAtTheEnds) {
+    EXPECT_EQ(Printable("\n\na\n \n"), "a");
+}
 
 }  // namespace
 }  // namespace command

@@ -27,9 +27,8 @@ struct RenderFileTest : testing::Test {
         return FaultText<InputError>([&] { OpenRenderFile(path); });
     }
 
-    std::filesystem::path folder =
-        std::filesystem::temp_directory_path() /
-        ("veltrane_render_file_test_" + std::to_string(::getpid()));
+    std::filesystem::path folder = std::filesystem::temp_directory_path() /
+                                   ("veltrane_render_file_test_" + std::to_string(::getpid()));
 };
 
 TEST_F(RenderFileTest, TheContentDecidesNotTheName) {
@@ -65,8 +64,9 @@ TEST_F(RenderFileTest, AForeignFileIsToldSo) {
     for (const char* bytes : {"8BPS", "x", "GIF89a......", "#!/bin/sh\nexit 1\n"}) {
         const std::string path = Write("a.exr", bytes);
         EXPECT_EQ(Complaint(path),
-                  path + ": not an image that can be read; give an OpenEXR, PNG, TIFF, JPEG, "
-                         "Radiance HDR or TGA file");
+                  path +
+                      ": not an image that can be read; give an OpenEXR, PNG, TIFF, JPEG, "
+                      "Radiance HDR or TGA file");
     }
 }
 

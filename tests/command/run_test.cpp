@@ -98,7 +98,8 @@ TEST_F(RunTest, TheSameInputGivesTheSameBytes) {
 }
 
 TEST_F(RunTest, GammaReachesTheEffect) {
-    const std::string input = WriteExr("a.exr");
+    const std::string input =
+        WriteExr("a.exr", {.values = [](const std::string&, int, int) { return 0.25; }});
     const std::vector<std::string> save{"save", input, "--set", "gammaCorrectConfig=0", "-o"};
     const auto call = [&](const std::string& name, const std::vector<std::string>& more) {
         std::vector<std::string> words = save;
@@ -125,17 +126,16 @@ TEST_F(RunTest, BeautyChoosesTheLayer) {
     ASSERT_EQ(Call({"save", input, "-o", PathOf("2.psd"), "--beauty", "x"}), exitSaved) << err;
     EXPECT_NE(Bytes("1.psd"), Bytes("2.psd"));
     EXPECT_EQ(Call({"save", input, "--beauty", "y"}), exitNotSaved);
-    EXPECT_EQ(err, "veltrane: error: " + input +
-                       ": there is no layer \"y\"; the layers are RGB, x\n");
+    EXPECT_EQ(err,
+              "veltrane: error: " + input + ": there is no layer \"y\"; the layers are RGB, x\n");
 }
 
 TEST_F(RunTest, ADocumentCanComeFromEveryKindOfImage) {
     for (const std::string name : {"a.png", "a.tif", "a.tga"}) {
         const image_samples::Image image{.samples = {10, 20, 30}};
-        const std::string input =
-            Write(name, name == "a.png"   ? image_samples::Png(image)
-                        : name == "a.tif" ? image_samples::Tiff(image)
-                                          : image_samples::Tga(image));
+        const std::string input = Write(name, name == "a.png"   ? image_samples::Png(image)
+                                              : name == "a.tif" ? image_samples::Tiff(image)
+                                                                : image_samples::Tga(image));
         EXPECT_EQ(Call({"save", input, "-o", PathOf(name + ".psd")}), exitSaved) << err;
         EXPECT_EQ(Bytes(name + ".psd").substr(0, 4), "8BPS");
     }
@@ -143,7 +143,8 @@ TEST_F(RunTest, ADocumentCanComeFromEveryKindOfImage) {
 }
 
 TEST_F(RunTest, ASequenceIsNumberedByTheHost) {
-    for (const int frame : {1, 2, 3}) WriteExr("s.000" + std::to_string(frame) + ".exr");
+    for (const int frame : {1, 2, 3})
+        WriteExr("s.000" + std::to_string(frame) + ".exr");
     EXPECT_EQ(Call({"save", PathOf("s.####.exr"), "--frames", "1-3"}), exitSaved) << err;
     for (const int frame : {1, 2, 3}) {
         const std::string name = "s.000" + std::to_string(frame) + ".psd";
@@ -239,8 +240,8 @@ TEST_F(RunTest, AnExistingDocumentIsOverwritten) {
 }
 
 TEST_F(RunTest, ValuesThatAreNotFiniteGiveOneWarning) {
-    const std::string input =
-        WriteExr("a.exr", {.values = [](const std::string& channel, int x, int y) {
+    const std::string input = WriteExr(
+        "a.exr", {.values = [](const std::string& channel, int x, int y) {
             if (channel == "R" && x == 0 && y == 0) return std::nan("");
             return channel == "G" && x == 1 ? std::numeric_limits<double>::infinity() : 0.5;
         }});
@@ -251,9 +252,8 @@ TEST_F(RunTest, ValuesThatAreNotFiniteGiveOneWarning) {
 }
 
 TEST_F(RunTest, QuietSuppressesEverythingButErrors) {
-    const std::string input = WriteExr("a.exr", {.values = [](const std::string&, int, int) {
-                                           return std::nan("");
-                                       }});
+    const std::string input =
+        WriteExr("a.exr", {.values = [](const std::string&, int, int) { return std::nan(""); }});
     EXPECT_EQ(Call({"save", input, "-q", "--progress", "lines"}), exitSaved);
     EXPECT_EQ(out + err, "");
     EXPECT_EQ(Call({"save", PathOf("no.exr"), "-q"}), exitNotSaved);
@@ -274,15 +274,16 @@ TEST_F(RunTest, TheDocumentsNameMayBeSetAsAParameter) {
     EXPECT_TRUE(fs::exists(folder / "b.psd"));
     EXPECT_FALSE(fs::exists(folder / "a.psd"));
     EXPECT_EQ(Call({"save", input, "--set", "filename=b.psd", "-o", "c.psd"}), exitUsage);
-    EXPECT_EQ(err, "veltrane: error: -o and --set filename both name the document; leave one of "
-                   "them\n");
+    EXPECT_EQ(err,
+              "veltrane: error: -o and --set filename both name the document; leave one of "
+              "them\n");
 }
 
 TEST_F(RunTest, TheDocumentsNameMayFollowTheRenderOutput) {
     const std::string input = WriteExr("a.exr");
-    EXPECT_EQ(Call({"save", input, "--set", "matchRenderOutputFilename=true", "--set",
-                    "fileFormat=1"}),
-              exitSaved)
+    EXPECT_EQ(
+        Call({"save", input, "--set", "matchRenderOutputFilename=true", "--set", "fileFormat=1"}),
+        exitSaved)
         << err;
     EXPECT_THAT(out, StartsWith("saved " + PathOf("a.psb") + " (4x3, 16 bits, PSB, "));
 }
@@ -303,9 +304,10 @@ TEST_F(RunTest, WrongUsageIsTwo) {
     EXPECT_EQ(complaint({"save", "s.####.exr"}),
               "veltrane: error: s.####.exr: there is no such file; to read #### as a frame number "
               "give the frames, such as --frames 1-10\n");
-    EXPECT_EQ(complaint({"save", "s.####.exr", "--frames", "1", "-o", "a.####.b.psd"}),
-              "veltrane: error: -o a.####.b.psd: the frame number of a document stands right before "
-              "its suffix; move #### there or leave it out\n");
+    EXPECT_EQ(
+        complaint({"save", "s.####.exr", "--frames", "1", "-o", "a.####.b.psd"}),
+        "veltrane: error: -o a.####.b.psd: the frame number of a document stands right before "
+        "its suffix; move #### there or leave it out\n");
     EXPECT_EQ(complaint({"save", input, "--set", "bitDepth=7"}),
               "veltrane: error: --set bitDepth: \"7\" is not one of its values; it takes 8 = 8 "
               "Bits, 16 = 16 Bits, 32 = 32 Bits (HDR)\n");
@@ -319,8 +321,8 @@ TEST_F(RunTest, AFileCalledLikeAPatternIsJustAFile) {
 }
 
 TEST_F(RunTest, FastDeflateGivesADocumentOfTheSameKind) {
-    const std::string input = WriteExr("a.exr", {.display = {0, 0, 299, 199},
-                                                 .data = {0, 0, 299, 199}});
+    const std::string input =
+        WriteExr("a.exr", {.display = {0, 0, 299, 199}, .data = {0, 0, 299, 199}});
     ASSERT_EQ(Call({"save", input, "-o", PathOf("z.psd")}), exitSaved) << err;
     const int status = Call({"save", input, "--deflate", "fast", "-o", PathOf("f.psd")});
 #ifdef VELTRANE_ISAL
@@ -331,8 +333,9 @@ TEST_F(RunTest, FastDeflateGivesADocumentOfTheSameKind) {
     EXPECT_EQ(Bytes("again.psd"), Bytes("z.psd")) << "zlib is back for the next run";
 #else
     EXPECT_EQ(status, exitUsage);
-    EXPECT_EQ(err, "veltrane: error: --deflate fast: this build has no ISA-L; use --deflate "
-                   "zlib\n");
+    EXPECT_EQ(err,
+              "veltrane: error: --deflate fast: this build has no ISA-L; use --deflate "
+              "zlib\n");
 #endif
 }
 

@@ -11,9 +11,13 @@
 namespace command {
 namespace {
 
-Setting Parse(const std::string& text) { return ParseSetting(text, plugin::EffectParameters()); }
+Setting Parse(const std::string& text) {
+    return ParseSetting(text, plugin::EffectParameters());
+}
 
-int IntOf(const std::string& text) { return std::get<int>(Parse(text).value); }
+int IntOf(const std::string& text) {
+    return std::get<int>(Parse(text).value);
+}
 
 std::string Complaint(const std::string& text) {
     return FaultText<UsageError>([&] { Parse(text); });
@@ -25,7 +29,9 @@ TEST(Setting, FindsTheParameterByNameOrNumber) {
     EXPECT_EQ(Parse("#0=a.psd").row->name, "filename");
 }
 
-TEST(Setting, NamesDontMindCase) { EXPECT_EQ(Parse("BITDEPTH=8").row->name, "bitDepth"); }
+TEST(Setting, NamesDontMindCase) {
+    EXPECT_EQ(Parse("BITDEPTH=8").row->name, "bitDepth");
+}
 
 TEST(Setting, EveryWordForABooleanIsTaken) {
     for (const char* word : {"true", "on", "yes", "1", "TRUE", "Yes"}) {
@@ -75,14 +81,14 @@ TEST(Setting, AValueOutOfRangeTellsTheRange) {
 
 TEST(Setting, WhatIsNoNumberIsRefused) {
     for (const char* text : {"x", "", "1.5", "0x10", " 1", "1 ", "+1", "99999999999"}) {
-        EXPECT_EQ(Complaint(std::string("compression=") + text),
-                  std::string("--set compression: \"") + text +
-                      "\" is not a whole number of 32 bits");
+        EXPECT_EQ(
+            Complaint(std::string("compression=") + text),
+            std::string("--set compression: \"") + text + "\" is not a whole number of 32 bits");
     }
     for (const char* text : {"x", "", "1,5", "nan", "inf", "1e999", "72dpi"}) {
-        EXPECT_EQ(Complaint(std::string("resolution=") + text),
-                  std::string("--set resolution: \"") + text +
-                      "\" is not a number; it takes 1 to 10000");
+        EXPECT_EQ(
+            Complaint(std::string("resolution=") + text),
+            std::string("--set resolution: \"") + text + "\" is not a number; it takes 1 to 10000");
     }
 }
 

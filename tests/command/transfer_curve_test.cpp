@@ -21,7 +21,9 @@ TEST(TransferCurve, APowerIsAPower) {
     EXPECT_DOUBLE_EQ(Decode(curve, 3.0), 9.0);
 }
 
-TEST(TransferCurve, LinearChangesNothing) { EXPECT_EQ(Decode({}, 0.3), 0.3); }
+TEST(TransferCurve, LinearChangesNothing) {
+    EXPECT_EQ(Decode({}, 0.3), 0.3);
+}
 
 TEST(TransferCurve, NegativeValuesAreMirrored) {
     EXPECT_DOUBLE_EQ(Decode(srgb, -0.5), -Decode(srgb, 0.5));
