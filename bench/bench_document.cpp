@@ -83,37 +83,26 @@ host::Owned<host::ImageBitmap> Mosaic(const std::vector<Sample>& samples, std::s
     return host::ImageBitmap::FromHalf({width, height, true, 1.0F}, std::move(components));
 }
 
-// The integer frame buffer that a document of up to 16 bits is made from.
-host::Owned<host::ImageBitmap> IntegerBitmap(host::ImageBitmap& bitmap) {
-    std::vector<std::uint16_t> components(std::size_t{width} * height * 4);
-    for (int y = 0; y < height; ++y) {
-        auto* row = components.data() + std::size_t{width} * 4 * static_cast<std::size_t>(y);
-        bitmap.Storage()->GetLinearPixels(0, y, width, reinterpret_cast<BMM_Color_64*>(row));
-    }
-    return host::ImageBitmap::FromUnsigned16({width, height, true, 1.0F}, std::move(components));
-}
-
-const BitmapList& HalfBitmaps() {
-    static const BitmapList bitmaps = [] {
-        std::vector<Sample> samples;
-        for (const char* pass : passes)
-            samples.push_back(ReadPass(pass));
-        BitmapList made;
-        for (std::size_t i = 0; i < samples.size(); ++i)
-            made.push_back(Mosaic(samples, i));
-        return made;
-    }();
+BitmapList MakeBitmaps() {
+    std::vector<Sample> samples;
+    for (const char* pass : passes)
+        samples.push_back(ReadPass(pass));
+    BitmapList bitmaps;
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        bitmaps.push_back(Mosaic(samples, i));
     return bitmaps;
 }
 
+// As the command holds them for a document of that depth.
 const BitmapList& BitmapsFor(int depth) {
+    static const BitmapList halfs = MakeBitmaps();
     static const BitmapList integers = [] {
-        BitmapList made;
-        for (const auto& bitmap : HalfBitmaps())
-            made.push_back(IntegerBitmap(*bitmap));
-        return made;
+        BitmapList bitmaps = MakeBitmaps();
+        for (const auto& bitmap : bitmaps)
+            bitmap->Storage()->RoundHalfsTo16Bits();
+        return bitmaps;
     }();
-    return depth == 32 ? HalfBitmaps() : integers;
+    return depth == 32 ? halfs : integers;
 }
 
 psdfile::PSDChannelImageDataSourcePtr Channel(const BitmapList& bitmaps, int layer, int selector) {

@@ -310,7 +310,10 @@ class FrameRun : public CheckAbortCallback {
         host::RenderSettings& render = host::App().settings.render;
         width = render.width = picture.width;
         height = render.height = picture.height;
-        return ToBitmap(std::move(picture));
+        host::Owned<host::ImageBitmap> bitmap = ToBitmap(std::move(picture));
+        // Only documents of 32 bits are made from floats.
+        if (session.GetInt("bitDepth") != 32) bitmap->Storage()->RoundHalfsTo16Bits();
+        return bitmap;
     }
 
     static host::Owned<host::ImageBitmap> ToBitmap(Picture picture) {

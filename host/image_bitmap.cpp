@@ -1,6 +1,7 @@
 #include "host/image_bitmap.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "host/pixel_rows.h"
@@ -67,6 +68,21 @@ int ImageStorage::GetLinearPixels(int x, int y, int pixels, BMM_Color_64* ptr) {
 
 int ImageStorage::GetLinearPixels(int x, int y, int pixels, BMM_Color_fl* ptr) {
     return Read(x, y, pixels, &ptr->r);
+}
+
+void ImageStorage::RoundHalfsTo16Bits() {
+    auto* halfs = std::get_if<HalfPixels>(&pixels_);
+    if (!halfs) {
+        return;
+    }
+    std::vector<std::uint16_t> components = std::move(halfs->components);
+    std::array<std::uint16_t, 4096> rounded;
+    for (std::size_t first = 0; first < components.size(); first += rounded.size()) {
+        const std::size_t count = std::min(rounded.size(), components.size() - first);
+        HalfRowToUnsigned16(components.data() + first, rounded.data(), count);
+        std::copy_n(rounded.data(), count, components.data() + first);
+    }
+    pixels_ = Unsigned16Pixels{std::move(components)};
 }
 
 Owned<ImageBitmap> ImageBitmap::Make(const ImageFormat& format, std::size_t components,

@@ -50,6 +50,11 @@ class ImageStorage final : public BitmapStorage {
     int GetLinearPixels(int x, int y, int pixels, BMM_Color_64* ptr) override;
     int GetLinearPixels(int x, int y, int pixels, BMM_Color_fl* ptr) override;
 
+    // Of half floats, keeps what the 16-bit reads give, which then convert nothing; float reads
+    // give the rounded values from then on. For a bitmap that is read in 16 bits only, and several
+    // times. Needs no memory; other pixels stay as they are.
+    void RoundHalfsTo16Bits();
+
   private:
     // `out` has room for four components a pixel.
     template <class Component>

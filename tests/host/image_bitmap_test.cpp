@@ -52,6 +52,35 @@ TEST(ImageBitmap, HalfsKeepTheirValues) {
     EXPECT_EQ(Units(units), (std::array{65535, 32768, 65535, 0}));
 }
 
+TEST(ImageBitmap, RoundedHalfsGiveTheSame16BitRowsAndRoundedFloats) {
+    std::vector<std::uint16_t> halfs;
+    for (int i = 0; i < 20000; ++i)
+        halfs.push_back(static_cast<std::uint16_t>(i * 3 + 1));
+    const auto rounded = host::ImageBitmap::FromHalf({50, 100}, halfs);
+    const auto bitmap = host::ImageBitmap::FromHalf({50, 100}, halfs);
+    rounded->Storage()->RoundHalfsTo16Bits();
+    for (int y = 0; y < 100; ++y) {
+        std::array<BMM_Color_64, 50> expected{};
+        std::array<BMM_Color_64, 50> row{};
+        std::array<BMM_Color_fl, 50> floats{};
+        ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, y, 50, expected.data()), 1);
+        ASSERT_EQ(rounded->Storage()->GetLinearPixels(0, y, 50, row.data()), 1);
+        ASSERT_EQ(rounded->Storage()->GetLinearPixels(0, y, 50, floats.data()), 1);
+        for (std::size_t x = 0; x < row.size(); ++x) {
+            ASSERT_EQ(Units(row[x]), Units(expected[x]));
+            ASSERT_EQ(floats[x].g, static_cast<float>(expected[x].g / 65535.0));
+        }
+    }
+}
+
+TEST(ImageBitmap, FloatsAreNotRoundedWithTheHalfs) {
+    const auto bitmap = Floats();
+    bitmap->Storage()->RoundHalfsTo16Bits();
+    std::array<BMM_Color_fl, 2> row{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 1, 2, row.data()), 1);
+    EXPECT_EQ(Units(row[1]), (std::array{5.0F, 6.0F, 7.0F, 8.0F}));
+}
+
 TEST(ImageBitmap, SixteenBitPixelsAreKeptAndScaledToFloats) {
     const auto bitmap = host::ImageBitmap::FromUnsigned16({1, 1}, {0, 1, 32768, 65535});
     BMM_Color_64 units{};
