@@ -33,9 +33,6 @@ endfunction()
 # GoogleTest suite member.
 function(veltrane_test folder)
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
-    if(NOT sources)
-        return()
-    endif()
     add_executable(test_${folder} ${sources})
     target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR})
     target_compile_definitions(test_${folder} PRIVATE

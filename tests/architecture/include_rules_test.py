@@ -205,7 +205,7 @@ GOOD = {
     "command/main.cpp": '#include "plugin/entry.h"\n#include "host/reader.h"\n',
     "tests/psdfile/part_lengths_test.cpp": "",
     "tests/psdfile/part_test.cpp": '#include <gtest/gtest.h>\n#include "psdfile/part.h"\n',
-    "README.md": "Works with paths like build/work/out and a spectrum of specifications.\n",
+    "README.md": "Works with paths like framework/out and a spectrum of specifications.\n",
     "examples/still.exr": "\0Part",
 }
 
