@@ -2,6 +2,9 @@
 
 #include <random.h>
 
+#include <iterator>
+
+#include "effect/psd_output_layer.h"
 #include "plugin/parameters.h"
 
 namespace effect {
@@ -9,6 +12,12 @@ namespace {
 
 constexpr int ownNotifications[] = {NOTIFY_PRE_RENDER, NOTIFY_POST_RENDER};
 constexpr int frameNotifications[] = {NOTIFY_PRE_RENDERFRAME, NOTIFY_POST_RENDERFRAME};
+
+constexpr ParamID layerLists[] = {"layersProduction"_param, "layersSecondary"_param};
+
+bool IsLayerList(int list) {
+    return list >= 0 && list < static_cast<int>(std::size(layerLists));
+}
 
 // Each effect keeps its choice of scene layers under a number of its own.
 int DrawSceneLayerNumber() {
@@ -55,6 +64,17 @@ IParamBlock2* PSDOutput::GetParamBlockByID(BlockID id) {
         if (block && block->GetDesc()->ID == id) return block;
     }
     return nullptr;
+}
+
+int PSDOutput::LayerCount(int list) const {
+    return pblock && IsLayerList(list) ? pblock->Count(layerLists[list]) : 0;
+}
+
+PSDOutputLayer* PSDOutput::Layer(int list, int index) const {
+    if (index < 0 || index >= LayerCount(list)) return nullptr;
+    ReferenceTarget* target = pblock->GetReferenceTarget(layerLists[list], 0, index);
+    const bool isLayer = target && target->ClassID() == psdOutputLayerClassID;
+    return isLayer ? static_cast<PSDOutputLayer*>(target) : nullptr;
 }
 
 RefTargetHandle PSDOutput::GetReference(int number) {

@@ -25,6 +25,8 @@ constexpr Class_ID psdOutputClassID{0x70068609, 0x01d5d297};
 // Title of every box and log line.
 constexpr const MCHAR* messageTitle = _M("veltrane");
 
+class PSDOutputLayer;
+
 class PSDOutput : public Effect8 {
   public:
     // `descriptor` makes the parameter block (reference 0). It must outlive the object.
@@ -50,6 +52,12 @@ class PSDOutput : public Effect8 {
     // when more than one frame is rendered. False, with `name` as far as it got, when there is
     // none.
     bool ResolveOutputFileName(MSTR& name, bool numbered, TimeValue t);
+
+    // The render elements' settings: list 0 is what goes into the document, list 1 is only kept up
+    // to date. Any other list has no layers.
+    int LayerCount(int list) const;
+    // Null for a list or index that isn't there, and for an entry whose layer was deleted.
+    PSDOutputLayer* Layer(int list, int index) const;
 
     IParamBlock2* pblock = nullptr;
     // Starting point of the file dialog; the definition of `filename` points at it. Units with the

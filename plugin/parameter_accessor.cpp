@@ -68,13 +68,10 @@ void NormalizeFilename(PB2Value& v, effect::PSDOutput* owner) {
     if (owner && owner->pblock) StartFileDialogAt(*owner, name);
 }
 
-void PrepareLayersFor32Bits(IParamBlock2& pblock) {
-    for (ParamID list : {"layersProduction"_param, "layersSecondary"_param}) {
-        for (int i = 0; i < pblock.Count(list); ++i) {
-            ReferenceTarget* target = pblock.GetReferenceTarget(list, 0, i);
-            if (target && target->ClassID() == effect::psdOutputLayerClassID) {
-                static_cast<effect::PSDOutputLayer*>(target)->PrepareFor32Bits();
-            }
+void PrepareLayersFor32Bits(const effect::PSDOutput& output) {
+    for (int list : {0, 1}) {
+        for (int i = 0; i < output.LayerCount(list); ++i) {
+            if (effect::PSDOutputLayer* layer = output.Layer(list, i)) layer->PrepareFor32Bits();
         }
     }
 }
@@ -96,9 +93,7 @@ void PSDOutputPBAccessor::Get(PB2Value& v, ReferenceMaker* owner, ParamID id, in
 void PSDOutputPBAccessor::Set(PB2Value& v, ReferenceMaker* owner, ParamID id, int, TimeValue) {
     effect::PSDOutput* output = OwnerAsEffect(owner);
     if (id == "filename"_param) NormalizeFilename(v, output);
-    if (id == "bitDepth"_param && v.i == 32 && output && output->pblock) {
-        PrepareLayersFor32Bits(*output->pblock);
-    }
+    if (id == "bitDepth"_param && v.i == 32 && output) PrepareLayersFor32Bits(*output);
 }
 
 void PSDOutputPBAccessor::TabChanged(tab_changes changeCode, Tab<PB2Value>*, ReferenceMaker* owner,

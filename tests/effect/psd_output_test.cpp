@@ -39,6 +39,29 @@ TEST_F(PSDOutput, WithoutItsBlockFindsNone) {
     EXPECT_EQ(effect->GetParamBlockByID(0), nullptr);
 }
 
+TEST_F(PSDOutput, ListsItsLayersByNumberOfListAndIndex) {
+    const host::Owned<effect::PSDOutputLayer> first(
+        static_cast<effect::PSDOutputLayer*>(LibClassDesc(1)->Create()));
+    host::Owned<effect::PSDOutputLayer> second(
+        static_cast<effect::PSDOutputLayer*>(LibClassDesc(1)->Create()));
+    ReferenceTarget* production[] = {second.get(), first.get()};
+    ReferenceTarget* secondary[] = {first.get()};
+    effect->pblock->Append("layersProduction"_param, 2, production);
+    effect->pblock->Append("layersSecondary"_param, 1, secondary);
+    EXPECT_EQ(effect->LayerCount(0), 2);
+    EXPECT_EQ(effect->LayerCount(1), 1);
+    EXPECT_EQ(effect->LayerCount(2), 0);
+    EXPECT_EQ(effect->LayerCount(-1), 0);
+    EXPECT_EQ(effect->Layer(0, 1), first.get());
+    EXPECT_EQ(effect->Layer(1, 0), first.get());
+    EXPECT_EQ(effect->Layer(0, 2), nullptr);
+    EXPECT_EQ(effect->Layer(0, -1), nullptr);
+    EXPECT_EQ(effect->Layer(2, 0), nullptr);
+    second.reset();
+    EXPECT_EQ(effect->LayerCount(0), 2) << "the first entry stays behind";
+    EXPECT_EQ(effect->Layer(0, 0), nullptr);
+}
+
 TEST_F(PSDOutput, IsActiveUntilItIsSwitchedOff) {
     EXPECT_TRUE(effect->Active(0));
     effect->SetAFlag(A_ATMOS_DISABLED);
