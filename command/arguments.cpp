@@ -74,6 +74,7 @@ class Parser {
             throw UsageError(std::string(fault.what()) + "; \"veltrane --help\" tells the usage");
         }
         if (saveCommand->parsed()) {
+            CheckNoValueIsEmpty();
             save.gamma = ParseGamma(gamma);
             save.fastDeflate = deflate == "fast";
             return save;
@@ -84,6 +85,17 @@ class Parser {
     }
 
   private:
+    // An unset variable in a script must not pass for an option that wasn't given.
+    void CheckNoValueIsEmpty() {
+        for (const CLI::Option* option : saveCommand->get_options()) {
+            if (option->get_expected_max() == 0 || option->count() == 0) continue;
+            if (option->results().front().empty()) {
+                throw UsageError(option->get_name() + ": the value is empty; give one or leave " +
+                                 option->get_name() + " out");
+            }
+        }
+    }
+
     static void CheckCommand(const std::vector<std::string>& arguments) {
         constexpr std::string_view commands[] = {"save", "info",   "params",
                                                  "-h",   "--help", "--version"};

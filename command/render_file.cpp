@@ -33,6 +33,11 @@ Signature ReadSignature(const std::string& path) {
     if (std::filesystem::is_directory(native, fault)) {
         Fail(path, "a folder, not an image; give a file in it");
     }
+    const auto kind = std::filesystem::status(native, fault).type();
+    if (!fault && kind != std::filesystem::file_type::regular &&
+        kind != std::filesystem::file_type::not_found) {
+        Fail(path, "a pipe or device, not a file; save the image to a file first");
+    }
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (!file) {
         const int reason = errno;

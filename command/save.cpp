@@ -23,6 +23,7 @@
 #include "command/number_text.h"
 #include "command/render_file.h"
 #include "command/setting.h"
+#include "command/settings_in_use.h"
 #include "command/write_fault.h"
 #include "host/application.h"
 #include "host/image_bitmap.h"
@@ -373,6 +374,12 @@ ProgressStyle StyleOf(const std::string& name) {
     return name == "auto" && IsTerminal(stderr) ? ProgressStyle::Bar : ProgressStyle::None;
 }
 
+// What is switched off isn't missed.
+bool AsksForNothing(const Setting& setting) {
+    const int* number = std::get_if<int>(&setting.value);
+    return setting.row->type == parameters::Type::Bool && number && *number == 0;
+}
+
 std::vector<Setting> ParseSettings(const SaveArguments& arguments) {
     std::vector<Setting> settings;
     for (const std::string& text : arguments.settings) {
@@ -394,6 +401,11 @@ bool Save(const SaveArguments& arguments, Console& console) {
     console.ShowProgressAs(StyleOf(arguments.progress));
     const std::vector<Setting> settings = ParseSettings(arguments);
     const Plan plan = MakePlan(arguments);
+    for (const Setting& setting : settings) {
+        if (IsSettingInUse(setting.row->name) || AsksForNothing(setting)) continue;
+        console.Warning("--set " + std::string(setting.row->name) +
+                        ": this version does nothing with it yet");
+    }
     ChooseDeflate(arguments.fastDeflate);
     Session session(arguments, plan, settings);
     return FrameRun(arguments, plan, session, console).Render();

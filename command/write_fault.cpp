@@ -36,6 +36,11 @@ std::string ReasonAndAdvice(int systemError) {
     return reason + "; choose another place with -o";
 }
 
+// A document that was begun stays as far as it got.
+std::string_view Remains(std::string_view entry) {
+    return entry.starts_with("Error writing to ") ? "; what it holds now is incomplete" : "";
+}
+
 }  // namespace
 
 std::string ExplainEntry(std::string_view entry, const std::string& document, int systemError) {
@@ -43,8 +48,9 @@ std::string ExplainEntry(std::string_view entry, const std::string& document, in
         entry.starts_with("Error writing to ") || entry.starts_with("Could not open/create ");
     const bool isMemoryFault = entry.starts_with("Not enough memory to write ");
     if (entry.ends_with('.') && (isFileFault || isMemoryFault)) entry.remove_suffix(1);
-    const std::string text(entry);
-    if (isFileFault) return text + ": " + ReasonAndAdvice(systemError);
+    std::string text(entry);
+    if (isFileFault)
+        return text.append(": ").append(ReasonAndAdvice(systemError)).append(Remains(entry));
     if (isMemoryFault) return text + "; close other programs or save fewer bits a channel";
     const bool namesDocument = entry.find(document) != std::string_view::npos;
     return namesDocument || document.empty() ? text : document + ": " + text;

@@ -54,6 +54,16 @@ TEST(Arguments, SaveTakesAllItsOptions) {
     EXPECT_TRUE(save.quiet);
 }
 
+TEST(Arguments, AnEmptyValueIsNotTheSameAsNoOption) {
+    EXPECT_EQ(Complaint({"save", "a.exr", "-o", ""}),
+              "--output: the value is empty; give one or leave --output out");
+    EXPECT_EQ(Complaint({"save", "a.exr", "--frames", ""}),
+              "--frames: the value is empty; give one or leave --frames out");
+    EXPECT_EQ(Complaint({"save", "a.exr", "--beauty", ""}),
+              "--beauty: the value is empty; give one or leave --beauty out");
+    EXPECT_EQ(Complaint({"save", ""}), "INPUT: the value is empty; give one or leave INPUT out");
+}
+
 TEST(Arguments, AnOptionTakesOneValueOnly) {
     const SaveArguments save = Save({"--set", "a=1", "in.exr"});
     EXPECT_EQ(save.input, "in.exr");

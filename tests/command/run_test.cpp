@@ -190,7 +190,7 @@ TEST_F(RunTest, AFullDiskReachesTheUser) {
     EXPECT_EQ(Call({"save", input, "-o", PathOf("full.psd")}), exitNotSaved);
     EXPECT_EQ(err, "veltrane: error: Error writing to " + PathOf("full.psd") +
                        ": No space left on device; free some space or choose another place with "
-                       "-o\n");
+                       "-o; what it holds now is incomplete\n");
     EXPECT_EQ(out, "");
 }
 
@@ -237,6 +237,15 @@ TEST_F(RunTest, AnExistingDocumentIsOverwritten) {
     EXPECT_EQ(Call({"save", input}), exitSaved) << err;
     EXPECT_EQ(Bytes("a.psd").substr(0, 4), "8BPS");
     EXPECT_LT(Bytes("a.psd").size(), 100000U);
+}
+
+TEST_F(RunTest, ASettingThatDoesNothingYetIsToldSoUnlessItIsSwitchedOff) {
+    const std::string input = WriteExr("a.exr");
+    EXPECT_EQ(Call({"save", input, "--set", "createNormalLayer=on", "--set", "depthLayer=off"}),
+              exitSaved);
+    EXPECT_EQ(err,
+              "veltrane: warning: --set createNormalLayer: this version does nothing with it "
+              "yet\n");
 }
 
 TEST_F(RunTest, ValuesThatAreNotFiniteGiveOneWarning) {

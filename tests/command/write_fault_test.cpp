@@ -10,7 +10,7 @@ namespace {
 TEST(WriteFault, AFullDiskIsToldWithWhatToDo) {
     EXPECT_EQ(ExplainEntry("Error writing to /a/b.psd.", "/a/b.psd", ENOSPC),
               "Error writing to /a/b.psd: No space left on device; free some space or choose "
-              "another place with -o");
+              "another place with -o; what it holds now is incomplete");
 }
 
 TEST(WriteFault, AFileThatCantBeOpenedIsToldWithTheReason) {
@@ -23,10 +23,14 @@ TEST(WriteFault, AFileThatCantBeOpenedIsToldWithTheReason) {
 }
 
 TEST(WriteFault, AnotherReasonStillSaysWhatToDo) {
-    EXPECT_EQ(ExplainEntry("Error writing to /a.psd.", "/a.psd", EPIPE),
-              "Error writing to /a.psd: Broken pipe; choose another place with -o");
-    EXPECT_EQ(ExplainEntry("Error writing to /a.psd.", "/a.psd", 0),
-              "Error writing to /a.psd: the system gave no reason; check the disk");
+    EXPECT_EQ(
+        ExplainEntry("Error writing to /a.psd.", "/a.psd", EPIPE),
+        "Error writing to /a.psd: Broken pipe; choose another place with -o; what it holds now is "
+        "incomplete");
+    EXPECT_EQ(
+        ExplainEntry("Error writing to /a.psd.", "/a.psd", 0),
+        "Error writing to /a.psd: the system gave no reason; check the disk; what it holds now "
+        "is incomplete");
 }
 
 TEST(WriteFault, WithoutMemoryTheReasonIsNotTheSystems) {

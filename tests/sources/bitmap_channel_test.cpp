@@ -189,6 +189,45 @@ TEST_F(BitmapChannel, DitherAddsNoiseBelowTheLowestBitAndRepeatsIt) {
     EXPECT_EQ(green.GetRow8(0)[0], 255) << "capped";
 }
 
+TEST_F(BitmapChannel, EveryChannelOfABitmapGetsTheSameNoiseRowByRow) {
+    gammaMgr.dithTrue = TRUE;
+    SetRow(bitmap, std::vector<BMM_Color_64>(1000, BMM_Color_64{0x7F80, 0x7F80, 0, 65535}));
+    bitmap.pixels.width = 500;
+    bitmap.pixels.height = 2;
+    const auto rows = [this](int selector) {
+        BitmapToPSDChannel channel(&bitmap, selector, keepPremultiplied, linear);
+        std::vector<std::uint8_t> samples;
+        for (std::uint32_t row : {0U, 1U}) {
+            const std::uint8_t* row8 = channel.GetRow8(row);
+            samples.insert(samples.end(), row8, row8 + 500);
+        }
+        return samples;
+    };
+    const std::vector<std::uint8_t> red = rows(sources::selectRed);
+    EXPECT_EQ(rows(sources::selectGreen), red);
+    EXPECT_NE(std::vector(red.begin(), red.begin() + 500),
+              std::vector(red.begin() + 500, red.end()))
+        << "the second row goes on where the first ended";
+}
+
+TEST_F(BitmapChannel, ReadsTheRowThatIsAskedFor) {
+    SetRow(bitmap, {BMM_Color_64{1, 0, 0, 0}, BMM_Color_64{2, 0, 0, 0}, BMM_Color_64{3, 0, 0, 0},
+                    BMM_Color_64{4, 0, 0, 0}});
+    bitmap.pixels.width = 2;
+    bitmap.pixels.height = 2;
+    BitmapToPSDChannel red(&bitmap, sources::selectRed, keepPremultiplied, linear);
+    EXPECT_EQ(red.GetRow16(1)[0], 3);
+    EXPECT_EQ(red.GetRow16(1)[1], 4);
+    EXPECT_EQ(red.GetRow16(0)[1], 2);
+}
+
+TEST_F(BitmapChannel, TheSRGBVariantLeavesFloatsLinearAlsoWithTheHostsGamma) {
+    UseGamma(2.2F);
+    SetRow(bitmap, {BMM_Color_fl{0.25F, 0.0F, 0.0F, 1.0F}});
+    BitmapToPSDChannel_SRGB channel(&bitmap, sources::selectRed, keepPremultiplied, true);
+    EXPECT_EQ(channel.GetRow32(0)[0], 0.25F);
+}
+
 TEST_F(BitmapChannel, DitherLeaves16BitsAlone) {
     gammaMgr.dithTrue = TRUE;
     SetRow(bitmap, std::vector<BMM_Color_64>(100, BMM_Color_64{0x7F80, 0, 0, 65535}));
