@@ -40,7 +40,7 @@ FrameSize SizeOf(Bitmap* bm, const RenderGlobalContext& gc) {
 
 bool UserAborts(CheckAbortCallback* cb, const RenderGlobalContext* gc) {
     if (!cb || !cb->Check()) return false;
-    // V-Ray answers for itself with "abort" when its own window is closed; the host knows better.
+    // With V-Ray the answer counts only if the host says the same.
     return !(gc && IsClass(gc->renderer, vrayClassID) &&
              !GetCOREInterface()->CheckForRenderAbort());
 }
@@ -169,7 +169,8 @@ void PSDOutput::SaveFrame(const MSTR& name, Bitmap* bm, const RenderGlobalContex
         BuildBlankMergedImage(builder, frame);
     }
     RunLayerStack(builder, frame);
-    if (IsFilterOn(*pblock, "filterEmptyLayerSets"_param)) {
+    const int timeType = GetCOREInterface()->GetRendTimeType();
+    if (IsFilterOn(*pblock, "filterEmptyLayerSets"_param, timeType)) {
         psdbuilder::RemoveEmptyLayerSets(*builder.doc);
     }
 

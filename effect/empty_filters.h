@@ -13,6 +13,6 @@ constexpr int timeTypeOfHost = -1;
 // `filter` is one of the filterEmpty... parameters; `timeType` as Interface::GetRendTimeType gives.
 // In an animation the filters stay off unless the user wants them there too, so that all frames
 // have the same layers.
-bool IsFilterOn(IParamBlock2& pblock, ParamID filter, int timeType = timeTypeOfHost);
+bool IsFilterOn(IParamBlock2& pblock, ParamID filter, int timeType);
 
 }  // namespace effect

@@ -32,6 +32,9 @@ class PSDFile : public PSDPart {
     PSDFile(std::uint16_t width, std::uint16_t height, std::uint8_t depth, double resolution,
             double pixelAspectRatio, std::uint16_t compression, std::uint16_t version,
             bool noRleForMerged16);
+    // The channel infos of its records point at its own channels.
+    PSDFile(const PSDFile&) = delete;
+    PSDFile& operator=(const PSDFile&) = delete;
 
     // May be null; must outlive the write.
     void SetProgress(PSDWriteProgressCallback* callback);

@@ -1,5 +1,6 @@
 #include "effect/merged_image.h"
 
+#include "sources/srgb_curve.h"
 #include "sources/srgb_filter.h"
 #include "tests/effect/document_frame.h"
 
@@ -10,6 +11,9 @@ class MergedImage : public DocumentFrameTest {
     void Build(Bitmap* bitmap) { effect::BuildMergedImage(builder, FrameOf(bitmap)); }
     static bool FollowsCurves(const psdfile::PSDChannelImageDataSourcePtr& source) {
         return boost::dynamic_pointer_cast<sources::SRGBFilterIDS>(source) != nullptr;
+    }
+    static int Curved(int sample) {
+        return static_cast<int>(sources::SRGB(sample / 65535.0) * 65535.0 + 0.5);
     }
     void ExpectCurves(bool expected) {
         EXPECT_EQ(FollowsCurves(Document().mergedRed), expected);
@@ -76,6 +80,10 @@ TEST_F(MergedImage, FollowsTheCurvesLayerBelow32BitsAndWithoutTheSRGBVariant) {
         Set("bitDepth"_param, bitDepth);
         Build(image.get());
         ExpectCurves(bitDepth != 32);
+        if (bitDepth == 32) continue;
+        EXPECT_EQ(SampleOf(Document().mergedRed), Curved(ImageAt(0)));
+        EXPECT_EQ(SampleOf(Document().mergedGreen), Curved(ImageAt(1)));
+        EXPECT_EQ(SampleOf(Document().mergedBlue), Curved(ImageAt(2)));
     }
     Set("bitDepth"_param, 16);
     Set("renderSRGBCorrect"_param, TRUE);
