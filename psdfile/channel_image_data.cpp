@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <span>
+#include <sstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -65,6 +67,10 @@ class Deflater {
 
 std::span<std::uint8_t> BytesOf(std::vector<float>& row) {
     return {reinterpret_cast<std::uint8_t*>(row.data()), row.size() * sizeof(float)};
+}
+
+void WriteKept(std::ostream& stream, const std::string& bytes) {
+    WriteBytes(stream, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
 }  // namespace
@@ -184,6 +190,38 @@ void PSDChannelImageData::WriteRLERows(std::ostream& stream, std::uint8_t* table
 
 void PSDChannelImageData::WriteZIP(std::ostream& stream) {
     if (depth != 16 && depth != 32) return;
+    if (solids && height > 0 && source->IsSolid()) {
+        WriteSolidZIP(stream);
+    } else {
+        DeflateRows(stream);
+    }
+}
+
+void PSDChannelImageData::WriteSolidZIP(std::ostream& stream) {
+    std::vector<std::uint8_t> sample(depth / 8);
+    // The first sample of the first row stands for all.
+    std::vector<float> row(width + std::size_t{1});
+    if (depth == 16) {
+        FetchRow16(0, BytesOf(row).data());
+        std::copy_n(BytesOf(row).begin(), sample.size(), sample.begin());
+    } else if (const float* samples = FetchRow32(0, row.data())) {
+        std::copy_n(reinterpret_cast<const std::uint8_t*>(samples), width > 0 ? sample.size() : 0,
+                    sample.begin());
+    }
+    SolidChannels::Key key{width, height, std::move(sample)};
+    if (const std::string* known = solids->Find(key)) {
+        WriteKept(stream, *known);
+        return;
+    }
+    std::ostringstream made;
+    const bool whole = DeflateRows(made);
+    const std::string bytes = std::move(made).str();
+    WriteKept(stream, bytes);
+    if (whole) solids->Keep(std::move(key), bytes);
+}
+
+// False if zlib failed to start or broke off.
+bool PSDChannelImageData::DeflateRows(std::ostream& stream) {
     const std::size_t sampleSize = depth / 8;
     std::vector<std::uint8_t> input(sampleSize * width);
     // Holds a converted row of floats until it is predicted, then what deflate makes of it. Never
@@ -192,7 +230,7 @@ void PSDChannelImageData::WriteZIP(std::ostream& stream) {
     const std::span<std::uint8_t> output =
         BytesOf(scratch).first(std::max<std::size_t>(input.size(), 1));
     Deflater deflater(stream, output);
-    if (!deflater.Started()) return;
+    if (!deflater.Started()) return false;
     for (std::uint32_t row = 0; row < height; ++row) {
         if (depth == 16) {
             FetchRow16(row, input.data());
@@ -200,8 +238,9 @@ void PSDChannelImageData::WriteZIP(std::ostream& stream) {
             PredictFloatRow(samples, input.data(), width);
         }
         const int flush = row + 1 == height ? Z_FINISH : Z_NO_FLUSH;
-        if (!deflater.Write(input.data(), input.size(), flush)) return;
+        if (!deflater.Write(input.data(), input.size(), flush)) return false;
     }
+    return true;
 }
 
 }  // namespace psdfile

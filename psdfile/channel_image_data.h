@@ -2,12 +2,14 @@
 // document's depth, compressed, written. Never more than two rows are held.
 #pragma once
 
+#include <boost/shared_ptr.hpp>
 #include <cstdint>
 #include <ios>
 
 #include "psdfile/channel_source.h"
 #include "psdfile/part.h"
 #include "psdfile/primitives.h"
+#include "psdfile/solid_channels.h"
 
 namespace psdfile {
 
@@ -40,12 +42,15 @@ class PSDChannelImageData : public PSDPart {
     bool ownLengthTable;
     std::streampos lengthPosition;  // of the length in the layer record, set when that is written
     std::uint8_t* lengthTable;      // not owned
+    boost::shared_ptr<SolidChannels> solids;  // what the document's channels share; may be empty
 
   private:
     void WriteRaw(std::ostream& stream);
     void WriteRLE(std::ostream& stream);
     void WriteRLERows(std::ostream& stream, std::uint8_t* table, std::size_t entrySize);
     void WriteZIP(std::ostream& stream);
+    void WriteSolidZIP(std::ostream& stream);
+    bool DeflateRows(std::ostream& stream);
 
     void FetchRow16(std::uint32_t row, std::uint8_t* bigEndian);
     const float* FetchRow32(std::uint32_t row, float* converted);

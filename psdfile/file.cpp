@@ -86,6 +86,7 @@ void PSDFile::AddChannel(PSDLayerRecord& record, std::int16_t id, std::uint32_t 
                          const PSDChannelImageDataSourcePtr& source) {
     auto& channel = layers.layersInfo.channels.AddFront<PSDChannelImageData>(
         width, height, depth, channelCompression, source, true);
+    channel.solids = solids;
     record.channelInfos.AddFront<PSDChannelInfo>(id, &channel);
 }
 

@@ -2,6 +2,7 @@
 // `stream << file`.
 #pragma once
 
+#include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
 #include <cstdint>
 #include <ostream>
@@ -16,6 +17,7 @@
 #include "psdfile/layer_section.h"
 #include "psdfile/part.h"
 #include "psdfile/progress.h"
+#include "psdfile/solid_channels.h"
 
 namespace psdfile {
 
@@ -105,6 +107,8 @@ class PSDFile : public PSDPart {
     void AddEmptyChannels(PSDLayerRecord& record);
     void AddMask(PSDLayerRecord& record, const PSDChannelImageDataSourcePtr& mask, bool enabled);
     [[nodiscard]] std::uint16_t LayerCompression() const;
+
+    boost::shared_ptr<SolidChannels> solids = boost::make_shared<SolidChannels>();
 };
 
 }  // namespace psdfile
