@@ -20,6 +20,7 @@ constexpr const char* programText =
 constexpr const char* programExamples =
     "Examples:\n"
     "  veltrane save still.exr                          still.psd beside it, 16 bits\n"
+    "  veltrane save still.exr --all                    with all mattes and passes\n"
     "  veltrane save still.exr -o out/still.psb         the large document format\n"
     "  veltrane save shot.####.exr --frames 1-100       shot.0001.psd to shot.0100.psd\n"
     "  veltrane info still.exr                          what is in a render file\n"
@@ -30,6 +31,7 @@ constexpr const char* programExamples =
 constexpr const char* saveExamples =
     "Examples:\n"
     "  veltrane save still.exr --set bitDepth=8 --set outputRenderAs=0\n"
+    "  veltrane save still.exr --all --scene still.json --element 'Shadow*:visible=true'\n"
     "  veltrane save still.exr --beauty ViewLayer.Combined --gamma off\n"
     "  veltrane save 'shot.$F4.exr' --frames 1-10,20-40x2 --progress lines\n"
     "\n"
@@ -80,8 +82,10 @@ class Parser {
             return save;
         }
         if (infoCommand->parsed()) return info;
-        if (json) return ParamsArguments{ListingForm::Json};
-        return ParamsArguments{markdown ? ListingForm::Markdown : ListingForm::Text};
+        params.form = json       ? ListingForm::Json
+                      : markdown ? ListingForm::Markdown
+                                 : ListingForm::Text;
+        return params;
     }
 
   private:
@@ -129,12 +133,33 @@ class Parser {
             ->type_name("NAME=VALUE")
             ->expected(1)
             ->take_all();
+        saveCommand->add_flag("--all", save.all,
+                              "Turn on all that the input has: elements, mattes of objects\n"
+                              "and materials, scene layers, selection sets, IDs, normals");
+        saveCommand
+            ->add_option("--element", save.elementSettings,
+                         "Set one setting of a render element (\"veltrane params\n"
+                         "--elements\"); * in the name fits any text; may be repeated")
+            ->type_name("NAME:SETTING=VALUE")
+            ->expected(1)
+            ->take_all();
+        saveCommand
+            ->add_option("--scene", save.scene,
+                         "Scene file: objects, layers, selection sets, settings")
+            ->type_name("FILE.json");
         saveCommand->add_option("--frames", save.frames, "Frames of a sequence: 1-10,20-40x2")
             ->type_name("LIST");
         saveCommand
             ->add_option("--beauty", save.beauty,
                          "Layer that is the picture (default: the one that the\nrenderer calls so)")
             ->type_name("LAYER");
+        saveCommand
+            ->add_option("--renderer", save.renderer,
+                         "Whose frame buffer the passes stand in: vray, none, or\n"
+                         "auto: what the file says")
+            ->type_name("auto|vray|none")
+            ->check(CLI::IsMember({"auto", "vray", "none"}).description(""))
+            ->capture_default_str();
         saveCommand->add_option("--gamma", gamma, "File gamma of the host, 0.01 to 10, or off")
             ->type_name("G|off")
             ->capture_default_str();
@@ -161,10 +186,12 @@ class Parser {
     }
 
     void AddParams() {
-        CLI::App* params = app.add_subcommand("params", "List the parameters that --set can set");
-        params->footer("");
-        CLI::Option* asJson = params->add_flag("--json", json, "As JSON");
-        params->add_flag("--markdown", markdown, "As a Markdown table")->excludes(asJson);
+        CLI::App* command = app.add_subcommand("params", "List the parameters that --set can set");
+        command->footer("");
+        command->add_flag("--elements", params.ofElements,
+                          "The settings of a render element, for --element");
+        CLI::Option* asJson = command->add_flag("--json", json, "As JSON");
+        command->add_flag("--markdown", markdown, "As a Markdown table")->excludes(asJson);
     }
 
     CLI::App app;
@@ -174,6 +201,7 @@ class Parser {
     std::string gamma = "2.2";
     std::string deflate = "zlib";
     InfoArguments info;
+    ParamsArguments params;
     bool json = false;
     bool markdown = false;
 };

@@ -14,6 +14,14 @@ struct SaveArguments {
     std::string output;
     // "NAME=VALUE" each.
     std::vector<std::string> settings;
+    // "NAME:SETTING=VALUE" each.
+    std::vector<std::string> elementSettings;
+    // Turn on what the input has.
+    bool all = false;
+    // Scene file; empty for none.
+    std::string scene;
+    // auto, none or vray.
+    std::string renderer = "auto";
     std::string frames;
     std::string beauty;
     // Nothing for off.
@@ -33,6 +41,8 @@ enum class ListingForm { Text, Json, Markdown };
 
 struct ParamsArguments {
     ListingForm form = ListingForm::Text;
+    // Those of a render element in place of the effect's own.
+    bool ofElements = false;
 };
 
 // Help or the version, ready to print.

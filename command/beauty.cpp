@@ -221,19 +221,14 @@ Beauty ChooseBeauty(const Description& file, std::string_view wanted) {
     if (file.layers.empty()) Fail(file, "the file has no channels");
     if (!wanted.empty()) return Take(file, FindWanted(file, wanted), "--beauty names it");
     for (const Choice& choice : choices) {
-        for (std::size_t i = 0; i < file.layers.size(); ++i) {
-            const Layer& layer = file.layers[i];
-            // A flat layer of whatever kind goes before a deep one, which can't be read yet.
-            if (!file.parts[layer.part].deep && choice.fits(layer))
-                return Take(file, i, choice.why);
+        // Of two that fit, a flat layer has been filtered as the renderer thinks best.
+        for (const bool deep : {false, true}) {
+            for (std::size_t i = 0; i < file.layers.size(); ++i) {
+                const Layer& layer = file.layers[i];
+                if (file.parts[layer.part].deep == deep && choice.fits(layer))
+                    return Take(file, i, choice.why);
+            }
         }
-    }
-    const auto deep = std::find_if(file.layers.begin(), file.layers.end(), [&](const Layer& layer) {
-        return file.parts[layer.part].deep && IsPicture(layer);
-    });
-    if (deep != file.layers.end()) {
-        return Take(file, static_cast<std::size_t>(deep - file.layers.begin()),
-                    "it is the first layer with colours");
     }
     if (file.layers.size() == 1 && AssignChannels(file.layers.front())) {
         return Take(file, 0, "it is the only layer");

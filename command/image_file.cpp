@@ -16,6 +16,7 @@
 #include "command/library_errors.h"
 #include "command/number_text.h"
 #include "command/orientation.h"
+#include "command/pixel_aspect.h"
 #include "command/quiet_stderr.h"
 #include "command/transfer_curve.h"
 
@@ -75,17 +76,29 @@ std::string CurveName(const TransferCurve& curve) {
     return "linear";
 }
 
+// What becomes of a channel of the file.
+struct Output {
+    // Among the file's channels; -1 for none, which gives `otherwise`.
+    int index = -1;
+    // Decoded with the curve, and premultiplied.
+    bool isColor = false;
+    float otherwise = 0.0F;
+};
+using Outputs = std::array<Output, components>;
+
 // Rows of the file's own values to linear, premultiplied floats.
 class RowDecoder {
   public:
+    // `alphaIndex` is the alpha of the colours among the file's channels; -1 for none.
     RowDecoder(const TransferCurve& transferCurve, SampleType sampleType, bool premultiplied,
-               std::size_t channelCount, const std::array<int, components>& channelIndices)
+               std::size_t channelCount, const Outputs& wanted, int alphaIndex)
         : curve(transferCurve),
           type(sampleType),
           premultipliedInFile(premultiplied && curve.kind != TransferCurve::Kind::Linear),
-          straight(!premultiplied),
+          straight(!premultiplied && alphaIndex >= 0),
           channels(channelCount),
-          index(channelIndices) {
+          outputs(wanted),
+          alpha(alphaIndex) {
         if (type == SampleType::Unsigned8) table = DecodeTable(curve, 255);
         if (type == SampleType::Unsigned16) table = DecodeTable(curve, 65535);
     }
@@ -115,9 +128,9 @@ class RowDecoder {
     }
 
     template <class Value>
-    float Color(Value value, float alpha, float largest) const {
-        if (premultipliedInFile && alpha > 0 && alpha < 1) {
-            return Linear(static_cast<float>(value) / largest / alpha) * alpha;
+    float Color(Value value, float opacity, float largest) const {
+        if (premultipliedInFile && opacity > 0 && opacity < 1) {
+            return Linear(static_cast<float>(value) / largest / opacity) * opacity;
         }
         const float linear = [&] {
             if constexpr (std::is_integral_v<Value>) {
@@ -126,20 +139,25 @@ class RowDecoder {
                 return Linear(value);
             }
         }();
-        return straight ? linear * alpha : linear;
+        return straight ? linear * opacity : linear;
     }
 
     template <class Value>
     void DecodeRow(const Value* row, float largest, std::size_t pixels, float* out) const {
-        const auto at = [&](std::size_t component) {
-            return row[static_cast<std::size_t>(index[component])];
-        };
         for (std::size_t x = 0; x < pixels; ++x, row += channels, out += components) {
-            const float alpha = index[3] < 0 ? 1.0F : static_cast<float>(at(3)) / largest;
-            for (std::size_t i = 0; i < 3; ++i) {
-                out[i] = index[i] < 0 ? 0.0F : Color(at(i), alpha, largest);
+            const float opacity =
+                alpha < 0 ? 1.0F
+                          : static_cast<float>(row[static_cast<std::size_t>(alpha)]) / largest;
+            for (std::size_t i = 0; i < components; ++i) {
+                const Output& output = outputs[i];
+                if (output.index < 0) {
+                    out[i] = output.otherwise;
+                    continue;
+                }
+                const Value value = row[static_cast<std::size_t>(output.index)];
+                out[i] = output.isColor ? Color(value, opacity, largest)
+                                        : static_cast<float>(value) / largest;
             }
-            out[3] = alpha;
         }
     }
 
@@ -148,8 +166,8 @@ class RowDecoder {
     bool premultipliedInFile;
     bool straight;
     std::size_t channels;
-    // Of red, green, blue and alpha among the file's channels; -1 for none.
-    std::array<int, components> index;
+    Outputs outputs;
+    int alpha;
     std::vector<float> table;
 };
 
@@ -189,7 +207,36 @@ class ImageFile : public RenderFile {
         return Guarded(description.path, [&] { return ReadBeauty(beauty); });
     }
 
+    // Up to four of a layer as a picture of their own: few of these files have more channels.
+    void ReadRows(std::size_t, std::span<const ChannelRef> channels,
+                  const RowConsumer& consumer) override {
+        std::vector<Picture> pictures;
+        std::vector<Place> places;
+        Guarded(description.path, [&] {
+            const QuietStderr quiet;
+            CheckSize();
+            for (std::size_t i = 0; i < channels.size();) {
+                std::size_t count = 1;
+                while (count < components && i + count < channels.size() &&
+                       channels[i + count].layer == channels[i].layer) {
+                    ++count;
+                }
+                for (std::size_t component = 0; component < count; ++component)
+                    places.push_back({pictures.size(), component});
+                pictures.push_back(ReadChannels(channels.subspan(i, count)));
+                i += count;
+            }
+        });
+        HandOver(pictures, places, consumer);
+    }
+
   private:
+    // Where a channel is: in which picture, and which component.
+    struct Place {
+        std::size_t picture = 0;
+        std::size_t component = 0;
+    };
+
     [[noreturn]] void Fail() {
         const std::string reason = input->geterror();
         throw InputError(description.path + ": damaged or cut short (" +
@@ -205,8 +252,7 @@ class ImageFile : public RenderFile {
         part.compression = spec.get_string_attribute("compression", "");
         part.dataWindow = {0, 0, spec.width - 1, spec.height - 1};
         part.displayWindow = part.dataWindow;
-        part.pixelAspect = spec.get_float_attribute("PixelAspectRatio", 1.0F);
-        if (!std::isfinite(part.pixelAspect) || part.pixelAspect <= 0) part.pixelAspect = 1.0F;
+        part.pixelAspect = SoundAspect(spec.get_float_attribute("PixelAspectRatio", 1.0F));
         premultiplied = spec.get_int_attribute("oiio:UnassociatedAlpha", 0) == 0;
         orientation = spec.get_int_attribute("Orientation", 1);
         curve = CurveOf(spec);
@@ -265,21 +311,73 @@ class ImageFile : public RenderFile {
 
     Picture ReadBeauty(const Beauty& beauty) {
         CheckSize();
+        const Outputs outputs{{{IndexOf(beauty.red), true},
+                               {IndexOf(beauty.green), true},
+                               {IndexOf(beauty.blue), true},
+                               {IndexOf(beauty.alpha), false, 1.0F}}};
+        Picture picture = ReadPicture(outputs, outputs[3].index);
+        picture.hasAlpha = !beauty.alpha.empty();
+        auto& floats = std::get<std::vector<float>>(picture.components);
+        picture.notFinite = MakeFinite(floats.data(), floats.size());
+        return picture;
+    }
+
+    // Up to four channels of one layer.
+    Picture ReadChannels(std::span<const ChannelRef> channels) {
+        const Layer& layer = description.layers[channels.front().layer];
+        Outputs outputs{};
+        for (std::size_t i = 0; i < channels.size(); ++i) {
+            const Channel& channel = layer.channels[channels[i].channel];
+            const auto component = ColorComponent(channel.suffix);
+            outputs[i] = {IndexOf(channel.name), component && *component != Component::Alpha};
+        }
+        return ReadPicture(outputs, AlphaOf(layer));
+    }
+
+    int AlphaOf(const Layer& layer) const {
+        for (const Channel& channel : layer.channels) {
+            if (ColorComponent(channel.suffix) == Component::Alpha) return IndexOf(channel.name);
+        }
+        return -1;
+    }
+
+    // Upright.
+    Picture ReadPicture(const Outputs& outputs, int alpha) {
         Picture picture;
         picture.width = spec.width;
         picture.height = spec.height;
         picture.pixelAspect = description.parts[0].pixelAspect;
-        picture.hasAlpha = !beauty.alpha.empty();
-        const RowDecoder decoder(curve, TypeOf(spec.format), premultiplied || beauty.alpha.empty(),
-                                 static_cast<std::size_t>(spec.nchannels),
-                                 {IndexOf(beauty.red), IndexOf(beauty.green), IndexOf(beauty.blue),
-                                  IndexOf(beauty.alpha)});
-        ReadRows(decoder, picture);
+        const RowDecoder decoder(curve, TypeOf(spec.format), premultiplied,
+                                 static_cast<std::size_t>(spec.nchannels), outputs, alpha);
+        ReadPixels(decoder, picture);
         TurnUpright(picture, orientation);
         return picture;
     }
 
-    void ReadRows(const RowDecoder& decoder, Picture& picture) {
+    void HandOver(const std::vector<Picture>& pictures, const std::vector<Place>& places,
+                  const RowConsumer& consumer) const {
+        const Window& frame = description.parts[0].displayWindow;
+        const auto width = static_cast<std::size_t>(frame.Width());
+        std::vector<std::vector<float>> samples(places.size(), std::vector<float>(width));
+        std::vector<ChannelRow> rows;
+        rows.reserve(samples.size());
+        for (const std::vector<float>& each : samples)
+            rows.push_back({SampleType::Float, each.data(), 0, static_cast<int>(width)});
+        const int height = static_cast<int>(frame.Height());
+        for (int y = 0; y < height; ++y) {
+            for (std::size_t i = 0; i < places.size(); ++i) {
+                const Picture& picture = pictures[places[i].picture];
+                const float* pixels = std::get<std::vector<float>>(picture.components).data() +
+                                      static_cast<std::size_t>(y) * width * components +
+                                      places[i].component;
+                for (std::size_t x = 0; x < width; ++x)
+                    samples[i][x] = pixels[x * components];
+            }
+            consumer(y, rows);
+        }
+    }
+
+    void ReadPixels(const RowDecoder& decoder, Picture& picture) {
         const auto width = static_cast<std::size_t>(spec.width);
         const std::size_t rowBytes =
             width * static_cast<std::size_t>(spec.nchannels) * decoder.RowType().size();
@@ -305,7 +403,6 @@ class ImageFile : public RenderFile {
                 out.resize(start + width * components);
                 decoder.Decode(block.data() + static_cast<std::size_t>(row - first) * rowBytes,
                                width, out.data() + start);
-                picture.notFinite += MakeFinite(out.data() + start, width * components);
             }
             first = last;
         }

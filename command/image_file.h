@@ -15,7 +15,9 @@ namespace command {
 // unless the file says otherwise (a PNG's gamma, a TGA's gamma). Straight alpha is multiplied in
 // after that; colours that are premultiplied in the file's encoding are divided, decoded and
 // multiplied again. The orientation that the file asks for is applied. The first picture of a file
-// with several is read. The result is of floats. Throw InputError.
+// with several is read. The result is of floats. ReadRows gives channels in the same way: colours
+// linear and multiplied by their layer's alpha, others as fractions of the largest integer, all as
+// floats and from whole pictures in memory. Throw InputError.
 std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format);
 // From memory, which must outlive the result.
 std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format,

@@ -7,9 +7,12 @@
 #include <utility>
 
 #include "command/beauty.h"
+#include "command/expectation.h"
 #include "command/failure.h"
+#include "command/half_ids.h"
 #include "command/number_text.h"
 #include "command/printable.h"
+#include "command/size_text.h"
 
 namespace command {
 namespace {
@@ -34,18 +37,9 @@ std::string_view NameOf(SampleType type) {
     return "";
 }
 
-// Nothing when the file has no picture; `fault` then says why.
-std::optional<Beauty> BeautyOf(const Description& file, std::string& fault) {
-    try {
-        return ChooseBeauty(file);
-    } catch (const InputError& error) {
-        fault = std::string_view(error.what()).substr(file.path.size() + 2);
-        return std::nullopt;
-    }
-}
-
-const Part& FrameOf(const Description& file, const std::optional<Beauty>& beauty) {
-    return file.parts[beauty ? file.layers[beauty->layer].part : 0];
+const Part& FrameOf(const RenderInfo& info) {
+    const Description& file = info.file;
+    return file.parts[info.plan ? file.layers[info.plan->beauty.layer].part : 0];
 }
 
 std::string Text(const Window& window) {
@@ -126,17 +120,19 @@ Json NameOrNull(const std::string& name) {
     return name.empty() ? Json(nullptr) : Json(name);
 }
 
-Json ToJson(const Layer& layer) {
+Json ToJson(const Layer& layer, const std::string& becomes) {
     Json channels = Json::array();
     for (const Channel& channel : layer.channels) {
         channels.push_back({{"name", channel.name},
                             {"type", NameOf(channel.type)},
                             {"sampling", {channel.xSampling, channel.ySampling}}});
     }
-    return {{"name", layer.name}, {"channels", std::move(channels)}};
+    return {
+        {"name", layer.name}, {"channels", std::move(channels)}, {"becomes", NameOrNull(becomes)}};
 }
 
-Json ToJson(const Description& file, std::size_t index) {
+Json ToJson(const RenderInfo& info, std::size_t index) {
+    const Description& file = info.file;
     const Part& part = file.parts[index];
     Json json{{"name", NameOrNull(part.name)},
               {"storage", part.storage},
@@ -148,8 +144,10 @@ Json ToJson(const Description& file, std::size_t index) {
               {"complete", part.complete},
               {"layers", Json::array()},
               {"attributes", Json::array()}};
-    for (const Layer& layer : file.layers) {
-        if (layer.part == index) json["layers"].push_back(ToJson(layer));
+    for (std::size_t i = 0; i < file.layers.size(); ++i) {
+        if (file.layers[i].part != index) continue;
+        json["layers"].push_back(
+            ToJson(file.layers[i], info.plan ? info.plan->becomes[i] : std::string()));
     }
     for (const Attribute& attribute : part.attributes) {
         json["attributes"].push_back({{"name", attribute.name},
@@ -159,12 +157,95 @@ Json ToJson(const Description& file, std::size_t index) {
     return json;
 }
 
+// Those of the file, then those of what becomes of it.
+std::vector<std::string> WarningsOf(const RenderInfo& info) {
+    std::vector<std::string> warnings = info.file.warnings;
+    if (!info.plan) return warnings;
+    for (const auto* more : {&info.plan->warnings, &info.plan->unknown})
+        warnings.insert(warnings.end(), more->begin(), more->end());
+    return warnings;
+}
+
+std::string CryptomatteText(const Cryptomatte& matte) {
+    return "cryptomatte: " + matte.name + ", " + std::string(command::NameOf(matte.kind)) + "s, " +
+           std::to_string(matte.ranks.size()) + " ranks, " +
+           std::to_string(matte.manifest.entries.size()) + " names";
+}
+
+std::string ExpectationText(const Expectation& expected) {
+    return "with --all: " + std::to_string(expected.elements) + " render elements, " +
+           std::to_string(expected.objects) + " objects, " + std::to_string(expected.materials) +
+           " materials; " + SizeText(expected.memory) + " of memory for pixels, and at most " +
+           SizeText(expected.DocumentBytes(16)) + " of document at 16 bits";
+}
+
+void AddPlan(const RenderInfo& info, Json& json) {
+    const PassPlan& plan = *info.plan;
+    const Layer& layer = info.file.layers[plan.beauty.layer];
+    json["beauty"] = {{"layer", layer.name},
+                      {"part", layer.part},
+                      {"why", plan.beauty.why},
+                      {"red", plan.beauty.red},
+                      {"green", plan.beauty.green},
+                      {"blue", NameOrNull(plan.beauty.blue)},
+                      {"alpha", NameOrNull(plan.beauty.alpha)}};
+    json["renderer"] = NameOrNull(std::string(command::NameOf(plan.renderer)));
+    for (const PassElement& element : plan.elements) {
+        json["elements"].push_back({{"name", element.name},
+                                    {"layer", info.file.layers[element.layer].name},
+                                    {"kind", command::NameOf(element.kind)},
+                                    {"data", element.isData}});
+    }
+    for (const Cryptomatte& matte : plan.cryptomattes) {
+        Json names = Json::array();
+        for (const ManifestEntry& entry : matte.manifest.entries)
+            names.push_back(entry.name);
+        json["cryptomattes"].push_back({{"name", matte.name},
+                                        {"kind", command::NameOf(matte.kind)},
+                                        {"ranks", matte.ranks.size()},
+                                        {"names", std::move(names)}});
+    }
+    const Expectation expected = Expect(info.file, plan);
+    json["expect"] = {{"elements", expected.elements},
+                      {"objects", expected.objects},
+                      {"materials", expected.materials},
+                      {"memoryBytes", expected.memory},
+                      {"mostDocumentBytes",
+                       {{"8", expected.DocumentBytes(8)},
+                        {"16", expected.DocumentBytes(16)},
+                        {"32", expected.DocumentBytes(32)}}}};
+}
+
+std::string WithoutPath(const InputError& error, const Description& file) {
+    return std::string(std::string_view(error.what()).substr(file.path.size() + 2));
+}
+
 }  // namespace
 
-std::string DescribeAsText(const Description& file) {
-    std::string fault;
-    const std::optional<Beauty> beauty = BeautyOf(file, fault);
-    const Part& frame = FrameOf(file, beauty);
+RenderInfo Inform(const Description& file) {
+    RenderInfo info{file, std::nullopt, {}};
+    try {
+        info.plan = PlanPasses(file, ChooseBeauty(file));
+    } catch (const InputError& error) {
+        info.fault = WithoutPath(error, file);
+    }
+    return info;
+}
+
+RenderInfo Inform(RenderFile& file) {
+    RenderInfo info = Inform(file.GetDescription());
+    if (!info.plan) return info;
+    try {
+        DropHalfIDs(file, *info.plan);
+    } catch (const InputError& error) {
+        info.plan->warnings.push_back(WithoutPath(error, info.file));
+    }
+    return info;
+}
+
+std::string DescribeAsText(const RenderInfo& info) {
+    const Description& file = info.file;
+    const Part& frame = FrameOf(info);
     std::string text;
     const auto line = [&](const std::string& what) { text += Printable(what) + "\n"; };
     const auto inner = [&](const std::string& what) { text += "    " + Printable(what) + "\n"; };
@@ -181,29 +262,34 @@ std::string DescribeAsText(const Description& file) {
         if (part.pixelAspect != 1.0F) {
             inner("pixel aspect ratio " + NumberText(double{part.pixelAspect}, 4));
         }
-        for (const Layer& layer : file.layers) {
-            if (layer.part == i) inner("layer " + LayerText(layer));
+        for (std::size_t layer = 0; layer < file.layers.size(); ++layer) {
+            if (file.layers[layer].part != i) continue;
+            inner("layer " + LayerText(file.layers[layer]) +
+                  (info.plan ? "; becomes " + info.plan->becomes[layer] : ""));
         }
         for (const Attribute& attribute : part.attributes) {
             inner(attribute.name + " (" + attribute.type +
                   "): " + Shortened(std::visit(ValueText(), attribute.value)));
         }
     }
-    if (beauty) {
-        line("beauty: " + file.layers[beauty->layer].name + ", because " + beauty->why + "; " +
-             AlphaText(*beauty));
+    if (info.plan) {
+        const Beauty& beauty = info.plan->beauty;
+        line("beauty: " + file.layers[beauty.layer].name + ", because " + beauty.why + "; " +
+             AlphaText(beauty));
+        for (const Cryptomatte& matte : info.plan->cryptomattes)
+            line(CryptomatteText(matte));
+        line(ExpectationText(Expect(file, *info.plan)));
     } else {
-        line("beauty: none; " + fault);
+        line("beauty: none; " + info.fault);
     }
-    for (const std::string& warning : file.warnings)
+    for (const std::string& warning : WarningsOf(info))
         line("warning: " + warning);
     return text;
 }
 
-std::string DescribeAsJson(const Description& file) {
-    std::string fault;
-    const std::optional<Beauty> beauty = BeautyOf(file, fault);
-    const Part& frame = FrameOf(file, beauty);
+std::string DescribeAsJson(const RenderInfo& info) {
+    const Description& file = info.file;
+    const Part& frame = FrameOf(info);
     Json json{{"file", file.path},
               {"format", file.format},
               {"width", frame.displayWindow.Width()},
@@ -211,20 +297,15 @@ std::string DescribeAsJson(const Description& file) {
               {"pixelAspectRatio", frame.pixelAspect},
               {"parts", Json::array()},
               {"beauty", nullptr},
-              {"warnings", file.warnings}};
+              {"renderer", nullptr},
+              {"elements", Json::array()},
+              {"cryptomattes", Json::array()},
+              {"expect", nullptr},
+              {"warnings", WarningsOf(info)}};
     for (std::size_t i = 0; i < file.parts.size(); ++i) {
-        json["parts"].push_back(ToJson(file, i));
+        json["parts"].push_back(ToJson(info, i));
     }
-    if (beauty) {
-        const Layer& layer = file.layers[beauty->layer];
-        json["beauty"] = {{"layer", layer.name},
-                          {"part", layer.part},
-                          {"why", beauty->why},
-                          {"red", beauty->red},
-                          {"green", beauty->green},
-                          {"blue", NameOrNull(beauty->blue)},
-                          {"alpha", NameOrNull(beauty->alpha)}};
-    }
+    if (info.plan) AddPlan(info, json);
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -22,9 +22,13 @@ struct ChannelName {
 };
 ChannelName SplitChannelName(std::string_view name);
 
-// The layers of one part, in the order of their first channels. Colour channels without a layer
-// name make one layer together; every other channel without one is a layer of its own.
-// `partName` is empty in a file of one part.
+// 0 for X and U, 1 for Y and V, 2 for Z, 3 for W, in either case.
+std::optional<std::size_t> AxisOf(std::string_view suffix);
+
+// The layers of one part, in the order of their first channels. Channels without a layer name make
+// one layer where they are colours, one where they are a vector (X Y Z, U V), and one for each
+// vector whose axes stand behind a common stem ("N" of NX NY NZ, "vel" of velX velY); every other
+// one is a layer of its own. `partName` is empty in a file of one part.
 std::vector<Layer> SortIntoLayers(std::vector<Channel> channels, std::size_t part,
                                   std::string_view partName);
 

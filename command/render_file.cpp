@@ -59,6 +59,10 @@ Signature ReadSignature(const std::string& path) {
 
 }  // namespace
 
+void RenderFile::ReadDeepRows(std::size_t, const DeepChannels&, const DeepRowConsumer&) {
+    Fail(GetDescription().path, "the file has no deep pixels; give a deep OpenEXR file");
+}
+
 std::unique_ptr<RenderFile> OpenRenderFile(const std::string& path) {
     const Signature start = ReadSignature(path);
     if (IsExr(start.data(), start.size())) return OpenExrFile(path);

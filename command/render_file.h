@@ -3,10 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include "command/deep_samples.h"
 
 namespace command {
 
@@ -121,6 +125,64 @@ struct Picture {
     std::uint64_t notFinite = 0;
 };
 
+// A channel, by its place in the description.
+struct ChannelRef {
+    // Index into Description::layers, and into that layer's channels.
+    std::size_t layer = 0;
+    std::size_t channel = 0;
+
+    friend bool operator==(const ChannelRef&, const ChannelRef&) = default;
+};
+
+// One row of a channel. It lives as long as the call that hands it over.
+struct ChannelRow {
+    SampleType type = SampleType::Half;
+    // As many as the frame is wide, aligned for their type: halfs by their bits, unsigned integers
+    // as such, NaN and infinity as the file has them. Formats other than OpenEXR give floats.
+    const void* samples = nullptr;
+    // The columns of the frame that the part's data window covers, none of them when count is 0.
+    // All other samples are 0 and stand for nothing.
+    int first = 0;
+    int count = 0;
+};
+
+// `y` is 0 at the frame's top. `rows` has one row for each channel, in the order asked for.
+using RowConsumer = std::function<void(int y, std::span<const ChannelRow> rows)>;
+
+// What of a deep part is read: whole channel names, empty for none.
+struct DeepChannels {
+    // Index into Description::parts.
+    std::size_t part = 0;
+    // The same name may stand for all three. A colour that is missing is 0.
+    std::string red{};
+    std::string green{};
+    std::string blue{};
+    // Without it samples are opaque.
+    std::string alpha{};
+    // Needed.
+    std::string z{};
+    // Without it samples are points.
+    std::string zBack{};
+    // At most mostDeepIds. Their values go into DeepSample::ids in this order.
+    std::vector<std::string> ids{};
+};
+
+// One row of deep pixels. It lives as long as the call that hands it over.
+struct DeepRow {
+    // Those of all pixels, from the left.
+    std::span<const DeepSample> samples;
+    // For each pixel of the frame's width where its samples start; one more for the end.
+    std::span<const std::size_t> starts;
+
+    // Tidy, front to back; none outside the data window.
+    std::span<const DeepSample> Pixel(std::size_t x) const {
+        return samples.subspan(starts[x], starts[x + 1] - starts[x]);
+    }
+};
+
+// `y` is 0 at the frame's top.
+using DeepRowConsumer = std::function<void(int y, const DeepRow& row)>;
+
 class RenderFile {
   public:
     RenderFile() = default;
@@ -133,6 +195,18 @@ class RenderFile {
     // what lies outside is left out. Memory is taken as pixels are read, so that a file that lies
     // about its size costs no more than it holds. Throws InputError.
     virtual Picture Read(const Beauty& beauty) = 0;
+    // Reads channels of any flat parts in one pass. The frame is the display window of the part
+    // `framePart`, and each part lies in it where its data window says; in OpenEXR the parts share
+    // the display window. A row for each line of the frame, from above to below, those that no data
+    // window covers included. What is in memory at a time is a block of rows. Throws InputError:
+    // for channels of deep parts or with fewer samples than pixels and for parts that aren't
+    // complete before the first row, for damaged pixels when they come up. What the consumer throws
+    // passes.
+    virtual void ReadRows(std::size_t framePart, std::span<const ChannelRef> channels,
+                          const RowConsumer& consumer) = 0;
+    // The same for one deep part.
+    virtual void ReadDeepRows(std::size_t framePart, const DeepChannels& channels,
+                              const DeepRowConsumer& consumer);
 };
 
 // By what the file holds, not by its name. Throws InputError.

@@ -23,12 +23,14 @@ struct Runner {
     }
     int operator()(const InfoArguments& info) const {
         const std::unique_ptr<RenderFile> file = OpenRenderFile(info.input);
-        const Description& description = file->GetDescription();
-        console.Write(info.json ? DescribeAsJson(description) : DescribeAsText(description));
+        const RenderInfo told = Inform(*file);
+        console.Write(info.json ? DescribeAsJson(told) : DescribeAsText(told));
         return exitSaved;
     }
     int operator()(const ParamsArguments& params) const {
-        console.Write(ListParameters(plugin::EffectParameters(), params.form));
+        console.Write(ListParameters(
+            params.ofElements ? plugin::LayerParameters() : plugin::EffectParameters(),
+            params.form));
         return exitSaved;
     }
     int operator()(const TextArguments& request) const {

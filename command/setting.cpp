@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "command/ascii_case.h"
 #include "command/failure.h"
@@ -37,14 +38,19 @@ std::optional<Number> WholeNumber(std::string_view text) {
     return value;
 }
 
-const Row& FindRow(std::string_view name, std::span<const Row> rows) {
+// What lists the parameters that the option sets.
+std::string_view ListingFor(std::string_view option) {
+    return option == "--element" ? "\"veltrane params --elements\"" : "\"veltrane params\"";
+}
+
+const Row& FindRow(std::string_view name, std::span<const Row> rows, const std::string& option) {
     if (name.starts_with('#')) {
         const auto id = WholeNumber<int>(name.substr(1));
         const auto row = std::find_if(rows.begin(), rows.end(),
                                       [&](const Row& each) { return id && each.id == *id; });
         if (row != rows.end()) return *row;
-        throw UsageError("--set: there is no parameter " + std::string(name) +
-                         "; \"veltrane params\" lists them all with their ids");
+        throw UsageError(option + ": there is no parameter " + std::string(name) + "; " +
+                         std::string(ListingFor(option)) + " lists them all with their ids");
     }
     const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& each) {
         return EqualIgnoringCase(each.name, name);
@@ -54,14 +60,15 @@ const Row& FindRow(std::string_view name, std::span<const Row> rows) {
     names.reserve(rows.size());
     for (const Row& each : rows)
         names.emplace_back(each.name);
-    throw UsageError("--set: there is no parameter \"" + std::string(name) +
+    throw UsageError(option + ": there is no parameter \"" + std::string(name) +
                      "\"; the nearest are " + Joined(NearestNames(name, std::move(names))) +
-                     ", and \"veltrane params\" lists them all");
+                     ", and " + std::string(ListingFor(option)) + " lists them all");
 }
 
 class ValueReader {
   public:
-    ValueReader(const Row& parameter, std::string_view given) : row(parameter), text(given) {}
+    ValueReader(const Row& parameter, std::string_view given, std::string optionName)
+        : row(parameter), text(given), option(std::move(optionName)) {}
 
     decltype(Setting::value) Read() const {
         switch (row.type) {
@@ -82,14 +89,14 @@ class ValueReader {
             case Type::NodeTable:
                 break;
         }
-        throw UsageError("--set " + std::string(row.name) +
+        throw UsageError(option + " " + std::string(row.name) +
                          ": this parameter holds objects of a scene and takes no value");
     }
 
   private:
     [[noreturn]] void Complain(std::string_view wanted) const {
         const std::string allowed = AllowedValues(row);
-        throw UsageError("--set " + std::string(row.name) + ": \"" + std::string(text) +
+        throw UsageError(option + " " + std::string(row.name) + ": \"" + std::string(text) +
                          "\" is not " + std::string(wanted) +
                          (allowed.empty() ? "" : "; it takes " + allowed));
     }
@@ -106,6 +113,9 @@ class ValueReader {
     }
 
     int ReadInt() const {
+        for (const parameters::Choice& each : row.choices) {
+            if (EqualIgnoringCase(each.label, text)) return each.value;
+        }
         const auto value = WholeNumber<int>(text);
         if (!value) Complain("a whole number of 32 bits");
         CheckRange(*value);
@@ -136,6 +146,7 @@ class ValueReader {
 
     const Row& row;
     std::string_view text;
+    std::string option;
 };
 
 struct Writer {
@@ -159,14 +170,15 @@ struct Writer {
 
 }  // namespace
 
-Setting ParseSetting(std::string_view text, std::span<const Row> rows) {
+Setting ParseSetting(std::string_view text, std::span<const Row> rows, std::string_view option) {
+    const std::string optionName(option);
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos || equals == 0) {
-        throw UsageError("--set " + std::string(text) +
+        throw UsageError(optionName + " " + std::string(text) +
                          ": expected NAME=VALUE, such as bitDepth=8");
     }
-    const Row& row = FindRow(text.substr(0, equals), rows);
-    return {&row, ValueReader(row, text.substr(equals + 1)).Read()};
+    const Row& row = FindRow(text.substr(0, equals), rows, optionName);
+    return {&row, ValueReader(row, text.substr(equals + 1), optionName).Read()};
 }
 
 bool Apply(const Setting& setting, IParamBlock2& block) {

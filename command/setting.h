@@ -1,4 +1,4 @@
-// One parameter of the effect as the user sets it.
+// One parameter of the effect, or of a render element in it, as the user sets it.
 #pragma once
 
 #include <span>
@@ -19,9 +19,11 @@ struct Setting {
     std::variant<int, float, std::string, std::vector<std::string>> value = 0;
 };
 
-// "NAME=VALUE" or "#ID=VALUE" of a parameter in `rows`; a name is found without regard to case.
-// Throws UsageError.
-Setting ParseSetting(std::string_view text, std::span<const parameters::Row> rows);
+// "NAME=VALUE" or "#ID=VALUE" of a parameter in `rows`; a name is found without regard to case, and
+// a number that has a label may be given by it. `option` is what the user wrote it behind, for
+// messages. Throws UsageError.
+Setting ParseSetting(std::string_view text, std::span<const parameters::Row> rows,
+                     std::string_view option = "--set");
 
 // False when the block has no such parameter.
 bool Apply(const Setting& setting, IParamBlock2& block);

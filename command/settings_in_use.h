@@ -9,6 +9,7 @@
 namespace command {
 
 inline constexpr auto settingsInUse = std::to_array<std::string_view>({
+    // The document.
     "filename",
     "matchRenderOutputFilename",
     "fileFormat",
@@ -16,6 +17,7 @@ inline constexpr auto settingsInUse = std::to_array<std::string_view>({
     "bitDepth",
     "resolution",
     "compatibility",
+    // The picture.
     "createRenderOutputLayer",
     "outputRenderAs",
     "renderOutputLayerName",
@@ -24,6 +26,66 @@ inline constexpr auto settingsInUse = std::to_array<std::string_view>({
     "renderSRGBCorrect",
     "gammaCorrectRender",
     "gammaCorrectConfig",
+    // Render elements.
+    "createRenderElementLayers",
+    "renderElementsOrder",
+    "createRenderElementsLayerSet",
+    "renderElementsLayerSetName",
+    "createRenderElementsLayerSetMaskFromAlpha",
+    "autoSort",
+    "saveDenoiserExtraChannels",
+    // Scene layers.
+    "outputSceneLayers",
+    "outputSceneLayersAs",
+    "outputSceneLayersLayerGroup",
+    "sceneLayersLayerSetName",
+    "maxLayersOrder",
+    "sceneLayerAppDataChunkId",
+    // Selection sets.
+    "outputNamedSelectionSets",
+    "outputNamedSelectionSetsAs",
+    "createNamedSelectionSetsLayerSet",
+    "namedSelectionSetsLayerSetName",
+    "namedSelectionSetsList",
+    "namedSelectionSetsOrder",
+    // Object IDs.
+    "outputNodeIDs",
+    "outputNodeIDsAs",
+    "outputNodeIDsLayerSet",
+    "nodeIDList",
+    "nodeIdsLayerSetName",
+    "nodeIDsOrder",
+    // Material IDs.
+    "outputMtlIDs",
+    "outputMtlIDsAs",
+    "outputMtlIDsLayerSet",
+    "mtlIDList",
+    "mtlIDsLayerSetName",
+    "mtlIDsOrder",
+    // Objects.
+    "outputObjects",
+    "outputObjectsAs",
+    "outputObjectsLayerSet",
+    "objectList",
+    "objectsLayerSetName",
+    "objectsOrder",
+    // G-Buffer layers.
+    "createNodeIDLayer",
+    "createMtlIDLayer",
+    "createNodeRenderIDLayer",
+    "createNormalLayer",
+    "createNonClampedColorLayer",
+    "createGBufferLayerSet",
+    "gbufferLayerSetName",
+    "gbufferObjectIdLayerName",
+    "gbufferMaterialIdLayerName",
+    "gbufferOrder",
+    // Mattes and what is empty.
+    "matteLayersVisible",
+    "filterEmptyMattes",
+    "filterEmptyRenderElements",
+    "filterEmptyLayerSets",
+    "filterEmptyLayersAndChannelsForAnimations",
 });
 
 constexpr bool IsSettingInUse(std::string_view name) {

@@ -13,6 +13,7 @@
 #include "effect/output_file.h"
 #include "effect/psd_output.h"
 #include "effect/renderer_kinds.h"
+#include "effect/vray_pixels.h"
 #include "effect/write_progress.h"
 #include "plugin/parameters.h"
 #include "psdfile/stream_state.h"
@@ -41,7 +42,7 @@ FrameSize SizeOf(Bitmap* bm, const RenderGlobalContext& gc) {
 bool UserAborts(CheckAbortCallback* cb, const RenderGlobalContext* gc) {
     if (!cb || !cb->Check()) return false;
     // With V-Ray the answer counts only if the host says the same.
-    return !(gc && IsClass(gc->renderer, vrayClassID) &&
+    return !(gc && IsClass(gc->renderer, VRAY_CLASS_ID) &&
              !GetCOREInterface()->CheckForRenderAbort());
 }
 
@@ -50,7 +51,7 @@ class RendererSwap {
   public:
     explicit RendererSwap(RenderGlobalContext& context) : gc(context), frameRenderer(gc.renderer) {
         Renderer* current = GetCOREInterface()->GetCurrentRenderer();
-        if (IsClass(current, rendererClassB) && IsClass(frameRenderer, rendererClassA)) {
+        if (IsClass(current, RENDERER_B_CLASS_ID) && IsClass(frameRenderer, RENDERER_A_CLASS_ID)) {
             gc.renderer = current;
         }
     }
@@ -62,6 +63,11 @@ class RendererSwap {
     RenderGlobalContext& gc;
     Renderer* frameRenderer;
 };
+
+// Rows of another size than the document's can't be written.
+bool IsOfSize(IVRayPixelBuffer& pixels, const FrameSize& size) {
+    return pixels.GetWidth() == size.width && pixels.GetHeight() == size.height;
+}
 
 bool EndsInPSB(const MSTR& name) {
     constexpr std::basic_string_view<MCHAR> suffix = _M(".psb");
@@ -119,36 +125,40 @@ void PSDOutput::Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbo
     if (!frameActive || !saveArmed || !gc) return;
     const RendererSwap swap(*gc);
     // Each half of a frame of fields comes on its own; only the whole frame is saved.
-    if (IsClass(gc->renderer, rendererClassA) && gc->fieldRender && gc->evenLines) return;
+    if (IsClass(gc->renderer, RENDERER_A_CLASS_ID) && gc->fieldRender && gc->evenLines) return;
+    PSDFrameSources sources{bm, VRayPixels(gc->renderer)};
     MSTR name;
     if (!ResolveOutputFileName(name, true, t)) return;
     try {
-        SaveFrame(name, bm, *gc, cb);
+        SaveFrame(name, sources, *gc, cb);
     } catch (const std::bad_alloc&) {
         LogFileError(_M("Not enough memory to write %s."), name);
     }
 }
 
-void PSDOutput::SaveFrame(const MSTR& name, Bitmap* bm, const RenderGlobalContext& gc,
+void PSDOutput::SaveFrame(const MSTR& name, PSDFrameSources sources, const RenderGlobalContext& gc,
                           CheckAbortCallback* cb) {
     OutputFile stream;
     if (!stream.Open(name)) {
         LogFileError(_M("Could not open/create %s."), name);
         return;
     }
-    const FrameSize size = SizeOf(bm, gc);
+    const FrameSize size = SizeOf(sources.bitmap, gc);
+    if (sources.vfb && !IsOfSize(*sources.vfb, size)) sources.vfb = nullptr;
     const bool isPSB =
         EndsInPSB(name) || size.width > largestPSDSide || size.height > largestPSDSide;
     if (isPSB) SetLargeFormat(stream);
-    CollectIDBounds(bm);
+    CollectIDBounds(sources.bitmap);
 
     const int bitDepth = pblock->GetInt("bitDepth"_param);
     const int compatibility = pblock->GetInt("compatibility"_param);
     using Solid = sources::SolidColorChannelImageSource;
     blackSource = boost::make_shared<Solid>(std::uint8_t{0}, size.width);
     whiteSource = boost::make_shared<Solid>(std::uint8_t{255}, size.width);
-    const Frame frame{{bm},
+    const Frame frame{sources,
+                      *this,
                       *pblock,
+                      gc,
                       DecideColors(*pblock),
                       pblock->GetInt("premultipliedAlpha"_param) != 0,
                       size.width,
@@ -169,8 +179,7 @@ void PSDOutput::SaveFrame(const MSTR& name, Bitmap* bm, const RenderGlobalContex
         BuildBlankMergedImage(builder, frame);
     }
     RunLayerStack(builder, frame);
-    const int timeType = GetCOREInterface()->GetRendTimeType();
-    if (IsFilterOn(*pblock, "filterEmptyLayerSets"_param, timeType)) {
+    if (IsFilterOn(*pblock, "filterEmptyLayerSets"_param, timeTypeOfHost)) {
         psdbuilder::RemoveEmptyLayerSets(*builder.doc);
     }
 

@@ -2,23 +2,32 @@
 #pragma once
 
 #include <bitmap.h>
+#include <vrayframebuffer.h>
 
 #include "effect/color_decisions.h"
 #include "psdfile/channel_source.h"
 
 class IParamBlock2;
+class RenderGlobalContext;
 
 namespace effect {
+
+class PSDOutput;
 
 // Where the frame's pixels come from.
 struct PSDFrameSources {
     // As given to Apply; may be null. Not owned; lives until the document is written.
     Bitmap* bitmap = nullptr;
+    // Null unless V-Ray's frame buffer is in use; then pixels come from it. Lives as long.
+    IVRayPixelBuffer* vfb = nullptr;
 };
 
 struct Frame {
     PSDFrameSources sources;
+    PSDOutput& effect;
+    // The effect's own.
     IParamBlock2& pblock;
+    const RenderGlobalContext& gc;
     ColorDecisions colors;
     bool premultiply = true;
     // Pixels.

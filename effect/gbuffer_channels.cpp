@@ -61,7 +61,7 @@ DWORD PSDOutput::GBufferChannelsRequired(TimeValue) {
         if (is32Bits) channels |= realPixelChannel;
     }
     Renderer* renderer = GetCOREInterface()->GetCurrentRenderer();
-    if (IsClass(renderer, rendererClassA) || IsClass(renderer, rendererClassB)) {
+    if (IsClass(renderer, RENDERER_A_CLASS_ID) || IsClass(renderer, RENDERER_B_CLASS_ID)) {
         // These renderers have no weights and transparencies; coverage stands in for them.
         if (channels >= BMM_CHAN_WEIGHT) channels |= BMM_CHAN_COVERAGE;
         channels &= ~(BMM_CHAN_WEIGHT | BMM_CHAN_TRANSP);

@@ -1,63 +1,73 @@
 #include "effect/id_bounds.h"
 
+#include <optional>
+#include <vector>
+
+#include "sources/bitmap_parts.h"
+#include "sources/fragment_reader.h"
+#include "sources/id_bounds.h"
+
 namespace effect {
-
-IDBounds nodeRenderIDBounds;
-IDBounds mtlIDBounds;
-IDBounds nodeIDBounds;
-
 namespace {
 
-struct IDChannel {
-    DWORD bit;
-    int index;
-    // Bytes of the fragment's value.
-    int size;
-    IDBounds& bounds;
-};
+// The boxes of one channel's IDs while they grow: a table, since every fragment of the frame looks
+// its ID up.
+template <class ID>
+class Boxes {
+  public:
+    explicit Boxes(int index) : channel(index), boxes(std::size_t{1} << (8 * sizeof(ID))) {}
 
-const IDChannel idChannels[] = {
-    {BMM_CHAN_NODE_RENDER_ID, GB_NODE_RENDER_ID, 2, nodeRenderIDBounds},
-    {BMM_CHAN_MTL_ID, GB_MTL_ID, 1, mtlIDBounds},
-    {BMM_CHAN_NODE_ID, GB_NODE_ID, 2, nodeIDBounds},
-};
+    // The fragment at which `reader` stands, if it has an ID.
+    void Add(GBufReader* reader, IPoint2 pixel) {
+        ID id = 0;
+        if (reader->ReadChannelData(channel, &id)) boxes[id] += pixel;
+    }
 
-bool ReadID(GBufReader& reader, const IDChannel& channel, std::uint16_t& id) {
-    if (channel.size == 2) return reader.ReadChannelData(channel.index, &id) != FALSE;
-    UBYTE narrow = 0;
-    if (!reader.ReadChannelData(channel.index, &narrow)) return false;
-    id = narrow;
-    return true;
-}
-
-void CollectPixel(GBufReader& reader, DWORD present, IPoint2 pixel) {
-    while (reader.StartNextLayer()) {
-        for (const IDChannel& channel : idChannels) {
-            std::uint16_t id = 0;
-            if ((present & channel.bit) && ReadID(reader, channel, id)) channel.bounds[id] += pixel;
+    void MoveTo(sources::IDBounds& bounds) const {
+        for (std::size_t id = 0; id < boxes.size(); ++id) {
+            if (boxes[id].IsEmpty()) continue;
+            bounds.emplace_hint(bounds.end(), static_cast<std::uint16_t>(id), boxes[id]);
         }
     }
+
+  private:
+    int channel;
+    std::vector<Box2> boxes;
+};
+
+template <class ID>
+std::optional<Boxes<ID>> BoxesIf(DWORD present, int index) {
+    return present ? std::optional<Boxes<ID>>(std::in_place, index) : std::nullopt;
 }
 
 }  // namespace
 
 void CollectIDBounds(Bitmap* bitmap) {
-    for (const IDChannel& channel : idChannels)
-        channel.bounds.clear();
-    BitmapStorage* storage = bitmap ? bitmap->Storage() : nullptr;
-    GBuffer* gbuffer = storage ? storage->GetGBuffer() : nullptr;
-    GBufReader* reader = gbuffer ? gbuffer->CreateReader() : nullptr;
-    if (!reader) return;
-    const DWORD present = storage->ChannelsPresent();
-    for (int y = 0; y < storage->Height(); ++y) {
-        if (!reader->StartLine(y)) continue;
-        reader->StartPixel(0);
-        for (int x = 0; x < storage->Width(); ++x) {
-            CollectPixel(*reader, present, {x, y});
-            reader->NextPixel();
-        }
+    sources::nodeRenderIDBounds.clear();
+    sources::mtlIDBounds.clear();
+    sources::nodeIDBounds.clear();
+    GBuffer* gbuffer = sources::GBufferOf(bitmap);
+    if (!gbuffer) return;
+    const DWORD present = bitmap->Storage()->ChannelsPresent();
+    auto nodeRenderIDs = BoxesIf<UWORD>(present & BMM_CHAN_NODE_RENDER_ID, GB_NODE_RENDER_ID);
+    auto mtlIDs = BoxesIf<UBYTE>(present & BMM_CHAN_MTL_ID, GB_MTL_ID);
+    auto nodeIDs = BoxesIf<UWORD>(present & BMM_CHAN_NODE_ID, GB_NODE_ID);
+    if (!nodeRenderIDs && !mtlIDs && !nodeIDs) return;
+    sources::FragmentReader reader(gbuffer);
+    const int right = sources::WidthOf(bitmap) - 1;
+    const int bottom = sources::HeightOf(bitmap) - 1;
+    for (int y = 0; y <= bottom; ++y) {
+        reader.ForEachPixel(y, 0, right, [&](int x, auto fragments) {
+            fragments([&](GBufReader* fragment) {
+                if (nodeRenderIDs) nodeRenderIDs->Add(fragment, {x, y});
+                if (mtlIDs) mtlIDs->Add(fragment, {x, y});
+                if (nodeIDs) nodeIDs->Add(fragment, {x, y});
+            });
+        });
     }
-    gbuffer->DestroyReader(reader);
+    if (nodeRenderIDs) nodeRenderIDs->MoveTo(sources::nodeRenderIDBounds);
+    if (mtlIDs) mtlIDs->MoveTo(sources::mtlIDBounds);
+    if (nodeIDs) nodeIDs->MoveTo(sources::nodeIDBounds);
 }
 
 }  // namespace effect

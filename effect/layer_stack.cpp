@@ -5,14 +5,46 @@
 #include <algorithm>
 #include <vector>
 
+#include "effect/gbuffer_layers.h"
+#include "effect/id_groups.h"
+#include "effect/object_groups.h"
+#include "effect/render_elements.h"
 #include "effect/render_output_layer.h"
+#include "effect/scene_sync.h"
+#include "effect/sync_render_elements.h"
 #include "plugin/parameters.h"
 
 namespace effect {
+namespace {
+
+void SyncElements(const Frame& frame) {
+    SyncRenderElements(frame.effect, LayerListOf(frame.gc));
+}
+void SyncSets(const Frame& frame) {
+    SyncSelectionSets(frame.pblock);
+}
+void CleanupObjects(const Frame& frame) {
+    CleanupDeletedObjects(frame.pblock);
+}
+
+bool IsOn(const StackRow& row, const Frame& frame) {
+    return !row.enabling || frame.pblock.GetInt(*row.enabling);
+}
+
+}  // namespace
 
 std::span<const StackRow> StackRows() {
     static constexpr StackRow rows[] = {
         {"renderOrder"_param, "createRenderOutputLayer"_param, AddRenderOutputLayer},
+        {"renderElementsOrder"_param, "createRenderElementLayers"_param, AddRenderElementsGroup,
+         SyncElements},
+        {"maxLayersOrder"_param, "outputSceneLayers"_param, AddSceneLayersGroup},
+        {"namedSelectionSetsOrder"_param, "outputNamedSelectionSets"_param, AddSelectionSetsGroup,
+         SyncSets},
+        {"nodeIDsOrder"_param, "outputNodeIDs"_param, AddObjectIDGroup},
+        {"mtlIDsOrder"_param, "outputMtlIDs"_param, AddMaterialIDGroup},
+        {"objectsOrder"_param, "outputObjects"_param, AddObjectsGroup, CleanupObjects},
+        {"gbufferOrder"_param, {}, AddGBufferLayers},
     };
     return rows;
 }
@@ -31,7 +63,8 @@ void RunLayerStack(psdbuilder::PSDBuilder& builder, const Frame& frame,
         return left.position < right.position;
     });
     for (const Placed& placed : stack) {
-        if (frame.pblock.GetInt(placed.row->enabling)) placed.row->build(builder, frame);
+        if (placed.row->prepare) placed.row->prepare(frame);
+        if (IsOn(*placed.row, frame)) placed.row->build(builder, frame);
     }
 }
 

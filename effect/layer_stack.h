@@ -3,6 +3,7 @@
 
 #include <iparamb2_types.h>
 
+#include <optional>
 #include <span>
 
 #include "effect/frame.h"
@@ -13,8 +14,12 @@ namespace effect {
 // One kind of output. Rows of equal position come in the order in which they stand.
 struct StackRow {
     ParamID position;
-    ParamID enabling;
+    // Empty for output that has no switch of its own.
+    std::optional<ParamID> enabling;
     void (*build)(psdbuilder::PSDBuilder& builder, const Frame& frame);
+    // Brings the effect's lists in step with the scene when the row's turn comes, whether the row
+    // is on or not. May be null.
+    void (*prepare)(const Frame& frame) = nullptr;
 };
 
 // All kinds of output that there are.
@@ -26,7 +31,7 @@ constexpr int ClampPosition(int stored) {
     return stored < 1 ? 0 : stored;
 }
 
-// Builds each row that is enabled, low positions first.
+// Prepares each row and builds it if it is enabled, low positions first.
 void RunLayerStack(psdbuilder::PSDBuilder& builder, const Frame& frame,
                    std::span<const StackRow> rows = StackRows());
 

@@ -30,7 +30,7 @@ psdfile::PSDChannelImageDataSourcePtr MergedColor(const Frame& frame, int select
 void BuildMergedImage(psdbuilder::PSDBuilder& builder, const Frame& frame) {
     builder.SetMergedImage(true, MergedColor(frame, sources::selectRed),
                            MergedColor(frame, sources::selectGreen),
-                           MergedColor(frame, sources::selectBlue), RenderAlpha(frame));
+                           MergedColor(frame, sources::selectBlue), MergedAlpha(frame));
 }
 
 void BuildBlankMergedImage(psdbuilder::PSDBuilder& builder, const Frame& frame) {

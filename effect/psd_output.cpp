@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "effect/psd_output_layer.h"
+#include "effect/selection_set_list.h"
 #include "plugin/parameters.h"
 
 namespace effect {
@@ -14,10 +15,6 @@ constexpr int ownNotifications[] = {NOTIFY_PRE_RENDER, NOTIFY_POST_RENDER};
 constexpr int frameNotifications[] = {NOTIFY_PRE_RENDERFRAME, NOTIFY_POST_RENDERFRAME};
 
 constexpr ParamID layerLists[] = {"layersProduction"_param, "layersSecondary"_param};
-
-bool IsLayerList(int list) {
-    return list >= 0 && list < static_cast<int>(std::size(layerLists));
-}
 
 // Each effect keeps its choice of scene layers under a number of its own.
 int DrawSceneLayerNumber() {
@@ -31,6 +28,7 @@ PSDOutput::PSDOutput(ClassDesc2& descriptor, ReadWarningSwitches readSwitches)
     : readWarningSwitches(readSwitches) {
     descriptor.MakeAutoParamBlocks(this);
     pblock->SetValue("sceneLayerAppDataChunkId"_param, 0, DrawSceneLayerNumber());
+    SwitchAllSelectionSetsOn(*pblock);
     for (int code : ownNotifications)
         RegisterNotification(OnNotification, this, code);
 }
@@ -66,13 +64,19 @@ IParamBlock2* PSDOutput::GetParamBlockByID(BlockID id) {
     return nullptr;
 }
 
+ParamID PSDOutput::LayerList(int list) {
+    const bool known = list >= 0 && list < static_cast<int>(std::size(layerLists));
+    return known ? layerLists[list] : ParamID{-1};
+}
+
 int PSDOutput::LayerCount(int list) const {
-    return pblock && IsLayerList(list) ? pblock->Count(layerLists[list]) : 0;
+    const ParamID id = LayerList(list);
+    return pblock && id >= 0 ? pblock->Count(id) : 0;
 }
 
 PSDOutputLayer* PSDOutput::Layer(int list, int index) const {
     if (index < 0 || index >= LayerCount(list)) return nullptr;
-    ReferenceTarget* target = pblock->GetReferenceTarget(layerLists[list], 0, index);
+    ReferenceTarget* target = pblock->GetReferenceTarget(LayerList(list), 0, index);
     const bool isLayer = target && target->ClassID() == psdOutputLayerClassID;
     return isLayer ? static_cast<PSDOutputLayer*>(target) : nullptr;
 }

@@ -26,6 +26,7 @@ constexpr Class_ID psdOutputClassID{0x70068609, 0x01d5d297};
 constexpr const MCHAR* messageTitle = _M("veltrane");
 
 class PSDOutputLayer;
+struct PSDFrameSources;
 
 class PSDOutput : public Effect8 {
   public:
@@ -53,8 +54,12 @@ class PSDOutput : public Effect8 {
     // none.
     bool ResolveOutputFileName(MSTR& name, bool numbered, TimeValue t);
 
-    // The render elements' settings: list 0 is what goes into the document, list 1 is only kept up
-    // to date. Any other list has no layers.
+    // The render elements' settings. A render goes by one of the two lists; any other number has no
+    // layers.
+    static constexpr int productionLayers = 0;
+    static constexpr int secondaryLayers = 1;
+    // The parameter that holds a list; -1 for any other number.
+    static ParamID LayerList(int list);
     int LayerCount(int list) const;
     // Null for a list or index that isn't there, and for an entry whose layer was deleted.
     PSDOutputLayer* Layer(int list, int index) const;
@@ -87,7 +92,7 @@ class PSDOutput : public Effect8 {
     bool CheckRenderOutputFilename();
     bool CheckOutputFile(TimeValue t);
 
-    void SaveFrame(const MSTR& name, Bitmap* bm, const RenderGlobalContext& gc,
+    void SaveFrame(const MSTR& name, PSDFrameSources sources, const RenderGlobalContext& gc,
                    CheckAbortCallback* cb);
 
     ReadWarningSwitches readWarningSwitches;

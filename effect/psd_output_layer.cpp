@@ -1,17 +1,25 @@
 #include "effect/psd_output_layer.h"
 
-#include <algorithm>
+#include <renderelements.h>
 
+#include <algorithm>
+#include <span>
+
+#include "effect/blend_modes.h"
 #include "plugin/parameters.h"
 
 namespace effect {
 namespace {
 
-// Numbers of blend modes (psdfile/blend_keys.h).
-constexpr int normal = 0;
-constexpr int screen = 7;
-constexpr int linearDodge = 9;
-constexpr int missingAt32Bits[] = {4, 5, screen, 8, 10, 11, 12, 13, 14, 15, 17, 22};
+constexpr int missingAt32Bits[] = {4, 5, screenMode, 8, 10, 11, 12, 13, 14, 15, 17, 22};
+constexpr int newerModes[] = {5, linearDodgeMode, 13, 14, 15, 22, 23, 24, 25, 26};
+
+// A mode of `missing` becomes Normal, but for one that has something near to it.
+void ReplaceMode(IParamBlock2& pblock, std::span<const int> missing, int mode, int nearest) {
+    const int present = pblock.GetInt("blendingMode"_layerParam);
+    if (std::find(missing.begin(), missing.end(), present) == missing.end()) return;
+    pblock.SetValue("blendingMode"_layerParam, 0, present == mode ? nearest : normalMode);
+}
 
 }  // namespace
 
@@ -33,13 +41,23 @@ void PSDOutputLayer::SetReference(int number, RefTargetHandle target) {
     if (number == 1) renderElement = target;
 }
 
+IRenderElement* PSDOutputLayer::Element() const {
+    const bool isElement =
+        renderElement && renderElement->SuperClassID() == RENDER_ELEMENT_CLASS_ID;
+    return isElement ? static_cast<IRenderElement*>(renderElement) : nullptr;
+}
+
+MSTR PSDOutputLayer::ElementName() const {
+    const IRenderElement* element = Element();
+    return {element ? element->ElementName() : _M("<deleted>")};
+}
+
 void PSDOutputLayer::PrepareFor32Bits() {
-    const int mode = pblock->GetInt("blendingMode"_layerParam);
-    if (std::find(std::begin(missingAt32Bits), std::end(missingAt32Bits), mode) ==
-        std::end(missingAt32Bits)) {
-        return;
-    }
-    pblock->SetValue("blendingMode"_layerParam, 0, mode == screen ? linearDodge : normal);
+    ReplaceMode(*pblock, missingAt32Bits, screenMode, linearDodgeMode);
+}
+
+void PSDOutputLayer::ReplaceNewerModes() {
+    ReplaceMode(*pblock, newerModes, linearDodgeMode, screenMode);
 }
 
 }  // namespace effect

@@ -3,6 +3,8 @@
 
 #include <iparamb2.h>
 
+class IRenderElement;
+
 namespace effect {
 
 constexpr Class_ID psdOutputLayerClassID{0x347c6bc4, 0x153540b4};
@@ -25,9 +27,17 @@ class PSDOutputLayer : public ReferenceTarget {
         return REF_SUCCEED;
     }
 
+    // Null when none is set or it was deleted.
+    IRenderElement* Element() const;
+    // "<deleted>" without an element.
+    MSTR ElementName() const;
+
     // Gives the layer a blend mode that a 32-bit document has: Screen becomes Linear Dodge, every
     // other mode that is missing there Normal.
     void PrepareFor32Bits();
+    // Gives the layer a blend mode that the first paint applications with layers have: Linear Dodge
+    // becomes Screen, every other mode that is missing there Normal.
+    void ReplaceNewerModes();
 
     IParamBlock2* pblock = nullptr;
 

@@ -108,7 +108,7 @@ int PSDOutput::RenderEnd(TimeValue) {
 bool PSDOutput::MayBeSaved(TimeValue t) {
     Renderer* renderer = GetCOREInterface()->GetCurrentRenderer();
     if (IsPreview() || !Active(t) || GivesInteger(_M("maxops.rendUseIterative"), 1)) return false;
-    if (IsClass(renderer, coronaClassID) && !Quiet() && !FindRenderProgressWindow()) return false;
+    if (IsClass(renderer, CORONA_CLASS_ID) && !Quiet() && !FindRenderProgressWindow()) return false;
 
     const WarningSwitches switches = readWarningSwitches();
     if (!CheckVRayFrameBuffer(switches.disableVrayFrameBufferWarnings)) return false;
@@ -143,7 +143,7 @@ void PSDOutput::WarnOfMissingGBuffer(bool samplerWarningSilent, TimeValue t) {
     constexpr int progressiveSampler = 3;
     Renderer* renderer = GetCOREInterface()->GetCurrentRenderer();
     if (GBufferChannelsRequired(t) == 0) return;
-    if (IsClass(renderer, vrayClassID) &&
+    if (IsClass(renderer, VRAY_CLASS_ID) &&
         GivesInteger(_M("renderers.current.imageSampler_type"), progressiveSampler)) {
         if (!samplerWarningSilent) {
             Tell(
@@ -156,7 +156,7 @@ void PSDOutput::WarnOfMissingGBuffer(bool samplerWarningSilent, TimeValue t) {
             _M("V-Ray Progressive image sampler does not support G-Buffer. "
                "Some PSD layers/channels will be empty. Use Bucket sampler instead."));
     }
-    if (IsClass(renderer, coronaClassID)) {
+    if (IsClass(renderer, CORONA_CLASS_ID)) {
         GetCOREInterface()->Log()->LogEntry(
             SYSLOG_WARN, DISPLAY_DIALOG, messageTitle,
             _M("PSD: Corona doesn't support the 3ds max G-Buffer. "

@@ -66,7 +66,7 @@ void PSDOutput::BeforeRender() {
         forcedSaveFile = true;
         host->SetRendSaveFile(TRUE);
     }
-    if (IsClass(renderer, coronaClassID)) RenderBegin(host->GetTime(), 0);
+    if (IsClass(renderer, CORONA_CLASS_ID)) RenderBegin(host->GetTime(), 0);
 }
 
 void PSDOutput::AfterRender() {
@@ -75,20 +75,20 @@ void PSDOutput::AfterRender() {
         host->SetRendSaveFile(FALSE);
         forcedSaveFile = false;
     }
-    if (IsClass(host->GetCurrentRenderer(), coronaClassID)) RenderEnd(host->GetTime());
+    if (IsClass(host->GetCurrentRenderer(), CORONA_CLASS_ID)) RenderEnd(host->GetTime());
     outputBitmap = nullptr;
 }
 
 void PSDOutput::BeforeFrame(const RenderGlobalContext* gc) {
     renderMilliseconds = TickCount();
-    frameActive = !(gc && IsClass(gc->renderer, rendererClassC));
+    frameActive = !(gc && IsClass(gc->renderer, RENDERER_C_CLASS_ID));
 }
 
 void PSDOutput::AfterFrame(RenderGlobalContext* gc) {
     frameActive = true;
     renderMilliseconds = TickCount() - renderMilliseconds;
     Interface* host = GetCOREInterface();
-    if (!gc || !host->GetRendEffects() || !Active(0) || !IsClass(gc->renderer, coronaClassID) ||
+    if (!gc || !host->GetRendEffects() || !Active(0) || !IsClass(gc->renderer, CORONA_CLASS_ID) ||
         host->CheckForRenderAbort()) {
         return;
     }

@@ -53,7 +53,7 @@ Style StyleOf(int outputRenderAs) {
 }  // namespace
 
 void AddRenderOutputLayer(psdbuilder::PSDBuilder& builder, const Frame& frame) {
-    if (!frame.sources.bitmap) return;
+    if (!frame.sources.bitmap && !frame.sources.vfb) return;
     const Style style = StyleOf(frame.pblock.GetInt("outputRenderAs"_param));
     const bool gamma = frame.colors.gammaToRender;
     const auto alphaOrWhite = [&frame] {

@@ -5,7 +5,8 @@
 namespace effect {
 
 IParamBlock2* VRayFrameBufferSettings(Renderer* renderer) {
-    return IsClass(renderer, vrayClassID) ? renderer->GetParamBlock(vrayFrameBufferBlock) : nullptr;
+    return IsClass(renderer, VRAY_CLASS_ID) ? renderer->GetParamBlock(vrayFrameBufferBlock)
+                                            : nullptr;
 }
 
 bool UsesVRayFrameBuffer(Renderer* renderer) {

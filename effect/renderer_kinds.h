@@ -2,17 +2,9 @@
 #pragma once
 
 #include <render.h>
+#include <rendererclasses.h>
 
 namespace effect {
-
-constexpr Class_ID vrayClassID{0x73bab286, 0x77f8fd0c};
-// Doesn't call effects by itself: RenderBegin, Apply and RenderEnd come from notifications.
-constexpr Class_ID coronaClassID{0x62a85dcc, 0x523c3604};
-// Renders fields, and hands over to class B for the length of Apply.
-constexpr Class_ID rendererClassA{0x58f67d6c, 0x4fcf3bc3};
-constexpr Class_ID rendererClassB{0x3e7d7eba, 0x14c036ab};
-// Never saved.
-constexpr Class_ID rendererClassC{0x0cf12ab7, 0x03762873};
 
 inline bool IsClass(Renderer* renderer, const Class_ID& id) {
     return renderer && renderer->ClassID() == id;

@@ -15,6 +15,11 @@ std::u16string WideText(const MCHAR* text) {
     return units;
 }
 
+MSTR NumberText(int number) {
+    const std::string digits = std::to_string(number);
+    return MSTR(std::basic_string<MCHAR>(digits.begin(), digits.end()));
+}
+
 #ifdef _WIN32
 
 std::string AnsiText(const MCHAR* text) {

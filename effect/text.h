@@ -2,6 +2,7 @@
 #pragma once
 
 #include <maxtypes.h>
+#include <strclass.h>
 
 #include <string>
 
@@ -12,5 +13,8 @@ namespace effect {
 std::string AnsiText(const MCHAR* text);
 
 std::u16string WideText(const MCHAR* text);
+
+// In decimal digits.
+MSTR NumberText(int number);
 
 }  // namespace effect

@@ -49,10 +49,31 @@ void WriteExr(const Corpus& corpus) {
                             .data = {0, 0, 3, 3}}});
     add("parts", {Part{.channels = {{"Z", Imf::FLOAT}}, .name = "depth"},
                   Part{.tileSide = 8, .name = "beauty"}});
-    add("deep",
-        {Part{.channels =
-                  {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}, {"Z", Imf::FLOAT}},
-              .deep = true}});
+    Part deep{.channels = {{"R"},
+                           {"G"},
+                           {"B"},
+                           {"A"},
+                           {"Z", Imf::FLOAT},
+                           {"ZBack", Imf::FLOAT},
+                           {"objectID", Imf::UINT}},
+              .display = {-1, 0, 3, 3},
+              .data = {0, -1, 4, 3},
+              .deep = true,
+              .name = "deep",
+              .sampleCount = [](int x, int y) { return (x + y + 1) % 4; },
+              .deepValues =
+                  [](const std::string& channel, int, int, int sample) {
+                      if (channel == "Z") return 9.0 - sample;
+                      if (channel == "ZBack") return 11.0 - sample;
+                      return channel == "objectID" ? sample : 0.25 * sample;
+                  }};
+    add("deep", {deep});
+    add("parts_with_deep", {Part{.display = deep.display, .name = "flat"}, deep});
+    deep.compression = Imf::NO_COMPRESSION;
+    add("deep_uncompressed", {deep});
+    deep.tileSide = 2;
+    deep.compression = Imf::RLE_COMPRESSION;
+    add("deep_tiles", {deep});
     for (const auto& [name, compression] :
          {std::pair{"none", Imf::NO_COMPRESSION}, std::pair{"rle", Imf::RLE_COMPRESSION},
           std::pair{"zips", Imf::ZIPS_COMPRESSION}, std::pair{"piz", Imf::PIZ_COMPRESSION},

@@ -22,6 +22,10 @@ class Holder {
         application_->undo.Clear();
         application_->effects.clear();
         application_->renderer.reset();
+        for (RenderElementManager& elements : application_->elements) {
+            elements.Clear();
+        }
+        application_->scene.Clear();
     }
 
     std::unique_ptr<Application> application_ = std::make_unique<Application>();

@@ -2,6 +2,8 @@
 // is what they look at.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <vector>
 
 #include <gamma.h>
@@ -13,6 +15,8 @@
 #include "host/notifications.h"
 #include "host/owned.h"
 #include "host/path_config.h"
+#include "host/render_element.h"
+#include "host/scene.h"
 #include "host/script_properties.h"
 #include "host/settings.h"
 #include "host/undo.h"
@@ -36,6 +40,9 @@ class Application {
 #ifndef _WIN32
     WindowTree windows;
 #endif
+    Scene scene;
+    // By RenderSettingID.
+    std::array<RenderElementManager, 2> elements;
     UndoStack undo;
     // Null when none is assigned.
     Owned<Renderer> renderer;
@@ -48,9 +55,9 @@ class Application {
 // Single-threaded, as all of the host's interfaces are.
 Application& App();
 
-// Destroys the effects, the renderer and the undo steps while the application still answers them,
-// and starts a new one. Also sets gammaMgr to what an application starts with: on, gamma 2.2, no
-// dither.
+// Destroys the undo steps, the effects, the renderer, the render elements and the scene, in this
+// order, while the application still answers them, and starts a new one. Also sets gammaMgr to what
+// an application starts with: on, gamma 2.2, no dither.
 void ResetApplication();
 
 }  // namespace host

@@ -1,6 +1,7 @@
 #include "host/core_interface.h"
 
 #include "host/application.h"
+#include "host/target_lifetime.h"
 
 namespace host {
 namespace {
@@ -68,6 +69,36 @@ void CoreInterface::SetRendSaveFile(BOOL on) {
 }
 BOOL CoreInterface::GetRendEffects() {
     return App().settings.render.effects;
+}
+
+BOOL CoreInterface::GetRendHidden() {
+    return App().settings.render.hidden;
+}
+
+IRenderElementMgr* CoreInterface::GetRenderElementMgr(RenderSettingID id) {
+    auto& managers = App().elements;
+    const auto index = static_cast<std::size_t>(id);
+    return index < managers.size() ? &managers[index] : nullptr;
+}
+
+IRenderElementMgr* CoreInterface::GetCurRenderElementMgr() {
+    return GetRenderElementMgr(App().settings.render.current);
+}
+
+ILayerManager* CoreInterface::GetLayerManager() {
+    return TheLayerManager();
+}
+
+void* CoreInterface::CreateInstance(SClass_ID superID, Class_ID classID) {
+    void* made = App().classes.CreateInstance(superID, classID);
+    if (made && superID == REF_TARGET_CLASS_ID) {
+        LiveByReferences(*static_cast<ReferenceTarget*>(made));
+    }
+    return made;
+}
+
+void CoreInterface::SetSaveRequired() {
+    App().settings.saveRequired = true;
 }
 
 int CoreInterface::NumEffects() {

@@ -23,6 +23,14 @@ class CoreInterface final : public Interface {
     BOOL GetRendSaveFile() override;
     void SetRendSaveFile(BOOL on) override;
     BOOL GetRendEffects() override;
+    BOOL GetRendHidden() override;
+    // Null for an id that isn't there.
+    IRenderElementMgr* GetRenderElementMgr(RenderSettingID id) override;
+    IRenderElementMgr* GetCurRenderElementMgr() override;
+    ILayerManager* GetLayerManager() override;
+    // Of a target (REF_TARGET_CLASS_ID) the pointer is a ReferenceTarget's.
+    void* CreateInstance(SClass_ID superID, Class_ID classID) override;
+    void SetSaveRequired() override;
     int NumEffects() override;
     // Null for an index out of range.
     Effect* GetEffect(int index) override;

@@ -1,5 +1,7 @@
 #include "host/host_renderer.h"
 
+#include <utility>
+
 #include "host/param_block.h"
 
 namespace host {
@@ -50,6 +52,16 @@ int HostRenderer::NumParamBlocks() {
 
 IParamBlock2* HostRenderer::GetParamBlock(int index) {
     return index == VRAY_BLOCK ? block_ : nullptr;
+}
+
+BaseInterface* HostRenderer::GetInterface(Interface_ID id) {
+    return id == VRAY_FRAME_BUFFER_INTERFACE ? frameBuffer_.get() : nullptr;
+}
+
+void HostRenderer::SetFrameBuffer(std::shared_ptr<VRayFrameBuffer> frameBuffer) {
+    if (id_ == VRAY_CLASS_ID) {
+        frameBuffer_ = std::move(frameBuffer);
+    }
 }
 
 RefTargetHandle HostRenderer::GetReference(int which) {

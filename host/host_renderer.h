@@ -1,15 +1,15 @@
 // A renderer as effects see it: its class, its parameter block and its script properties.
 #pragma once
 
-#include <optional>
-#include <string>
+#include <memory>
 
 #include <iparamb2.h>
 #include <maxscript/maxscript.h>
 #include <render.h>
+#include <rendererclasses.h>
 
-#include "host/renderer_ids.h"
 #include "host/script_properties.h"
+#include "host/vray_frame_buffer.h"
 
 namespace host {
 
@@ -37,10 +37,16 @@ class HostRenderer final : public Renderer {
     SClass_ID SuperClassID() override { return RENDERER_CLASS_ID; }
     int NumParamBlocks() override;
     IParamBlock2* GetParamBlock(int index) override;
+    // VRAY_FRAME_BUFFER_INTERFACE while a frame buffer is set.
+    using Renderer::GetInterface;
+    BaseInterface* GetInterface(Interface_ID id) override;
     int NumRefs() override { return 1; }
     RefTargetHandle GetReference(int which) override;
     RefResult NotifyRefChanged(const Interval& changeInt, RefTargetHandle hTarget, PartID& partID,
                                RefMessage message, BOOL propagate) override;
+
+    // V-Ray's alone has one; null for none.
+    void SetFrameBuffer(std::shared_ptr<VRayFrameBuffer> frameBuffer);
 
     // What scripts see as "renderers.current.NAME".
     ScriptProperties properties;
@@ -50,6 +56,7 @@ class HostRenderer final : public Renderer {
 
     Class_ID id_;
     IParamBlock2* block_ = nullptr;
+    std::shared_ptr<VRayFrameBuffer> frameBuffer_;
 };
 
 }  // namespace host

@@ -9,11 +9,15 @@
 namespace host {
 namespace {
 
-constexpr std::size_t COMPONENTS = 4;
+// Of the pixels that are read.
+constexpr int COMPONENTS = 4;
 
 // A row of pixels as the row of components that it is.
 static_assert(sizeof(BMM_Color_64) == COMPONENTS * sizeof(std::uint16_t));
 static_assert(sizeof(BMM_Color_fl) == COMPONENTS * sizeof(float));
+
+// Pixels whose stored components are converted at once: few enough to stay in the first cache.
+constexpr std::size_t PIXELS_AT_ONCE = 512;
 
 void Convert(const HalfPixels& pixels, std::size_t first, std::size_t count, std::uint16_t* out) {
     HalfRowToUnsigned16(pixels.components.data() + first, out, count);
@@ -45,7 +49,7 @@ bool ImageStorage::Contains(int x, int y, int pixels) const {
 std::size_t ImageStorage::FirstComponent(int x, int y) const {
     return (static_cast<std::size_t>(y) * static_cast<std::size_t>(format_.width) +
             static_cast<std::size_t>(x)) *
-           COMPONENTS;
+           static_cast<std::size_t>(format_.components);
 }
 
 template <class Component>
@@ -53,10 +57,27 @@ int ImageStorage::Read(int x, int y, int pixels, Component* out) const {
     if (!Contains(x, y, pixels)) {
         return 0;
     }
+    const auto components = static_cast<std::size_t>(format_.components);
+    auto count = static_cast<std::size_t>(pixels);
     std::visit(
         [&](const auto& store) {
-            Convert(store, FirstComponent(x, y), static_cast<std::size_t>(pixels) * COMPONENTS,
-                    out);
+            std::size_t first = FirstComponent(x, y);
+            if (components == COMPONENTS) {
+                Convert(store, first, count * COMPONENTS, out);
+                return;
+            }
+            Component stored[PIXELS_AT_ONCE * 3];
+            for (; count > 0; out += PIXELS_AT_ONCE * COMPONENTS) {
+                const std::size_t now = std::min(count, PIXELS_AT_ONCE);
+                Convert(store, first, now * components, stored);
+                if (components == 1) {
+                    GreyToPixels(stored, out, now);
+                } else {
+                    ColorsToPixels(stored, out, now);
+                }
+                first += now * components;
+                count -= now;
+            }
         },
         pixels_);
     return 1;
@@ -68,6 +89,19 @@ int ImageStorage::GetLinearPixels(int x, int y, int pixels, BMM_Color_64* ptr) {
 
 int ImageStorage::GetLinearPixels(int x, int y, int pixels, BMM_Color_fl* ptr) {
     return Read(x, y, pixels, &ptr->r);
+}
+
+void* ImageStorage::GetChannel(ULONG channelID, ULONG& chanType) {
+    chanType = channelID;
+    return gbuffer_ ? gbuffer_->GetChannel(channelID, chanType) : nullptr;
+}
+
+bool ImageStorage::SetGBuffer(std::unique_ptr<FragmentBuffer> gbuffer) {
+    if (gbuffer && (gbuffer->Width() != format_.width || gbuffer->Height() != format_.height)) {
+        return false;
+    }
+    gbuffer_ = std::move(gbuffer);
+    return true;
 }
 
 void ImageStorage::RoundHalfsTo16Bits() {
@@ -87,10 +121,15 @@ void ImageStorage::RoundHalfsTo16Bits() {
 
 Owned<ImageBitmap> ImageBitmap::Make(const ImageFormat& format, std::size_t components,
                                      Pixels pixels) {
-    const bool valid = format.width > 0 && format.height > 0 && format.aspect > 0.0F &&
-                       components / COMPONENTS / static_cast<std::size_t>(format.width) ==
-                           static_cast<std::size_t>(format.height) &&
-                       components % (COMPONENTS * static_cast<std::size_t>(format.width)) == 0;
+    const bool known =
+        format.components == 1 || format.components == 3 || format.components == COMPONENTS;
+    if (!known || format.width <= 0 || format.height <= 0 || !(format.aspect > 0.0F)) {
+        return nullptr;
+    }
+    const std::size_t row =
+        static_cast<std::size_t>(format.width) * static_cast<std::size_t>(format.components);
+    const bool valid =
+        components / row == static_cast<std::size_t>(format.height) && components % row == 0;
     return Owned<ImageBitmap>(valid ? new ImageBitmap(format, std::move(pixels)) : nullptr);
 }
 

@@ -328,6 +328,10 @@ ReferenceTarget* ParamBlock::GetReferenceTarget(ParamID id, TimeValue t, int tab
                : nullptr;
 }
 
+INode* ParamBlock::GetINode(ParamID id, TimeValue t, int tabIndex) {
+    return dynamic_cast<INode*>(GetReferenceTarget(id, t, tabIndex));
+}
+
 // Writing
 
 std::optional<ParamBlock::Value> ParamBlock::Incoming(const Parameter& parameter, TimeValue t,

@@ -1,7 +1,6 @@
 // The parameter block engine: the values of one object, described by its ParamBlockDesc2.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <variant>
@@ -24,6 +23,9 @@ namespace host {
 // Tables without P_VARIABLE_SIZE keep their size. Accessors see every value that comes in or goes
 // out, but neither defaults nor what undo brings back.
 //
+// A target without an owner (Interface::CreateInstance) that leaves its last parameter is
+// destroyed, unless an undo step holds it.
+//
 // While theHold holds, each change of a parameter puts an object with the parameter's values. To
 // take a change of a table's shape back calls TabChanged with tab_setcount (tab_sort for one that
 // kept the size).
@@ -41,6 +43,8 @@ class ParamBlock final : public IParamBlock2 {
     float GetFloat(ParamID id, TimeValue t, int tabIndex) override;
     const MCHAR* GetStr(ParamID id, TimeValue t, int tabIndex) override;
     ReferenceTarget* GetReferenceTarget(ParamID id, TimeValue t, int tabIndex) override;
+    // Null for a target that is no node.
+    INode* GetINode(ParamID id, TimeValue t, int tabIndex) override;
 
     BOOL SetValue(ParamID id, TimeValue t, int v, int tabIndex) override;
     BOOL SetValue(ParamID id, TimeValue t, float v, int tabIndex) override;
@@ -57,10 +61,8 @@ class ParamBlock final : public IParamBlock2 {
     // -1.
     int Insert(ParamID id, int at, int count, ReferenceTarget** values);
     int Insert(ParamID id, int at, int count, const MCHAR** values);
-    // Sorts a table of targets by a strict order; equal entries keep theirs. FALSE for no such
-    // table.
-    BOOL Sort(ParamID id,
-              const std::function<bool(ReferenceTarget* left, ReferenceTarget* right)>& before);
+    // Does nothing for an id that is no table of targets.
+    void Sort(ParamID id, CompareFnc compare) override;
 
     ParamID LastNotifyParamID(int& tabIndex) override;
 

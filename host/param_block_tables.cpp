@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/param_block.h"
+#include "host/target_lifetime.h"
 
 namespace host {
 
@@ -94,6 +95,8 @@ int ParamBlock::InsertValues(Parameter& parameter, int at, const std::vector<PB2
             parameter.entries[static_cast<std::size_t>(at) + static_cast<std::size_t>(index)] =
                 std::move(value);
         } else if (!StoreTarget(parameter, at + index, std::get<ReferenceTarget*>(value))) {
+            // Targets that couldn't come in stay the caller's.
+            const TargetLifetime::Pause pause;
             RemoveEntries(parameter, at, count);
             return -1;
         }
@@ -129,23 +132,25 @@ void ParamBlock::RemoveEntries(Parameter& parameter, int start, int count) {
     parameter.entries.erase(first, first + count);
 }
 
-BOOL ParamBlock::Sort(
-    ParamID id, const std::function<bool(ReferenceTarget* left, ReferenceTarget* right)>& before) {
+void ParamBlock::Sort(ParamID id, CompareFnc compare) {
     Parameter* parameter = Find(id);
-    if (!parameter || !parameter->IsTable() || parameter->kind != Kind::Target) {
-        return FALSE;
+    if (!parameter || !parameter->IsTable() || parameter->kind != Kind::Target || !compare) {
+        return;
     }
+    std::vector<ReferenceTarget*> targets;
+    for (const Value& entry : parameter->entries) {
+        targets.push_back(std::get<ReferenceTarget*>(entry));
+    }
+    std::stable_sort(targets.begin(), targets.end(),
+                     [compare](ReferenceTarget* const& left, ReferenceTarget* const& right) {
+                         return compare(&left, &right) < 0;
+                     });
     std::optional<HeldValues> unsorted = SnapshotIfHolding(*parameter);
     // The same targets in another order: nobody's list of dependents changes.
-    std::stable_sort(parameter->entries.begin(), parameter->entries.end(),
-                     [&](const Value& left, const Value& right) {
-                         return before(std::get<ReferenceTarget*>(left),
-                                       std::get<ReferenceTarget*>(right));
-                     });
+    std::copy(targets.begin(), targets.end(), parameter->entries.begin());
     PutUndo(*parameter, 0, Shape::Changed, std::move(unsorted));
     TellTableChanged(*parameter, tab_sort, 0, Count(id));
     TellChanged(*parameter, 0, FOREVER, PART_ALL, REFMSG_CHANGE);
-    return TRUE;
 }
 
 }  // namespace host

@@ -125,6 +125,55 @@ void Unsigned16ToFloat(const std::uint16_t* in, float* out, std::size_t componen
     });
 }
 
+// The last pixels, which fill no vector, go one by one.
+template <class Component>
+HWY_INLINE void SpreadGrey(const Component* HWY_RESTRICT greys, Component* HWY_RESTRICT out,
+                           std::size_t pixels, Component one) {
+    const hn::ScalableTag<Component> tag;
+    const std::size_t lanes = hn::Lanes(tag);
+    std::size_t at = 0;
+    for (; at + lanes <= pixels; at += lanes) {
+        const auto grey = hn::LoadU(tag, greys + at);
+        hn::StoreInterleaved4(grey, grey, grey, hn::Set(tag, one), tag, out + 4 * at);
+    }
+    for (; at < pixels; ++at) {
+        std::fill_n(out + 4 * at, 3, greys[at]);
+        out[4 * at + 3] = one;
+    }
+}
+
+template <class Component>
+HWY_INLINE void SpreadColors(const Component* HWY_RESTRICT colors, Component* HWY_RESTRICT out,
+                             std::size_t pixels, Component one) {
+    const hn::ScalableTag<Component> tag;
+    const std::size_t lanes = hn::Lanes(tag);
+    std::size_t at = 0;
+    for (; at + lanes <= pixels; at += lanes) {
+        hn::Vec<decltype(tag)> r;
+        hn::Vec<decltype(tag)> g;
+        hn::Vec<decltype(tag)> b;
+        hn::LoadInterleaved3(tag, colors + 3 * at, r, g, b);
+        hn::StoreInterleaved4(r, g, b, hn::Set(tag, one), tag, out + 4 * at);
+    }
+    for (; at < pixels; ++at) {
+        std::copy_n(colors + 3 * at, 3, out + 4 * at);
+        out[4 * at + 3] = one;
+    }
+}
+
+void GreyToPixels16(const std::uint16_t* greys, std::uint16_t* out, std::size_t pixels) {
+    SpreadGrey<std::uint16_t>(greys, out, pixels, 0xffff);
+}
+void GreyToPixelsFloat(const float* greys, float* out, std::size_t pixels) {
+    SpreadGrey(greys, out, pixels, 1.0F);
+}
+void ColorsToPixels16(const std::uint16_t* colors, std::uint16_t* out, std::size_t pixels) {
+    SpreadColors<std::uint16_t>(colors, out, pixels, 0xffff);
+}
+void ColorsToPixelsFloat(const float* colors, float* out, std::size_t pixels) {
+    SpreadColors(colors, out, pixels, 1.0F);
+}
+
 }  // namespace host::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -135,6 +184,10 @@ HWY_EXPORT(HalfToUnsigned16);
 HWY_EXPORT(FloatToUnsigned16);
 HWY_EXPORT(HalfToFloat);
 HWY_EXPORT(Unsigned16ToFloat);
+HWY_EXPORT(GreyToPixels16);
+HWY_EXPORT(GreyToPixelsFloat);
+HWY_EXPORT(ColorsToPixels16);
+HWY_EXPORT(ColorsToPixelsFloat);
 
 void HalfRowToUnsigned16(const std::uint16_t* halfs, std::uint16_t* out, std::size_t components) {
     HWY_DYNAMIC_DISPATCH(HalfToUnsigned16)(halfs, out, components);
@@ -150,6 +203,22 @@ void HalfRowToFloat(const std::uint16_t* halfs, float* out, std::size_t componen
 
 void Unsigned16RowToFloat(const std::uint16_t* in, float* out, std::size_t components) {
     HWY_DYNAMIC_DISPATCH(Unsigned16ToFloat)(in, out, components);
+}
+
+void GreyToPixels(const std::uint16_t* greys, std::uint16_t* out, std::size_t pixels) {
+    HWY_DYNAMIC_DISPATCH(GreyToPixels16)(greys, out, pixels);
+}
+
+void GreyToPixels(const float* greys, float* out, std::size_t pixels) {
+    HWY_DYNAMIC_DISPATCH(GreyToPixelsFloat)(greys, out, pixels);
+}
+
+void ColorsToPixels(const std::uint16_t* colors, std::uint16_t* out, std::size_t pixels) {
+    HWY_DYNAMIC_DISPATCH(ColorsToPixels16)(colors, out, pixels);
+}
+
+void ColorsToPixels(const float* colors, float* out, std::size_t pixels) {
+    HWY_DYNAMIC_DISPATCH(ColorsToPixelsFloat)(colors, out, pixels);
 }
 
 }  // namespace host

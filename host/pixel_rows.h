@@ -21,4 +21,11 @@ void HalfRowToFloat(const std::uint16_t* halfs, float* out, std::size_t componen
 // The float nearest to v / 65535, so that the way back gives v again.
 void Unsigned16RowToFloat(const std::uint16_t* in, float* out, std::size_t components);
 
+// Whole pixels of R, G, B, A out of grey or of R, G, B: the alpha is 1 (65535 in 16 bits), a grey
+// is all colours. `pixels` counts pixels.
+void GreyToPixels(const std::uint16_t* greys, std::uint16_t* out, std::size_t pixels);
+void GreyToPixels(const float* greys, float* out, std::size_t pixels);
+void ColorsToPixels(const std::uint16_t* colors, std::uint16_t* out, std::size_t pixels);
+void ColorsToPixels(const float* colors, float* out, std::size_t pixels);
+
 }  // namespace host

@@ -4,6 +4,7 @@
 #include <ref.h>
 
 #include "host/param_block.h"
+#include "host/target_lifetime.h"
 
 namespace {
 
@@ -97,8 +98,13 @@ RefResult ReferenceMaker::ReplaceReference(int which, RefTargetHandle target) {
     if (old) {
         EraseOne(old->dependents_, this);
         auto* block = dynamic_cast<host::ParamBlock*>(old);
-        if (block && block->GetOwner() == this && !Holds(old->dependents_, this)) {
-            block->DeleteThis();
+        const bool dropsItsBlock =
+            block && block->GetOwner() == this && !Holds(old->dependents_, this);
+        const bool dropsTheLast =
+            old->livesByReferences_ && old->dependents_.empty() && !TargetLifetime::IsPaused();
+        if (dropsItsBlock || dropsTheLast) {
+            old->livesByReferences_ = false;
+            old->DeleteThis();
         }
     }
     return REF_SUCCEED;
@@ -140,6 +146,8 @@ void ReferenceTarget::NotifyDependents(const Interval& changeInt, PartID partID,
 
 RefResult ReferenceTarget::DeleteAllRefsToMe() {
     Walk::End(this);
+    // It is about to be destroyed already.
+    livesByReferences_ = false;
     while (!dependents_.empty()) {
         ReferenceMaker* maker = dependents_.front();
         PartID part = PART_ALL;

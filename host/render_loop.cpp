@@ -6,9 +6,9 @@
 #include <iterator>
 
 #include <notify.h>
+#include <rendererclasses.h>
 
 #include "host/application.h"
-#include "host/renderer_ids.h"
 
 namespace host {
 namespace {
@@ -112,9 +112,13 @@ class RenderRun {
         context.devWidth = settings.width;
         context.devHeight = settings.height;
         context.time = App().settings.time;
+        context.elementMgr = GetCOREInterface()->GetCurRenderElementMgr();
+        App().scene.AssignRenderIDs();
         Broadcast(NOTIFY_PRE_RENDERFRAME, &context);
 
         const Owned<ImageBitmap> bitmap = Provide(job_, report.frame, report.error);
+        // The provider may have brought new nodes.
+        App().scene.AssignRenderIDs();
         if (bitmap) {
             context.devWidth = bitmap->Storage()->Width();
             context.devHeight = bitmap->Storage()->Height();
@@ -148,6 +152,16 @@ class RenderRun {
 };
 
 }  // namespace
+
+DWORD RequiredGBufferChannels(TimeValue t) {
+    DWORD channels = 0;
+    for (const auto& effect : App().effects) {
+        if (App().settings.render.effects && effect->Active(t)) {
+            channels |= effect->GBufferChannelsRequired(t);
+        }
+    }
+    return channels;
+}
 
 RenderReport RenderFrames(const RenderJob& job) {
     return RenderRun(job).Run();

@@ -58,6 +58,11 @@ struct RenderReport {
     bool aborted = false;
 };
 
+// BMM_CHAN_ bits of the channels that the active effects read of a frame's G-Buffer; none while
+// render effects are off.
+DWORD RequiredGBufferChannels(TimeValue t);
+
+// Nodes of the scene have their render ids before a frame is asked for and before effects see it.
 // Sets the application's time type, and its time to each frame's, and leaves them so. What happens:
 // NOTIFY_PRE_RENDER; RenderBegin of the active effects; for each frame NOTIFY_PRE_RENDERFRAME, the
 // provider, SupportsBitmap, Apply of the active effects if render effects are on and the effect

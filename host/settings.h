@@ -27,6 +27,10 @@ struct RenderSettings {
     BOOL saveFile = FALSE;
     // Whether render effects run at all.
     bool effects = true;
+    // Hidden objects are rendered.
+    bool hidden = false;
+    // The set of settings that is rendered with: whose render elements are the current ones.
+    RenderSettingID current = RS_Production;
     // The render is only a preview.
     bool preview = false;
     // Frames are refined in passes ("maxops.rendUseIterative").
@@ -44,6 +48,8 @@ struct Settings {
     int frameRate = 30;
     // Without its folder; empty for a scene that was never saved.
     MSTR sceneFileName;
+    // The scene was changed and wants saving.
+    bool saveRequired = false;
     // Null without windows.
     HWND mainWindow = nullptr;
     // Makes Random repeat itself from run to run: the n-th generator made gets the n-th seed from

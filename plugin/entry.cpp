@@ -1,5 +1,7 @@
 #include "plugin/entry.h"
 
+#include "effect/psd_output.h"
+#include "effect/sync_render_elements.h"
 #include "plugin/class_descriptors.h"
 #include "psdfile/deflate_functions.h"
 
@@ -26,6 +28,15 @@ namespace plugin {
 
 std::span<const parameters::Row> EffectParameters() {
     return parameters::effectRows;
+}
+
+std::span<const parameters::Row> LayerParameters() {
+    return parameters::layerRows;
+}
+
+void SyncRenderElements(Effect& effect) {
+    constexpr int productionList = 0;
+    effect::SyncRenderElements(static_cast<effect::PSDOutput&>(effect), productionList);
 }
 
 void UseDeflate(int (*deflateInit2)(z_streamp, int, int, int, int, int, const char*, int),

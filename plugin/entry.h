@@ -1,5 +1,5 @@
 // What the library offers: the four entry points that the host calls, and for a host of our own the
-// table of parameters and the choice of the deflate implementation.
+// tables of parameters, the list of render elements, and the choice of the deflate implementation.
 #pragma once
 
 #include <plugapi.h>
@@ -8,6 +8,8 @@
 #include <span>
 
 #include "plugin/parameters.h"
+
+class Effect;
 
 // Never null.
 const MCHAR* LibDescription();
@@ -20,6 +22,12 @@ ULONG LibVersion();
 namespace plugin {
 
 std::span<const parameters::Row> EffectParameters();
+// Those of one render element in the effect.
+std::span<const parameters::Row> LayerParameters();
+
+// Brings the effect's list of render elements (`layersProduction`) up to date with the host's, as
+// opening its panel does. `effect` is of the class LibClassDesc(0).
+void SyncRenderElements(Effect& effect);
 
 // Puts other functions of zlib's signatures behind every ZIP-compressed channel from now on. Their
 // output must be one zlib stream of the window that deflateInit2_ was asked for. No pointer may be

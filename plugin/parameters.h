@@ -175,6 +175,17 @@ inline constexpr Choice compatibilityChoices[] = {
     {0, "Minimize Filesize (Reduced compatibility)"},
 };
 inline constexpr Choice renderSettingChoices[] = {{0, "0"}, {1, "1"}};
+// By number; psdfile/blend_keys.h has their keys.
+inline constexpr Choice blendModes[] = {
+    {0, "Normal"},         {1, "Dissolve"},           {2, "Darken"},        {3, "Multiply"},
+    {4, "Color Burn"},     {5, "Linear Burn"},        {6, "Lighten"},       {7, "Screen"},
+    {8, "Color Dodge"},    {9, "Linear Dodge (Add)"}, {10, "Overlay"},      {11, "Soft Light"},
+    {12, "Hard Light"},    {13, "Vivid Light"},       {14, "Linear Light"}, {15, "Pin Light"},
+    {16, "Difference"},    {17, "Exclusion"},         {18, "Hue"},          {19, "Saturation"},
+    {20, "Color"},         {21, "Luminosity"},        {22, "Hard Mix"},     {23, "Darker Color"},
+    {24, "Lighter Color"}, {25, "Subtract"},          {26, "Divide"},
+};
+
 inline constexpr Choice elementOutputChoices[] = {{0, "Layer"}, {1, "Channel"}};
 
 // The rollups of the effect, in the order in which they are added.
@@ -439,7 +450,8 @@ inline constexpr auto layerRows = std::to_array<Row>({
     Bool(6, "premultiply", true, "Colours stay premultiplied by alpha")
         .In(elementDetail, ControlKind::CheckBox, 1092)
         .Unbound(),
-    Int(3, "blendingMode", 0, "Blend mode number of the layer")
+    Int(3, "blendingMode", 0, "Blend mode of the layer")
+        .OneOf(blendModes)
         .In(elementDetail, ControlKind::Combo, 1045)
         .Unbound(),
     Int(7, "outputAs", 0, "What the element becomes")

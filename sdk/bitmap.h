@@ -41,6 +41,14 @@ class BitmapStorage {
     virtual DWORD ChannelsPresent() { return 0; }
     // Null when the bitmap has none. Owned by the storage.
     virtual GBuffer* GetGBuffer() { return nullptr; }
+    // The values of one G-Buffer channel (a BMM_CHAN_ bit) for the first fragment of each pixel,
+    // rows from the top without gaps, in the channel's type; its BMM_CHAN_ bit goes to `chanType`.
+    // A pixel without fragments has 0, and 65535 as node render id. Owned by the storage. Null when
+    // the channel isn't there or isn't kept so.
+    virtual void* GetChannel(ULONG channelID, ULONG& chanType) {
+        chanType = channelID;
+        return nullptr;
+    }
 };
 
 class Bitmap {

@@ -29,6 +29,8 @@ struct PB2Value {
     };
 };
 
+using CompareFnc = int (*)(const void*, const void*);
+
 enum tab_changes : int {
     tab_insert = 0,
     tab_append = 1,
@@ -128,7 +130,9 @@ class ParamBlockDesc2 {
 
 // The values of one object. A reference target of its owner: a change is told to the owner through
 // NotifyRefChanged with REFMSG_CHANGE. Calls for an id or table index that isn't there fail: reads
-// give 0 or null, writes FALSE. Values out of a parameter's range are clamped to it.
+// give 0 or null, writes FALSE. Values out of a parameter's range are clamped to it. Targets are
+// references of the block: one without an owner (Interface::CreateInstance) that leaves its last
+// parameter is destroyed, unless undo can bring it back.
 class IParamBlock2 : public ReferenceTarget {
   public:
     virtual ParamBlockDesc2* GetDesc() = 0;
@@ -141,6 +145,7 @@ class IParamBlock2 : public ReferenceTarget {
     // again.
     virtual const MCHAR* GetStr(ParamID id, TimeValue t = 0, int tabIndex = 0) = 0;
     virtual ReferenceTarget* GetReferenceTarget(ParamID id, TimeValue t = 0, int tabIndex = 0) = 0;
+    virtual INode* GetINode(ParamID id, TimeValue t = 0, int tabIndex = 0) = 0;
 
     virtual BOOL SetValue(ParamID id, TimeValue t, int v, int tabIndex = 0) = 0;
     virtual BOOL SetValue(ParamID id, TimeValue t, float v, int tabIndex = 0) = 0;
@@ -155,6 +160,9 @@ class IParamBlock2 : public ReferenceTarget {
     virtual int Append(ParamID id, int count, const MCHAR** values, int allocN = 0) = 0;
     // The number of entries left, or -1.
     virtual int Delete(ParamID id, int start, int num) = 0;
+    // `compare` gets pointers to two entries of a table of targets (ReferenceTarget**) and answers
+    // like strcmp. Stable.
+    virtual void Sort(ParamID id, CompareFnc compare) = 0;
 
     // Inside NotifyRefChanged: the parameter that changed, and its table index (-1 for no table).
     // -1 outside.

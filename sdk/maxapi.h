@@ -6,6 +6,14 @@
 #include "render.h"
 
 class Effect;
+class ILayerManager;
+class IRenderElementMgr;
+
+// The sets of render settings that the host keeps.
+enum RenderSettingID : int {
+    RS_Production = 0,
+    RS_Draft = 1,
+};
 
 // What Interface::GetRendTimeType says is rendered.
 enum : int {
@@ -62,6 +70,22 @@ class Interface {
     virtual void SetRendSaveFile(BOOL on) = 0;
     // Whether render effects run at all.
     virtual BOOL GetRendEffects() = 0;
+    // Whether hidden objects are rendered.
+    virtual BOOL GetRendHidden() = 0;
+    // The render elements of a set of settings, and of the one that is current; null when there are
+    // none.
+    virtual IRenderElementMgr* GetRenderElementMgr(RenderSettingID id) = 0;
+    virtual IRenderElementMgr* GetCurRenderElementMgr() = 0;
+
+    // The scene's layers; null when the host has no scene.
+    virtual ILayerManager* GetLayerManager() = 0;
+
+    // A new object of a class that the host knows, to be destroyed with DeleteThis; null for one
+    // that it doesn't. A target (REF_TARGET_CLASS_ID) that was referred to is the host's: it goes
+    // when the last reference to it is dropped.
+    virtual void* CreateInstance(SClass_ID superID, Class_ID classID) = 0;
+    // The scene was changed and wants saving.
+    virtual void SetSaveRequired() = 0;
 
     virtual int NumEffects() = 0;
     virtual Effect* GetEffect(int index) = 0;
@@ -75,3 +99,7 @@ class Interface {
 
 // The host's own; lives as long as the process.
 Interface* GetCOREInterface();
+
+// Compares names without regard to case, and digits in them by the numbers' values: "Box2" comes
+// before "box10". Below, equal to or above 0.
+int MaxAlphaNumCompI(const MCHAR* left, const MCHAR* right);

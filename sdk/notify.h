@@ -8,6 +8,19 @@ constexpr int NOTIFY_POST_RENDER = 21;
 // callParam is the frame's RenderGlobalContext*.
 constexpr int NOTIFY_PRE_RENDERFRAME = 22;
 constexpr int NOTIFY_POST_RENDERFRAME = 23;
+// callParam is the set's name, a const MCHAR*.
+constexpr int NOTIFY_NAMED_SEL_SET_CREATED = 184;
+constexpr int NOTIFY_NAMED_SEL_SET_DELETED = 185;
+// callParam is a NameChange*. The set has the new name already.
+constexpr int NOTIFY_NAMED_SEL_SET_RENAMED = 188;
+// Around an edit of a set, which the host makes by deleting it and creating it again.
+constexpr int NOTIFY_NAMED_SEL_SET_PRE_MODIFY = 202;
+constexpr int NOTIFY_NAMED_SEL_SET_POST_MODIFY = 203;
+
+struct NameChange {
+    const MCHAR* oldname;
+    const MCHAR* newname;
+};
 
 struct NotifyInfo {
     int intcode = 0;

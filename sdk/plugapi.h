@@ -8,6 +8,7 @@ using SClass_ID = DWORD;
 constexpr SClass_ID REF_TARGET_CLASS_ID = 0x200;
 constexpr SClass_ID RENDERER_CLASS_ID = 0xF00;
 constexpr SClass_ID RENDER_EFFECT_CLASS_ID = 0x1090;
+constexpr SClass_ID RENDER_ELEMENT_CLASS_ID = 0x1150;
 
 class Class_ID {
   public:
@@ -36,4 +37,20 @@ class ClassDesc {
     virtual const MCHAR* Category() = 0;
     // Fixed and not localised; the name of the class for scripts. Null for none.
     virtual const MCHAR* InternalName() { return nullptr; }
+};
+
+class Interface_ID {
+  public:
+    constexpr Interface_ID(DWORD a, DWORD b) : a_(a), b_(b) {}
+    friend constexpr bool operator==(const Interface_ID&, const Interface_ID&) = default;
+
+  private:
+    DWORD a_;
+    DWORD b_;
+};
+
+// What an object offers beside its class, told by an id. The object owns it.
+class BaseInterface {
+  protected:
+    virtual ~BaseInterface() = default;
 };

@@ -1,6 +1,7 @@
 // Objects, and the references between them by which a change is told to all who depend on it.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "interval.h"
@@ -23,6 +24,17 @@ constexpr PartID PART_ALL = 0xffffffff;
 
 enum RefResult { REF_FAIL, REF_SUCCEED, REF_STOP };
 
+// Data that a class other than the object's own keeps on the object; saved with it.
+struct AppDataChunk {
+    Class_ID classID;
+    SClass_ID superClassID;
+    DWORD subID;
+    // Bytes.
+    DWORD length;
+    // Of the host's heap (maxheap.h).
+    void* data;
+};
+
 class Animatable {
   public:
     Animatable() = default;
@@ -39,15 +51,28 @@ class Animatable {
     virtual IParamBlock2* GetParamBlock(int) { return nullptr; }
     virtual IParamBlock2* GetParamBlockByID(BlockID) { return nullptr; }
 
+    // Null for an interface that the object doesn't have.
+    virtual void* GetInterface(ULONG) { return nullptr; }
+    virtual BaseInterface* GetInterface(Interface_ID) { return nullptr; }
+
+    // Chunks are told apart by the three ids. `data` (of the host's heap) then belongs to the
+    // object. Takes the place of a chunk of the same ids.
+    void AddAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid, DWORD length, void* data);
+    // Null when there is none. Valid until it is removed.
+    AppDataChunk* GetAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid);
+    // FALSE when there is none.
+    BOOL RemoveAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid);
+
     void SetAFlag(DWORD mask) { flags_ |= mask; }
     void ClearAFlag(DWORD mask) { flags_ &= ~mask; }
     bool TestAFlag(DWORD mask) const { return (flags_ & mask) != 0; }
 
   protected:
-    virtual ~Animatable() = default;
+    virtual ~Animatable();
 
   private:
     DWORD flags_ = 0;
+    std::vector<std::unique_ptr<AppDataChunk>> appData_;
 };
 
 class ReferenceMaker : public Animatable {
@@ -60,7 +85,9 @@ class ReferenceMaker : public Animatable {
                                        PartID& partID, RefMessage message, BOOL propagate) = 0;
 
     // Makes reference number `which` point at `target` (null drops it), and keeps the target's
-    // list of dependents. The target's life stays with its owner.
+    // list of dependents. The target's life stays with its owner; one without an owner, as
+    // Interface::CreateInstance makes them, is destroyed with its last dependent's reference. Undo
+    // steps that may bring it back are dependents.
     RefResult ReplaceReference(int which, RefTargetHandle target);
     RefResult DeleteReference(int which) { return ReplaceReference(which, nullptr); }
     RefResult DeleteAllRefsFromMe();
@@ -82,6 +109,9 @@ class ReferenceTarget : public ReferenceMaker {
 
   private:
     friend class ReferenceMaker;
+    friend class TargetLifetime;
+    // Nobody owns the target: it goes when the last reference to it is dropped.
+    bool livesByReferences_ = false;
     // One entry a reference; a maker with two references to this target stands here twice.
     std::vector<ReferenceMaker*> dependents_;
 };

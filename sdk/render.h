@@ -3,6 +3,8 @@
 
 #include "ref.h"
 
+class IRenderElementMgr;
+
 class Renderer : public ReferenceTarget {};
 
 // The frame being rendered. Lives as long as the frame.
@@ -18,6 +20,9 @@ class RenderGlobalContext {
     BOOL fieldRender = FALSE;
     BOOL evenLines = FALSE;
     TimeValue time = 0;
+    // The render elements of this render; null when it has none.
+    IRenderElementMgr* GetRenderElementMgr() const { return elementMgr; }
+    IRenderElementMgr* elementMgr = nullptr;
 };
 
 // By this an effect tells how far it is, and learns whether the user wants it to stop.

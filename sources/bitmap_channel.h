@@ -2,42 +2,24 @@
 #pragma once
 
 #include <bitmap.h>
-#include "psdfile/channel_source.h"
 
-#include "sources/pixel_rows.h"
-#include "sources/row_buffer.h"
+#include "sources/pixel_channel.h"
 
 namespace sources {
 
 // Holds a few rows, never the image. The bitmap isn't owned and must live until the document has
 // been written. A bitmap without storage has width 0 and rows of what was there before (zeros).
-class BitmapToPSDChannel : public psdfile::PSDChannelImageDataSource {
+class BitmapToPSDChannel : public PixelChannel {
   public:
     // `channel` is a Selector. With `premultiplied` false colours are divided by alpha. With
     // `gammaCorrect` the host's file gamma is applied, if the host has it enabled.
     BitmapToPSDChannel(Bitmap* bitmap, int channel, bool premultiplied, bool gammaCorrect);
 
-    const std::uint8_t* GetRow8(std::uint32_t row) override;
-    const std::uint16_t* GetRow16(std::uint32_t row) override;
-    const float* GetRow32(std::uint32_t row) override;
-
-  protected:
-    // 8192 entries; null for none. Not owned.
-    const std::uint16_t* gammaTable = nullptr;
-    float gamma = 1.0F;
-
   private:
-    void Fetch64(std::uint32_t row);
+    void Fetch(std::uint32_t row, BMM_Color_64* pixels) override;
+    void Fetch(std::uint32_t row, BMM_Color_fl* pixels) override;
 
-    int width;
     Bitmap* bitmap;
-    RowBuffer<std::uint8_t> row8;
-    RowBuffer<std::uint16_t> row16;
-    RowBuffer<BMM_Color_64> pixels64;
-    RowBuffer<BMM_Color_fl> pixelsFloat;
-    RowBuffer<float> rowFloat;
-    PixelReading reading;
-    bool dither;
 };
 
 // The same with the sRGB curve in 8 and 16 bits, whether or not the host's gamma is enabled. Float

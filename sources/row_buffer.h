@@ -26,4 +26,12 @@ RowBuffer<Sample> MakeRow(int width) {
     return RowBuffer<Sample>(static_cast<Sample*>(memory));
 }
 
+// A document holds thousands of sources and asks each for one depth: a row is made when it is first
+// asked for. Throws as MakeRow does.
+template <class Sample>
+Sample* RowOf(RowBuffer<Sample>& row, int width) {
+    if (!row) row = MakeRow<Sample>(width);
+    return row.get();
+}
+
 }  // namespace sources

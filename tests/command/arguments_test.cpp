@@ -31,6 +31,10 @@ TEST(Arguments, SaveNeedsOnlyItsInput) {
     EXPECT_EQ(save.input, "a.exr");
     EXPECT_EQ(save.output, "");
     EXPECT_TRUE(save.settings.empty());
+    EXPECT_TRUE(save.elementSettings.empty());
+    EXPECT_FALSE(save.all);
+    EXPECT_EQ(save.scene, "");
+    EXPECT_EQ(save.renderer, "auto");
     EXPECT_EQ(save.frames, "");
     EXPECT_EQ(save.beauty, "");
     EXPECT_EQ(save.gamma, 2.2F);
@@ -40,9 +44,12 @@ TEST(Arguments, SaveNeedsOnlyItsInput) {
 }
 
 TEST(Arguments, SaveTakesAllItsOptions) {
-    const SaveArguments save = Save({"--set", "a=1", "-o", "b.psd", "in.exr", "--set", "b=x y",
-                                     "--frames", "-5--1", "--beauty", "V.Combined", "--gamma",
-                                     "1.8", "--deflate", "fast", "--progress", "lines", "-q"});
+    const SaveArguments save =
+        Save({"--set",       "a=1",       "-o",       "b.psd",      "in.exr",     "--set",
+              "b=x y",       "--frames",  "-5--1",    "--beauty",   "V.Combined", "--gamma",
+              "1.8",         "--deflate", "fast",     "--progress", "lines",      "-q",
+              "--all",       "--scene",   "s.json",   "--renderer", "vray",       "--element",
+              "x:visible=0", "--element", "y*:mask=1"});
     EXPECT_EQ(save.input, "in.exr");
     EXPECT_EQ(save.output, "b.psd");
     EXPECT_THAT(save.settings, ElementsAre("a=1", "b=x y"));
@@ -52,6 +59,10 @@ TEST(Arguments, SaveTakesAllItsOptions) {
     EXPECT_TRUE(save.fastDeflate);
     EXPECT_EQ(save.progress, "lines");
     EXPECT_TRUE(save.quiet);
+    EXPECT_TRUE(save.all);
+    EXPECT_EQ(save.scene, "s.json");
+    EXPECT_EQ(save.renderer, "vray");
+    EXPECT_THAT(save.elementSettings, ElementsAre("x:visible=0", "y*:mask=1"));
 }
 
 TEST(Arguments, AnEmptyValueIsNotTheSameAsNoOption) {
@@ -61,13 +72,18 @@ TEST(Arguments, AnEmptyValueIsNotTheSameAsNoOption) {
               "--frames: the value is empty; give one or leave --frames out");
     EXPECT_EQ(Complaint({"save", "a.exr", "--beauty", ""}),
               "--beauty: the value is empty; give one or leave --beauty out");
+    EXPECT_EQ(Complaint({"save", "a.exr", "--scene", ""}),
+              "--scene: the value is empty; give one or leave --scene out");
+    EXPECT_EQ(Complaint({"save", "a.exr", "--element", ""}),
+              "--element: the value is empty; give one or leave --element out");
     EXPECT_EQ(Complaint({"save", ""}), "INPUT: the value is empty; give one or leave INPUT out");
 }
 
 TEST(Arguments, AnOptionTakesOneValueOnly) {
-    const SaveArguments save = Save({"--set", "a=1", "in.exr"});
+    const SaveArguments save = Save({"--set", "a=1", "--element", "x:mask=1", "in.exr"});
     EXPECT_EQ(save.input, "in.exr");
     EXPECT_THAT(save.settings, ElementsAre("a=1"));
+    EXPECT_THAT(save.elementSettings, ElementsAre("x:mask=1"));
 }
 
 TEST(Arguments, ASettingsTextIsTakenAsItStands) {
@@ -97,6 +113,11 @@ TEST(Arguments, InfoAndParamsTakeTheirForms) {
     EXPECT_EQ(form({"params"}), ListingForm::Text);
     EXPECT_EQ(form({"params", "--json"}), ListingForm::Json);
     EXPECT_EQ(form({"params", "--markdown"}), ListingForm::Markdown);
+    EXPECT_FALSE(std::get<ParamsArguments>(ParseArguments({"params"})).ofElements);
+    const auto ofElements =
+        std::get<ParamsArguments>(ParseArguments({"params", "--elements", "--json"}));
+    EXPECT_TRUE(ofElements.ofElements);
+    EXPECT_EQ(ofElements.form, ListingForm::Json);
 }
 
 TEST(Arguments, HelpAndVersionAreText) {
@@ -114,8 +135,14 @@ TEST(Arguments, WrongUsageIsToldInOneLine) {
               "there is no command \"sav\"; the commands are save, info and params");
     EXPECT_EQ(Complaint({"save"}), "INPUT is required" + rest);
     EXPECT_EQ(Complaint({"save", "a", "b"}), "The following argument was not expected: b" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "--all"}),
-              "The following argument was not expected: --all" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "--al"}),
+              "The following argument was not expected: --al" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "--renderer", "x"}),
+              "--renderer: x not in {auto,vray,none}" + rest);
+    EXPECT_EQ(Complaint({"save", "a", "--element"}),
+              "--element: 1 required NAME:SETTING=VALUE missing" + rest);
+    EXPECT_EQ(Complaint({"info", "a", "--elements"}),
+              "The following argument was not expected: --elements" + rest);
     EXPECT_EQ(Complaint({"save", "a", "-o"}), "--output: 1 required FILE missing" + rest);
     EXPECT_EQ(Complaint({"save", "a", "--deflate", "slow"}),
               "--deflate: slow not in {zlib,fast}" + rest);

@@ -107,11 +107,17 @@ TEST(Beauty, APartOfTheRightNameGoesBeforeAnEarlierOne) {
               "one: R G B ");
 }
 
-TEST(Beauty, AFlatPartGoesBeforeADeepOne) {
-    EXPECT_EQ(Chosen(FileOfParts(
-                  {{"beauty", {"A", "B", "G", "R", "Z"}, true}, {"flat", {"x.B", "x.G", "x.R"}}})),
-              "x: x.R x.G x.B ");
+TEST(Beauty, AFlatPartGoesBeforeADeepOneThatFitsAsWell) {
+    EXPECT_EQ(
+        Chosen(FileOfParts({{"deep", {"A", "B", "G", "R", "Z"}, true}, {"flat", {"B", "G", "R"}}})),
+        "flat: R G B ");
     EXPECT_EQ(Chosen(FileOfParts({{"", {"A", "B", "G", "R", "Z"}, true}})), "RGBA: R G B A");
+}
+
+TEST(Beauty, ADeepPartThatFitsBetterGoesBeforeAFlatOne) {
+    EXPECT_EQ(Chosen(FileOfParts(
+                  {{"flat", {"x.B", "x.G", "x.R"}}, {"beauty", {"A", "B", "G", "R", "Z"}, true}})),
+              "beauty: R G B A");
 }
 
 TEST(Beauty, GreyIsOneChannelThreeTimes) {

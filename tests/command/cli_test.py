@@ -145,6 +145,35 @@ class CommandTest(unittest.TestCase):
         self.assertRegex(done.stderr, r"^veltrane: error: still\.exr: [^\n]+\n$")
 
     @unittest.skipUnless(LIMITS_WORK, "the sanitizers need the address space")
+    def test_a_frame_too_large_for_the_memory_is_told_as_such(self):
+        """All pixels are there, in a display window of 65535 x 65535."""
+        large = bytearray(self.still.read_bytes())
+        at = large.index(b"displayWindow\0box2i\0") + 20 + 4
+        large[at:at + 16] = struct.pack("<iiii", 0, 0, 65534, 65534)
+        self.still.write_bytes(large)
+        limit = 1 << 30
+        done = self.run_command(
+            "save", "still.exr", "--all",
+            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
+        self.assertEqual((done.returncode, done.stdout, done.stderr),
+                         (1, "", "veltrane: error: still.exr: not enough memory to read it; close "
+                                 "other programs or render it smaller\n"))
+
+    def test_all_takes_what_the_file_and_the_scene_have(self):
+        plain = self.run_command("save", "still.exr", "-o", "plain.psd")
+        done = self.run_command("save", "still.exr", "--all", "--scene",
+                                EXAMPLES / "still.scene.json", "-o", "all.psd")
+        self.assertEqual((plain.returncode, done.returncode, done.stderr), (0, 0, ""))
+        self.assertGreater((self.folder / "all.psd").stat().st_size,
+                           (self.folder / "plain.psd").stat().st_size)
+
+    def test_params_of_elements_are_what_element_takes(self):
+        told = json.loads(self.run_command("params", "--elements", "--json").stdout)
+        self.assertIn("blendingMode", [entry["name"] for entry in told])
+        done = self.run_command("save", "still.exr", "--element", "*:blendingMode=Screen")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+
+    @unittest.skipUnless(LIMITS_WORK, "the sanitizers need the address space")
     def test_a_file_size_limit_is_told_as_such(self):
         limit = 100_000
         done = self.run_command(

@@ -20,6 +20,7 @@ using exr_samples::Distinct;
 using exr_samples::Part;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::StartsWith;
 
 Picture Read(const std::string& bytes, const std::string& beauty = {}) {
@@ -280,16 +281,84 @@ TEST(ExrFile, ThePixelAspectIsKept) {
     EXPECT_EQ(Read(Part{.pixelAspect = 2.0F}).pixelAspect, 2.0F);
 }
 
-TEST(ExrFile, DeepPixelsAreRefused) {
-    const Part part{
-        .channels = {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}, {"Z", Imf::FLOAT}},
-        .deep = true};
+const std::vector<Channel> deepChannels{
+    {"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}, {"A", Imf::FLOAT}, {"Z", Imf::FLOAT}};
+
+TEST(ExrFile, DeepSamplesAreLaidOverOneAnother) {
+    // The red half in front of the opaque one stands behind it in the file.
+    const Part part{.channels = deepChannels,
+                    .deep = true,
+                    .sampleCount = [](int x, int) { return x; },
+                    .deepValues =
+                        [](const std::string& channel, int, int, int sample) {
+                            if (channel == "Z") return 10.0 - sample;
+                            if (channel == "A") return sample == 0 ? 1.0 : 0.5;
+                            return channel == "R" ? 0.5 : 0.25;
+                        }};
     const std::string bytes = exr_samples::Write(part);
-    EXPECT_EQ(Complaint(bytes),
-              "a.exr: layer \"RGB\" is deep, and deep images are not read yet; "
-              "render it flat");
-    EXPECT_THAT(Describe(bytes).warnings,
-                ElementsAre("the file is deep; deep images are not read yet"));
+    const Picture picture = Read(bytes);
+    EXPECT_FALSE(IsOfHalfs(picture));
+    EXPECT_TRUE(picture.hasAlpha);
+    EXPECT_EQ(PixelAt(picture, 0, 1), empty);
+    EXPECT_THAT(PixelAt(picture, 1, 1), ElementsAre(0.5F, 0.25F, 0.25F, 1.0F));
+    EXPECT_THAT(PixelAt(picture, 2, 1), ElementsAre(0.75F, 0.375F, 0.375F, 1.0F));
+    EXPECT_THAT(PixelAt(picture, 3, 1), ElementsAre(0.875F, 0.4375F, 0.4375F, 1.0F));
+    EXPECT_THAT(Describe(bytes).warnings, IsEmpty());
+}
+
+TEST(ExrFile, ADeepPictureLiesWhereItsDataWindowSays) {
+    for (const int tileSide : {0, 4}) {
+        for (const Window data : {Window{-3, -5, 7, 9}, Window{1, 1, 2, 1}, Window{-2, 1, 1, 9},
+                                  Window{10, 0, 12, 2}, Window{0, 10, 3, 12}}) {
+            Part part{.channels = deepChannels, .data = data, .tileSide = tileSide, .deep = true};
+            // Clamped to 1 otherwise.
+            part.values = [](const std::string& channel, int x, int y) {
+                return Distinct(channel, x, y) / 8;
+            };
+            const Picture picture = Read(part);
+            for (int y = 0; y < picture.height; ++y) {
+                for (int x = 0; x < picture.width; ++x) {
+                    auto expected = data.Contains({x, y, x, y}) ? DistinctPixel(x, y) : empty;
+                    for (float& value : expected)
+                        value /= 8;
+                    EXPECT_EQ(PixelAt(picture, x, y), expected) << x << ", " << y;
+                }
+            }
+        }
+    }
+}
+
+TEST(ExrFile, DeepSamplesWithoutAlphaAreOpaque) {
+    Part part{.channels = deepChannels, .deep = true};
+    part.channels.erase(part.channels.begin() + 3);
+    EXPECT_THAT(PixelAt(Read(part), 1, 1),
+                ElementsAre(1.0F + 9.0F / 128, 2.0F + 9.0F / 128, 3.0F + 9.0F / 128, 1.0F));
+}
+
+TEST(ExrFile, DeepPixelsThatAreNotFiniteAreCounted) {
+    const Part part{.channels = deepChannels,
+                    .deep = true,
+                    .values = [](const std::string& channel, int x, int) {
+                        return channel == "R" && x == 2 ? std::nan("") : 1.0;
+                    }};
+    const Picture picture = Read(part);
+    EXPECT_EQ(picture.notFinite, 3U);
+    EXPECT_THAT(PixelAt(picture, 2, 1), ElementsAre(0.0F, 1.0F, 1.0F, 1.0F));
+}
+
+TEST(ExrFile, DeepPixelsWithoutADepthAreRefused) {
+    const Part part{.channels = {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}},
+                    .deep = true};
+    EXPECT_EQ(Complaint(exr_samples::Write(part)),
+              "a.exr: layer \"RGB\" is deep and has no depth channel Z; render it with one or "
+              "flat");
+}
+
+TEST(ExrFile, DeepLuminanceAndChromaAreRefused) {
+    const Part part{.channels = {{"Y"}, {"RY"}, {"BY"}, {"Z", Imf::FLOAT}}, .deep = true};
+    EXPECT_EQ(Complaint(exr_samples::Write(part)),
+              "a.exr: layer \"Y RY BY\" holds luminance and chroma in a deep part, which can't be "
+              "read; convert it to RGB");
 }
 
 TEST(ExrFile, TheDescriptionTellsWhatIsThere) {
@@ -308,6 +377,15 @@ TEST(ExrFile, TheDescriptionTellsWhatIsThere) {
     EXPECT_EQ(file.layers[0].name, "RGB");
     EXPECT_EQ(file.layers[1].channels[0].type, SampleType::Float);
     EXPECT_EQ(file.layers[2].channels[0].type, SampleType::Unsigned32);
+}
+
+TEST(ExrFile, PartsOfDifferentFramesAreRefused) {
+    Part left{.name = "left"};
+    Part right{.name = "right"};
+    const std::string bytes = exr_samples::Write({left, right});
+    ASSERT_EQ(Complaint(bytes), "");
+    EXPECT_THAT(Complaint(exr_samples::WithLastDisplayWindow(bytes, {0, 0, 3, 3})),
+                HasSubstr("non-conforming shared attributes"));
 }
 
 TEST(ExrFile, ASideAbove65535IsRefusedBeforeAnythingIsAllocated) {
@@ -333,10 +411,12 @@ TEST(ExrFile, AFileThatLiesAboutItsSizeIsRefused) {
 }
 
 TEST(ExrFile, CutAnywhereItIsRefused) {
-    const std::string bytes = exr_samples::Write(Part());
-    for (std::size_t size = 4; size < bytes.size(); ++size) {
-        EXPECT_THAT(Complaint(bytes.substr(0, size)), StartsWith("a.exr: "))
-            << size << " of " << bytes.size();
+    for (const Part& part : {Part(), Part{.channels = deepChannels, .deep = true}}) {
+        const std::string bytes = exr_samples::Write(part);
+        for (std::size_t size = 4; size < bytes.size(); ++size) {
+            EXPECT_THAT(Complaint(bytes.substr(0, size)), StartsWith("a.exr: "))
+                << size << " of " << bytes.size();
+        }
     }
 }
 

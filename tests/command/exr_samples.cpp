@@ -3,7 +3,8 @@
 #include <Imath/half.h>
 #include <OpenEXR/ImfChannelList.h>
 #include <OpenEXR/ImfDeepFrameBuffer.h>
-#include <OpenEXR/ImfDeepScanLineOutputFile.h>
+#include <OpenEXR/ImfDeepScanLineOutputPart.h>
+#include <OpenEXR/ImfDeepTiledOutputPart.h>
 #include <OpenEXR/ImfFrameBuffer.h>
 #include <OpenEXR/ImfHeader.h>
 #include <OpenEXR/ImfIO.h>
@@ -12,6 +13,7 @@
 #include <OpenEXR/ImfOutputPart.h>
 #include <OpenEXR/ImfPartType.h>
 #include <OpenEXR/ImfRgbaFile.h>
+#include <OpenEXR/ImfStringAttribute.h>
 #include <OpenEXR/ImfTiledOutputPart.h>
 
 #include <algorithm>
@@ -57,9 +59,31 @@ Imf::Header HeaderOf(const Part& part) {
         header.setTileDescription(
             Imf::TileDescription(side, side, part.mipmaps ? Imf::MIPMAP_LEVELS : Imf::ONE_LEVEL));
     }
-    header.setType(part.tileSide > 0 ? Imf::TILEDIMAGE : Imf::SCANLINEIMAGE);
+    if (part.deep) {
+        header.setType(part.tileSide > 0 ? Imf::DEEPTILE : Imf::DEEPSCANLINE);
+        const bool possible =
+            part.compression == Imf::NO_COMPRESSION || part.compression == Imf::RLE_COMPRESSION;
+        if (!possible) header.compression() = Imf::ZIPS_COMPRESSION;
+    } else {
+        header.setType(part.tileSide > 0 ? Imf::TILEDIMAGE : Imf::SCANLINEIMAGE);
+    }
     if (!part.name.empty()) header.setName(part.name);
+    for (const auto& [name, text] : part.attributes)
+        header.insert(name, Imf::StringAttribute(text));
     return header;
+}
+
+void PutSample(char* at, Imf::PixelType type, double value) {
+    if (type == Imf::HALF) {
+        const Imath::half sample(static_cast<float>(value));
+        std::memcpy(at, &sample, sizeof sample);
+    } else if (type == Imf::FLOAT) {
+        const auto sample = static_cast<float>(value);
+        std::memcpy(at, &sample, sizeof sample);
+    } else {
+        const auto sample = static_cast<std::uint32_t>(value);
+        std::memcpy(at, &sample, sizeof sample);
+    }
 }
 
 // One channel's samples, in the file's own type.
@@ -70,17 +94,8 @@ struct Plane {
     int height = 0;
 
     void Put(int column, int row, Imf::PixelType type, double value) {
-        char* at = bytes.data() + static_cast<std::size_t>(row * width + column) * sampleBytes;
-        if (type == Imf::HALF) {
-            const Imath::half sample(static_cast<float>(value));
-            std::memcpy(at, &sample, sampleBytes);
-        } else if (type == Imf::FLOAT) {
-            const auto sample = static_cast<float>(value);
-            std::memcpy(at, &sample, sampleBytes);
-        } else {
-            const auto sample = static_cast<std::uint32_t>(value);
-            std::memcpy(at, &sample, sampleBytes);
-        }
+        PutSample(bytes.data() + static_cast<std::size_t>(row * width + column) * sampleBytes, type,
+                  value);
     }
 };
 
@@ -138,49 +153,87 @@ void WriteTiles(Imf::TiledOutputPart&& output, const Part& part) {
     }
 }
 
-std::string WriteDeep(const Part& part) {
-    StringStream stream;
-    Imf::Header header = HeaderOf(part);
-    header.setType(Imf::DEEPSCANLINE);
-    header.compression() = Imf::ZIPS_COMPRESSION;
-    const auto width = static_cast<std::size_t>(part.data.Width());
-    const auto height = static_cast<std::size_t>(part.data.Height());
-    std::vector<unsigned> counts(width * height, 1);
-    const Planes planes(part, 0);
-    Imf::DeepFrameBuffer buffer;
-    const Imath::V2i origin(part.data.left, part.data.top);
-    buffer.insertSampleCountSlice(Imf::Slice::Make(Imf::UINT, counts.data(), origin,
-                                                   part.data.Width(), part.data.Height(),
-                                                   sizeof(unsigned), sizeof(unsigned) * width));
-    std::vector<std::vector<float>> samples;
-    std::vector<std::vector<float*>> pointers;
-    for (const Channel& channel : part.channels) {
-        std::vector<float>& values = samples.emplace_back();
-        for (int y = part.data.top; y <= part.data.bottom; ++y) {
-            for (int x = part.data.left; x <= part.data.right; ++x) {
-                values.push_back(static_cast<float>(part.values(channel.name, x, y)));
+// The samples of a deep part.
+class DeepPlanes {
+  public:
+    explicit DeepPlanes(const Part& part) : width(static_cast<std::size_t>(part.data.Width())) {
+        const auto forPixels = [&](const auto& call) {
+            for (int y = part.data.top; y <= part.data.bottom; ++y) {
+                for (int x = part.data.left; x <= part.data.right; ++x)
+                    call(x, y);
             }
+        };
+        forPixels([&](int x, int y) {
+            counts.push_back(part.sampleCount ? static_cast<unsigned>(part.sampleCount(x, y)) : 1);
+        });
+        for (const Channel& channel : part.channels) {
+            const std::size_t sampleBytes = channel.type == Imf::HALF ? 2 : 4;
+            std::vector<char>& bytes = samples.emplace_back();
+            std::vector<std::size_t> starts;
+            auto count = counts.begin();
+            forPixels([&](int x, int y) {
+                starts.push_back(bytes.size());
+                for (unsigned i = 0; i < *count; ++i) {
+                    const double value =
+                        part.deepValues ? part.deepValues(channel.name, x, y, static_cast<int>(i))
+                                        : part.values(channel.name, x, y);
+                    bytes.resize(bytes.size() + sampleBytes);
+                    PutSample(bytes.data() + bytes.size() - sampleBytes, channel.type, value);
+                }
+                ++count;
+            });
+            std::vector<char*>& pixels = places.emplace_back();
+            for (const std::size_t start : starts)
+                pixels.push_back(bytes.data() + start);
         }
     }
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        if (part.channels[i].type != Imf::FLOAT) throw std::logic_error("deep samples are floats");
-        std::vector<float*>& places = pointers.emplace_back();
-        for (float& value : samples[i])
-            places.push_back(&value);
+
+    Imf::DeepFrameBuffer Slices(const Part& part) {
+        Imf::DeepFrameBuffer slices;
+        const Imath::V2i origin(part.data.left, part.data.top);
+        slices.insertSampleCountSlice(Imf::Slice::Make(Imf::UINT, counts.data(), origin,
+                                                       part.data.Width(), part.data.Height(),
+                                                       sizeof(unsigned), sizeof(unsigned) * width));
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            const Channel& channel = part.channels[i];
+            const Imf::Slice base =
+                Imf::Slice::Make(channel.type, places[i].data(), origin, part.data.Width(),
+                                 part.data.Height(), sizeof(char*), sizeof(char*) * width);
+            slices.insert(channel.name,
+                          Imf::DeepSlice(channel.type, base.base, sizeof(char*),
+                                         sizeof(char*) * width, channel.type == Imf::HALF ? 2 : 4));
+        }
+        return slices;
     }
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        const Imf::Slice base =
-            Imf::Slice::Make(Imf::FLOAT, pointers[i].data(), origin, part.data.Width(),
-                             part.data.Height(), sizeof(float*), sizeof(float*) * width);
-        buffer.insert(part.channels[i].name, Imf::DeepSlice(Imf::FLOAT, base.base, sizeof(float*),
-                                                            sizeof(float*) * width, sizeof(float)));
+
+  private:
+    std::size_t width;
+    std::vector<unsigned> counts;
+    std::vector<std::vector<char>> samples;
+    std::vector<std::vector<char*>> places;
+};
+
+void WriteDeep(Imf::MultiPartOutputFile& file, int index, const Part& part) {
+    DeepPlanes planes(part);
+    if (part.tileSide > 0) {
+        Imf::DeepTiledOutputPart output(file, index);
+        output.setFrameBuffer(planes.Slices(part));
+        output.writeTiles(0, output.numXTiles(0) - 1, 0, output.numYTiles(0) - 1);
+        return;
     }
-    {
-        Imf::DeepScanLineOutputFile output(stream, header);
-        output.setFrameBuffer(buffer);
-        output.writePixels(static_cast<int>(height));
-    }
-    return stream.bytes;
+    Imf::DeepScanLineOutputPart output(file, index);
+    output.setFrameBuffer(planes.Slices(part));
+    output.writePixels(static_cast<int>(part.data.Height()));
+}
+
+// Name, type and size, before four numbers of 32 bits, little-endian.
+std::string WindowAttribute(const std::string& name) {
+    return name + '\0' + "box2i" + '\0' + std::string("\x10\0\0\0", 4);
+}
+
+void PutWindow(std::string& bytes, std::size_t at, const command::Window& window) {
+    const int numbers[] = {window.left, window.top, window.right, window.bottom};
+    std::memcpy(bytes.data() + at, numbers, sizeof numbers);
 }
 
 }  // namespace
@@ -192,7 +245,6 @@ double Distinct(const std::string& channel, int x, int y) {
 }
 
 std::string Write(const std::vector<Part>& parts) {
-    if (parts.size() == 1 && parts[0].deep) return WriteDeep(parts[0]);
     std::vector<Imf::Header> headers;
     headers.reserve(parts.size());
     for (const Part& part : parts)
@@ -202,6 +254,10 @@ std::string Write(const std::vector<Part>& parts) {
         Imf::MultiPartOutputFile file(stream, headers.data(), static_cast<int>(headers.size()));
         for (int i = 0; i < static_cast<int>(parts.size()); ++i) {
             const Part& part = parts[static_cast<std::size_t>(i)];
+            if (part.deep) {
+                WriteDeep(file, i, part);
+                continue;
+            }
             if (part.tileSide > 0) {
                 WriteTiles(Imf::TiledOutputPart(file, i), part);
                 continue;
@@ -229,13 +285,19 @@ std::string WriteLumaChroma(int width, int height, float red, float green, float
 
 std::string WithWindows(std::string bytes, const command::Window& window) {
     for (const std::string name : {"dataWindow", "displayWindow"}) {
-        // Name, type and size, then four numbers of 32 bits, little-endian.
-        const std::string attribute = name + '\0' + "box2i" + '\0' + std::string("\x10\0\0\0", 4);
+        const std::string attribute = WindowAttribute(name);
         const std::size_t at = bytes.find(attribute);
         if (at == std::string::npos) throw std::logic_error("no " + name);
-        const int numbers[] = {window.left, window.top, window.right, window.bottom};
-        std::memcpy(bytes.data() + at + attribute.size(), numbers, sizeof numbers);
+        PutWindow(bytes, at + attribute.size(), window);
     }
+    return bytes;
+}
+
+std::string WithLastDisplayWindow(std::string bytes, const command::Window& window) {
+    const std::string attribute = WindowAttribute("displayWindow");
+    const std::size_t at = bytes.rfind(attribute);
+    if (at == std::string::npos) throw std::logic_error("no display window");
+    PutWindow(bytes, at + attribute.size(), window);
     return bytes;
 }
 

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "command/render_file.h"
@@ -39,9 +40,15 @@ struct Part {
     std::string name{};
     float pixelAspect = 1.0F;
     Values values = Distinct;
+    // Of a deep part: how many samples a pixel has, and their values. Without them it is one, with
+    // the pixel's value.
+    std::function<int(int x, int y)> sampleCount{};
+    std::function<double(const std::string& channel, int x, int y, int sample)> deepValues{};
+    // Names and texts.
+    std::vector<std::pair<std::string, std::string>> attributes{};
 };
 
-// The file's bytes. Deep parts have one sample a pixel, in a file of their own.
+// The file's bytes. A deep part that asks for a compression that deep parts can't have gets ZIPS.
 std::string Write(const std::vector<Part>& parts);
 inline std::string Write(const Part& part) {
     return Write(std::vector<Part>{part});
@@ -49,6 +56,9 @@ inline std::string Write(const Part& part) {
 
 // Luminance and chroma of a picture that is the same colour all over.
 std::string WriteLumaChroma(int width, int height, float red, float green, float blue);
+
+// The bytes with another display window in the last part's header.
+std::string WithLastDisplayWindow(std::string bytes, const command::Window& window);
 
 // The bytes of a scanline file whose header claims other windows than it has pixels for.
 std::string WithWindows(std::string bytes, const command::Window& window);

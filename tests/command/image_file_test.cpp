@@ -4,14 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <cmath>
 #include <fstream>
 #include <iterator>
+#include <limits>
 
 #include "command/failure.h"
 #include "command/transfer_curve.h"
 #include "tests/command/fault_text.h"
 #include "tests/command/image_samples.h"
 #include "tests/command/pixels.h"
+#include "tests/command/rows.h"
 
 namespace command {
 namespace {
@@ -216,6 +219,62 @@ TEST(ImageFile, LargePicturesAreReadInBlocks) {
         EXPECT_THAT(PixelAt(picture, 7, y),
                     ElementsAre(Linear(i % 256), Linear(i / 256 % 256), Linear(i / 65536), 1.0F));
     }
+}
+
+// The channels of a file by name, in the order asked for.
+KeptRows Rows(const std::string& name, const std::string& bytes,
+              const std::vector<std::string>& channels) {
+    const auto file = OpenRenderFile(name, bytes.data(), bytes.size());
+    std::vector<ChannelRef> refs;
+    for (const std::string& channel : channels)
+        refs.push_back(FindChannel(file->GetDescription(), channel));
+    return KeepRows(*file, 0, refs);
+}
+
+TEST(ImageFile, RowsOfChannelsAreLinearAndPremultiplied) {
+    const Image image{.height = 2, .channels = 4, .samples = {100, 50, 20, 128, 1, 2, 3, 255}};
+    const std::string png = image_samples::Png(image);
+    const KeptRows rows = Rows("a.png", png, {"A", "B", "R", "G", "R"});
+    const Picture picture = ReadBytes("a.png", png);
+    ASSERT_EQ(rows.size(), 2U);
+    for (int y = 0; y < 2; ++y) {
+        const auto& row = rows[static_cast<std::size_t>(y)];
+        const auto pixel = PixelAt(picture, 0, y);
+        ASSERT_EQ(row.size(), 5U);
+        EXPECT_EQ(row[0].values[0], double{pixel[3]});
+        EXPECT_EQ(row[1].values[0], double{pixel[2]});
+        EXPECT_EQ(row[2].values[0], double{pixel[0]});
+        EXPECT_EQ(row[3].values[0], double{pixel[1]});
+        EXPECT_EQ(row[4].values[0], double{pixel[0]});
+        EXPECT_EQ(row[0].type, SampleType::Float);
+        EXPECT_EQ(row[0].first, 0);
+        EXPECT_EQ(row[0].count, 1);
+    }
+}
+
+TEST(ImageFile, RowsOfChannelsStandUpright) {
+    // A quarter turn: the file's first row becomes the last column.
+    const Image image{.width = 2, .samples = {1, 2, 3, 4, 5, 6}};
+    const std::string tiff = image_samples::Tiff(image, ExtraSample::Straight, 6);
+    const KeptRows rows = Rows("a.tif", tiff, {"R"});
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_THAT(rows[0][0].values, ElementsAre(double{Linear(1)}));
+    EXPECT_THAT(rows[1][0].values, ElementsAre(double{Linear(4)}));
+}
+
+TEST(ImageFile, RowsOfChannelsKeepWhatIsNotFinite) {
+    const Image image{.bits = 32, .samples = {0x7fc00000, 0xff800000, 0x3f000000}};
+    const KeptRows rows = Rows("a.tif", image_samples::Tiff(image), {"R", "G", "B"});
+    EXPECT_TRUE(std::isnan(rows[0][0].values[0]));
+    EXPECT_EQ(rows[0][1].values[0], -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(rows[0][2].values[0], 0.5);
+}
+
+TEST(ImageFile, ThereAreNoDeepPixels) {
+    const std::string png = image_samples::Png({.samples = {1, 2, 3}});
+    const auto file = OpenRenderFile("a.png", png.data(), png.size());
+    EXPECT_EQ(FaultText<InputError>([&] { file->ReadDeepRows(0, {}, {}); }),
+              "a.png: the file has no deep pixels; give a deep OpenEXR file");
 }
 
 TEST(ImageFile, TheDescriptionTellsCurveAndAlpha) {

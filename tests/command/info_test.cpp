@@ -36,32 +36,48 @@ Description Sample() {
     return file;
 }
 
+std::string TextOf(const Description& file) {
+    return DescribeAsText(Inform(file));
+}
+
+std::string JsonOf(const Description& file) {
+    return DescribeAsJson(Inform(file));
+}
+
 TEST(Info, TextTellsPartsLayersAndBeauty) {
-    EXPECT_EQ(DescribeAsText(Sample()),
-              "in/a.exr: OpenEXR, 10x5\n"
-              "part 1: scanline, compression zip\n"
-              "    display window 10x5 from (0, 0) to (9, 4)\n"
-              "    data window 8x3 from (1, 2) to (8, 4)\n"
-              "    pixel aspect ratio 2.0000\n"
-              "    layer RGBA: A B G R, half\n"
-              "    layer V.Depth: Z, float, with fewer samples than pixels\n"
-              "    layer mix: R id, half uint32\n"
-              "    note (string): " +
-                  std::string(60, 'x') +
-                  "... (100 bytes)\n"
-                  "    views (stringvector): left right\n"
-                  "    frame (float): 7.5\n"
-                  "    pair (v2f): 1 2.5\n"
-                  "    odd (opaque):\n"
-                  "beauty: RGBA, because its channels have no layer name; alpha in A\n"
-                  "warning: something is odd\n");
+    EXPECT_EQ(
+        TextOf(Sample()),
+        "in/a.exr: OpenEXR, 10x5\n"
+        "part 1: scanline, compression zip\n"
+        "    display window 10x5 from (0, 0) to (9, 4)\n"
+        "    data window 8x3 from (1, 2) to (8, 4)\n"
+        "    pixel aspect ratio 2.0000\n"
+        "    layer RGBA: A B G R, half; becomes the picture\n"
+        "    layer V.Depth: Z, float, with fewer samples than pixels; becomes nothing: it has "
+        "fewer samples than pixels\n"
+        "    layer mix: R id, half uint32; becomes render element \"mix\" (colour) and render "
+        "element \"mix id\" (object IDs), and the object IDs of the mattes\n"
+        "    note (string): " +
+            std::string(60, 'x') +
+            "... (100 bytes)\n"
+            "    views (stringvector): left right\n"
+            "    frame (float): 7.5\n"
+            "    pair (v2f): 1 2.5\n"
+            "    odd (opaque):\n"
+            "beauty: RGBA, because its channels have no layer name; alpha in A\n"
+            "with --all: 2 render elements, 0 objects, 0 materials; 1.6 kB of memory for "
+            "pixels, and at most 2.1 kB of document at 16 bits\n"
+            "warning: something is odd\n"
+            "warning: layer \"V.Depth\" has fewer samples than pixels and is left out\n"
+            "warning: layer \"mix\" has no channel for green and blue; 0 stands there\n"
+            "warning: layer \"mix\" is of no known kind; it counts as colour\n");
 }
 
 TEST(Info, TextFromTheFileIsMadeSafe) {
     Description file = Sample();
     file.layers[1].name = "evil\x1b[2J\nlayer";
     file.parts[0].name = "p\tq";
-    const std::string text = DescribeAsText(file);
+    const std::string text = TextOf(file);
     EXPECT_THAT(text, HasSubstr("layer evil [2J layer: Z"));
     EXPECT_THAT(text, HasSubstr("part 1 \"p q\": scanline"));
 }
@@ -69,19 +85,19 @@ TEST(Info, TextFromTheFileIsMadeSafe) {
 TEST(Info, AValueIsNotCutInsideACharacter) {
     Description file = Sample();
     file.parts[0].attributes = {{"note", "string", std::string(59, 'x') + "ä" + "y"}};
-    EXPECT_THAT(DescribeAsText(file), HasSubstr(": " + std::string(59, 'x') + "... (62 bytes)\n"));
+    EXPECT_THAT(TextOf(file), HasSubstr(": " + std::string(59, 'x') + "... (62 bytes)\n"));
 }
 
 TEST(Info, AFileWithoutAPictureSaysWhy) {
     Description file = Sample();
     file.layers.erase(file.layers.begin());
     file.layers[1].channels.erase(file.layers[1].channels.begin());
-    EXPECT_THAT(DescribeAsText(file), HasSubstr("beauty: none; no layer looks like the picture"));
-    EXPECT_TRUE(json::parse(DescribeAsJson(file))["beauty"].is_null());
+    EXPECT_THAT(TextOf(file), HasSubstr("beauty: none; no layer looks like the picture"));
+    EXPECT_TRUE(json::parse(JsonOf(file))["beauty"].is_null());
 }
 
 TEST(Info, JsonHoldsTheSame) {
-    const json file = json::parse(DescribeAsJson(Sample()));
+    const json file = json::parse(JsonOf(Sample()));
     EXPECT_EQ(file["file"], "in/a.exr");
     EXPECT_EQ(file["format"], "OpenEXR");
     EXPECT_EQ(file["width"], 10);
@@ -96,7 +112,8 @@ TEST(Info, JsonHoldsTheSame) {
     EXPECT_EQ(part["complete"], true);
     EXPECT_EQ(part["layers"].size(), 3U);
     EXPECT_EQ(part["layers"][1], json::parse(R"({"name": "V.Depth", "channels":
-                  [{"name": "V.Depth.Z", "type": "float", "sampling": [2, 2]}]})"));
+                  [{"name": "V.Depth.Z", "type": "float", "sampling": [2, 2]}],
+                  "becomes": "nothing: it has fewer samples than pixels"})"));
     EXPECT_EQ(part["attributes"][0]["value"], std::string(100, 'x')) << "not cut";
     EXPECT_EQ(part["attributes"][1]["value"], (json{"left", "right"}));
     EXPECT_EQ(part["attributes"][2]["value"], 7.5);
@@ -105,13 +122,20 @@ TEST(Info, JsonHoldsTheSame) {
     EXPECT_EQ(file["beauty"],
               json::parse(R"({"layer": "RGBA", "part": 0, "why": "its channels have no layer name",
                   "red": "R", "green": "G", "blue": "B", "alpha": "A"})"));
-    EXPECT_EQ(file["warnings"], (json{"something is odd"}));
+    EXPECT_EQ(file["warnings"].size(), 4U);
+    EXPECT_EQ(file["warnings"][0], "something is odd");
+    EXPECT_TRUE(file["renderer"].is_null());
+    EXPECT_EQ(file["elements"][1], json::parse(R"({"name": "mix id", "layer": "mix",
+                  "kind": "object IDs", "data": true})"));
+    EXPECT_EQ(file["cryptomattes"], json::array());
+    EXPECT_EQ(file["expect"], json::parse(R"({"elements": 2, "objects": 0, "materials": 0,
+                  "memoryBytes": 1550, "mostDocumentBytes": {"8": 1050, "16": 2100, "32": 4200}})"));
 }
 
 TEST(Info, JsonReplacesWhatIsNotUtf8) {
     Description file = Sample();
     file.layers[0].name = "a\xff";
-    EXPECT_EQ(json::parse(DescribeAsJson(file))["parts"][0]["layers"][0]["name"], "a\xef\xbf\xbd");
+    EXPECT_EQ(json::parse(JsonOf(file))["parts"][0]["layers"][0]["name"], "a\xef\xbf\xbd");
 }
 
 }  // namespace

@@ -241,10 +241,11 @@ TEST_F(RunTest, AnExistingDocumentIsOverwritten) {
 
 TEST_F(RunTest, ASettingThatDoesNothingYetIsToldSoUnlessItIsSwitchedOff) {
     const std::string input = WriteExr("a.exr");
-    EXPECT_EQ(Call({"save", input, "--set", "createNormalLayer=on", "--set", "depthLayer=off"}),
+    EXPECT_EQ(Call({"save", input, "--set", "backgroundLayer=on", "--set", "depthLayer=off",
+                    "--set", "createNormalLayer=on"}),
               exitSaved);
     EXPECT_EQ(err,
-              "veltrane: warning: --set createNormalLayer: this version does nothing with it "
+              "veltrane: warning: --set backgroundLayer: this version does nothing with it "
               "yet\n");
 }
 
@@ -359,6 +360,8 @@ TEST_F(RunTest, InfoTellsOfAFile) {
 TEST_F(RunTest, ListingsAndHelpAreZero) {
     EXPECT_EQ(Call({"params", "--json"}), exitSaved);
     EXPECT_THAT(out, StartsWith("[\n"));
+    EXPECT_EQ(Call({"params", "--elements"}), exitSaved);
+    EXPECT_THAT(out, AllOf(HasSubstr("blendingMode  #3  Int"), Not(HasSubstr("bitDepth"))));
     EXPECT_EQ(Call({"--help"}), exitSaved);
     EXPECT_EQ(Call({"--version"}), exitSaved);
     EXPECT_EQ(err, "");

@@ -9,11 +9,13 @@
 #include <unistd.h>
 #endif
 
-#include "effect/id_bounds.h"
 #include "effect/renderer_kinds.h"
 #include "effect/write_progress.h"
+#include "sources/id_bounds.h"
 #include "tests/documents/section_walker.h"
 #include "tests/effect/effect_fixture.h"
+#include "tests/effect/matte_frame.h"
+#include "tests/effect/vray_frame.h"
 
 namespace {
 
@@ -142,7 +144,7 @@ TEST_F(Apply, VRaysAbortIsCheckedAgainWithTheHost) {
     const auto frame = Image(2, 2);
     RecordingCallback callback;
     callback.abort = TRUE;
-    UseRenderer(effect::vrayClassID);
+    UseRenderer(VRAY_CLASS_ID);
     Begin();
     Render().aborted = true;
     effect->Apply(0, frame.get(), &context, &callback);
@@ -159,7 +161,7 @@ TEST_F(Apply, TheExceptionIsForTheContextsRendererNotTheCurrentOne) {
     const auto frame = Image(2, 2);
     RecordingCallback callback;
     callback.abort = TRUE;
-    UseRenderer(effect::vrayClassID);
+    UseRenderer(VRAY_CLASS_ID);
     const host::Owned<host::HostRenderer> other(new host::HostRenderer(scanline));
     frameRenderer = other.get();
     Begin();
@@ -406,7 +408,7 @@ TEST_F(Apply, ADocumentWithoutTheRenderLayerStillHasItsMergedImage) {
 // Renderer classes A and B
 
 TEST_F(Apply, FieldsOfRendererClassAAreNotSaved) {
-    UseRenderer(effect::rendererClassA);
+    UseRenderer(RENDERER_A_CLASS_ID);
     const auto frame = Image(2, 2);
     RecordingCallback callback;
     context.fieldRender = TRUE;
@@ -417,7 +419,7 @@ TEST_F(Apply, FieldsOfRendererClassAAreNotSaved) {
 }
 
 TEST_F(Apply, OneFieldFlagAloneIsSaved) {
-    UseRenderer(effect::rendererClassA);
+    UseRenderer(RENDERER_A_CLASS_ID);
     const auto frame = Image(2, 2);
     context.fieldRender = TRUE;
     RenderFrame(frame.get());
@@ -452,8 +454,8 @@ class RendererWatch : public RecordingCallback {
 
 class RendererSwap : public Apply {
   protected:
-    RendererSwap() : classA(new host::HostRenderer(effect::rendererClassA)) {
-        UseRenderer(effect::rendererClassB);
+    RendererSwap() : classA(new host::HostRenderer(RENDERER_A_CLASS_ID)) {
+        UseRenderer(RENDERER_B_CLASS_ID);
         frameRenderer = classA.get();
     }
 
@@ -513,7 +515,7 @@ TEST_F(RendererSwap, GoesAgainWhereTheFileCantBeOpened) {
 }
 
 TEST_F(RendererSwap, GoesAgainWhereFieldsArentSaved) {
-    UseRenderer(effect::rendererClassA);
+    UseRenderer(RENDERER_A_CLASS_ID);
     frameRenderer = Host().renderer.get();
     context.fieldRender = TRUE;
     context.evenLines = TRUE;
@@ -636,10 +638,10 @@ TEST_F(Apply, AWriteThatFailsAtTheVeryEndIsTold) {
 // State
 
 TEST_F(Apply, TheBoundsOfIDsAreThoseOfTheLastFrame) {
-    effect::nodeIDBounds[1] += IPoint2{1, 1};
+    sources::nodeIDBounds[1] += IPoint2{1, 1};
     const auto frame = Image(2, 2);
     RenderFrame(frame.get());
-    EXPECT_THAT(effect::nodeIDBounds, IsEmpty());
+    EXPECT_THAT(sources::nodeIDBounds, IsEmpty());
 }
 
 TEST_F(Apply, GammaOfTheHostGoesIntoTheMergedImage) {
@@ -656,6 +658,128 @@ TEST_F(Apply, GammaOfTheHostGoesIntoTheMergedImage) {
     Set("gammaCorrectConfig"_param, 0);
     EXPECT_EQ(Sample(Save(frame.get()).layers[0].channels[1].pixels, 2, 2, 1, 1),
               gammaMgr.fileOutGammaTable[ImageSample(1, 1, 0) >> 3]);
+}
+
+// A frame of V-Ray's, of which the host has a copy.
+class ApplyVRay : public Apply {
+  protected:
+    ApplyVRay() {
+        host::HostRenderer& renderer = UseRenderer(VRAY_CLASS_ID);
+        UseVRayFrameBuffer(renderer, vray);
+        Render().saveFile = TRUE;
+        // Asks nothing before a file is written anew.
+        Host().settings.quiet = true;
+    }
+    // The layer's red channel and the merged image's, at (2, 1).
+    std::pair<int, int> Reds() {
+        const WalkedDocument document = Save(frame.get());
+        EXPECT_EQ(document.layers.size(), 1U);
+        EXPECT_EQ(document.layers[0].channels[1].id, 0);
+        return {Sample(document.layers[0].channels[1].pixels, 2, 3, 2, 1),
+                Sample(document.imageChannels[0], 2, 3, 2, 1)};
+    }
+
+    std::shared_ptr<host::VRayFrameBuffer> vray = VRayFrame(3, 2);
+    host::Owned<host::ImageBitmap> frame = Image(3, 2);
+};
+
+TEST_F(ApplyVRay, TakesThePixelsFromItsFrameBuffer) {
+    const WalkedDocument document = Save(frame.get());
+    ASSERT_EQ(document.layers.size(), 1U);
+    const WalkedLayer& layer = document.layers[0];
+    EXPECT_EQ(layer.name, "Render");
+    ASSERT_EQ(layer.channels.size(), 5U);
+    ASSERT_EQ(document.imageChannels.size(), 4U);
+    for (int y = 0; y < 2; ++y) {
+        for (int x = 0; x < 3; ++x) {
+            for (int component = 0; component < 3; ++component) {
+                const auto index = static_cast<std::size_t>(component);
+                EXPECT_EQ(layer.channels[index + 1].id, component);
+                EXPECT_EQ(Sample(layer.channels[index + 1].pixels, 2, 3, x, y),
+                          VRaySample(x, y, component));
+                EXPECT_EQ(Sample(document.imageChannels[index], 2, 3, x, y),
+                          VRaySample(x, y, component));
+            }
+            EXPECT_EQ(Sample(layer.channels[4].pixels, 2, 3, x, y), VRaySample(x, y, 3));
+            EXPECT_EQ(Sample(document.imageChannels[3], 2, 3, x, y), VRayAlphaSample(x, y));
+        }
+    }
+}
+
+TEST_F(ApplyVRay, TakesThePixelsFromTheBitmapWithItsFrameBufferOff) {
+    Host().renderer->GetParamBlock(15)->SetValue(170, 0, 0);
+    EXPECT_EQ(Reds(), std::pair(ImageSample(2, 1, 0) + 0, ImageSample(2, 1, 0) + 0));
+}
+
+TEST_F(ApplyVRay, TakesThePixelsFromTheBitmapWhenItsFrameBufferHasAnotherSize) {
+    for (const auto& [width, height] : {std::pair(2, 2), std::pair(4, 2), std::pair(3, 3)}) {
+        UseVRayFrameBuffer(static_cast<host::HostRenderer&>(*Host().renderer),
+                           VRayFrame(width, height));
+        EXPECT_EQ(Reds(), std::pair(ImageSample(2, 1, 0) + 0, ImageSample(2, 1, 0) + 0));
+    }
+}
+
+TEST_F(ApplyVRay, TakesThePixelsFromTheFrameBufferOfTheFramesOwnRenderer) {
+    const host::Owned<host::HostRenderer> other(new host::HostRenderer(scanline));
+    frameRenderer = other.get();
+    EXPECT_EQ(Reds(), std::pair(ImageSample(2, 1, 0) + 0, ImageSample(2, 1, 0) + 0));
+}
+
+TEST_F(ApplyVRay, NeedsNoBitmap) {
+    context.devWidth = 3;
+    context.devHeight = 2;
+    const WalkedDocument document = Save(nullptr);
+    ASSERT_EQ(document.layers.size(), 1U);
+    EXPECT_EQ(Sample(document.layers[0].channels[1].pixels, 2, 3, 2, 1), VRaySample(2, 1, 0));
+}
+
+class ApplyGroups : public MatteFrameTest {
+  protected:
+    ApplyGroups() {
+        UseRenderer(scanline);
+        Host().settings.quiet = true;
+        Set("outputNodeIDs"_param, TRUE);
+    }
+    // Names of all records of the layers, from the top of the stack.
+    std::string Layers(const char* file = "frame.psd") {
+        RenderFrame(image.get());
+        std::string text;
+        for (const WalkedLayer& layer : WalkDocument(FileBytes(File(file)), false).layers)
+            text = layer.name + (text.empty() ? "" : " | ") + text;
+        return text;
+    }
+};
+
+TEST_F(ApplyGroups, AreInTheDocument) {
+    EXPECT_EQ(Layers(), "Render | Object IDs | Object ID: 1 | Name | Object ID: 7 | </Layer set>");
+}
+
+TEST_F(ApplyGroups, AnEmptySetGoesOnlyWhereTheUserWantsIt) {
+    SetText("nodeIDList"_param, _M("abc"));
+    EXPECT_EQ(Layers(), "Render | Object IDs | </Layer set>");
+    Set("filterEmptyLayerSets"_param, TRUE);
+    EXPECT_EQ(Layers(), "Render");
+    SetText("nodeIDList"_param, _M("1"));
+    EXPECT_EQ(Layers(), "Render | Object IDs | Object ID: 1 | </Layer set>");
+}
+
+TEST_F(ApplyGroups, AnEmptySetOfAnAnimationGoesOnlyWhereTheUserWantsItThereToo) {
+    SetText("nodeIDList"_param, _M("abc"));
+    Set("filterEmptyLayerSets"_param, TRUE);
+    Render().timeType = REND_TIMERANGE;
+    EXPECT_EQ(Layers("frame0000.psd"), "Render | Object IDs | </Layer set>");
+    Set("filterEmptyLayersAndChannelsForAnimations"_param, TRUE);
+    EXPECT_EQ(Layers("frame0000.psd"), "Render");
+}
+
+TEST_F(ApplyGroups, MattesAreOfTheFrameInHand) {
+    RenderFrame(image.get());
+    image = Image(width, height);
+    auto fragments = std::make_unique<host::FragmentBuffer>(width, height, allChannels);
+    for (int i = 0; i < width * height; ++i)
+        fragments->AddPixel(std::array{Third(255)});
+    image->SetGBuffer(std::move(fragments));
+    EXPECT_EQ(Layers(), "Render | Object IDs | Object ID: 7 | </Layer set>");
 }
 
 }  // namespace

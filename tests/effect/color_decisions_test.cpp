@@ -15,7 +15,7 @@ class ColorDecisions : public EffectTest {
     }
     effect::ColorDecisions Decide() { return effect::DecideColors(*effect->pblock); }
     IParamBlock2& UseVRay() {
-        IParamBlock2* block = UseRenderer(effect::vrayClassID).GetParamBlock(15);
+        IParamBlock2* block = UseRenderer(VRAY_CLASS_ID).GetParamBlock(15);
         block->SetValue(170, 0, TRUE);
         return *block;
     }
@@ -72,7 +72,7 @@ TEST_F(ColorDecisions, CorrectionsGoWhereTheirConfigurationSays) {
 TEST_F(ColorDecisions, CorrectionsNeedVRaysFrameBufferAndTheEffectsSwitch) {
     Set("colorCorrectConfig"_param, 2);
     EXPECT_FALSE(Decide().ccActive || Decide().ccToElements) << "no renderer";
-    UseRenderer(effect::coronaClassID);
+    UseRenderer(CORONA_CLASS_ID);
     EXPECT_FALSE(Decide().ccActive || Decide().ccToElements) << "another renderer";
     IParamBlock2& vray = UseVRay();
     EXPECT_TRUE(Decide().ccActive && Decide().ccToElements);

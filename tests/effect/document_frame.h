@@ -18,7 +18,12 @@ class DocumentFrameTest : public EffectTest {
     DocumentFrameTest() { gammaMgr.enable = FALSE; }
 
     effect::Frame FrameOf(Bitmap* bitmap) {
-        return {{bitmap}, *effect->pblock, colors, premultiply, width, height, black, white};
+        return FrameOf(effect::PSDFrameSources{bitmap, nullptr});
+    }
+    effect::Frame FrameOf(const effect::PSDFrameSources& sources) {
+        context.renderer = Host().renderer.get();
+        return {sources,     *effect, *effect->pblock, context, colors,
+                premultiply, width,   height,          black,   white};
     }
     psdbuilder::PSDBuilderDoc& Document() { return *builder.doc; }
     const psdbuilder::PSDBuilderRGBLayer& Layer(std::size_t index) {

@@ -70,7 +70,7 @@ TEST_F(GBufferChannels, NeedsAddUp) {
 }
 
 TEST_F(GBufferChannels, RenderersOfClassAAndBGetCoverageInPlaceOfWeightAndTransparency) {
-    for (const Class_ID id : {effect::rendererClassA, effect::rendererClassB}) {
+    for (const Class_ID id : {RENDERER_A_CLASS_ID, RENDERER_B_CLASS_ID}) {
         UseRenderer(id);
         Set("createNormalLayer"_param, TRUE);
         EXPECT_EQ(Required(), 0x0050U) << "0x1450 less 0x1400, with 0x40 already there";
@@ -82,7 +82,7 @@ TEST_F(GBufferChannels, RenderersOfClassAAndBGetCoverageInPlaceOfWeightAndTransp
 }
 
 TEST_F(GBufferChannels, RenderersOfClassAAndBGetNoCoverageForWhatNeedsNoWeight) {
-    for (const Class_ID id : {effect::rendererClassA, effect::rendererClassB}) {
+    for (const Class_ID id : {RENDERER_A_CLASS_ID, RENDERER_B_CLASS_ID}) {
         UseRenderer(id);
         Set("createNodeRenderIDLayer"_param, TRUE);
         EXPECT_EQ(Required(), 0x0100U);
@@ -94,7 +94,7 @@ TEST_F(GBufferChannels, RenderersOfClassAAndBGetNoCoverageForWhatNeedsNoWeight) 
 TEST_F(GBufferChannels, OtherRenderersGetTheMaskAsItIs) {
     Set("createNormalLayer"_param, TRUE);
     for (const Class_ID id :
-         {effect::vrayClassID, effect::coronaClassID, effect::rendererClassC, Class_ID{1, 0}}) {
+         {VRAY_CLASS_ID, CORONA_CLASS_ID, RENDERER_C_CLASS_ID, Class_ID{1, 0}}) {
         UseRenderer(id);
         EXPECT_EQ(Required(), 0x1450U);
     }

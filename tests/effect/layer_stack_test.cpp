@@ -1,12 +1,17 @@
 #include "effect/layer_stack.h"
 
-#include "tests/effect/document_frame.h"
+#include <elementclasses.h>
+
+#include <utility>
+
+#include "tests/effect/matte_frame.h"
 
 namespace {
 
 using effect::StackRow;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 
 std::vector<int> built;
 
@@ -28,7 +33,7 @@ class LayerStack : public DocumentFrameTest {
   protected:
     LayerStack() {
         for (const StackRow& row : rows)
-            Set(row.enabling, TRUE);
+            Set(*row.enabling, TRUE);
     }
     std::vector<int> Run(std::span<const StackRow> stack = rows) {
         built.clear();
@@ -61,12 +66,12 @@ TEST_F(LayerStack, APositionOf0ComesBeforeAllPositiveOnes) {
 
 TEST_F(LayerStack, WhatIsSwitchedOffIsLeftOut) {
     for (const StackRow& row : rows) {
-        Set(row.enabling, FALSE);
+        Set(*row.enabling, FALSE);
         EXPECT_EQ(Run().size(), 13U);
-        Set(row.enabling, TRUE);
+        Set(*row.enabling, TRUE);
     }
     for (const StackRow& row : rows)
-        Set(row.enabling, FALSE);
+        Set(*row.enabling, FALSE);
     EXPECT_THAT(Run(), IsEmpty());
 }
 
@@ -124,8 +129,8 @@ class StoredPositions : public DocumentFrameTest {
         owner->block->SetValue(2, 0, second);
         owner->block->SetValue(3, 0, third);
         built.clear();
-        const effect::Frame frame{{},    *owner->block, colors, premultiply,
-                                  width, height,        black,  white};
+        const effect::Frame frame{{},          *effect, *owner->block, context, colors,
+                                  premultiply, width,   height,        black,   white};
         effect::RunLayerStack(builder, frame, raw);
         return built;
     }
@@ -146,22 +151,111 @@ TEST_F(StoredPositions, BelowZeroCountAsZero) {
     EXPECT_THAT(Run(1, -7, 0), ElementsAre(2, 3, 1));
 }
 
+TEST_F(LayerStack, ARowWithoutASwitchIsAlwaysBuilt) {
+    constexpr StackRow stack[] = {{93, {}, Note<1>}, {94, 26, Note<2>}};
+    Set("createRenderElementLayers"_param, FALSE);
+    EXPECT_THAT(Run(stack), ElementsAre(1));
+}
+
+void Prepare(const effect::Frame&) {
+    built.push_back(0);
+}
+
+TEST_F(LayerStack, ARowIsPreparedWhenItsTurnComesWhetherItIsOnOrNot) {
+    constexpr StackRow stack[] = {{94, 26, Note<5>, Prepare}, {93, 25, Note<4>}, {95, 48, Note<6>}};
+    EXPECT_THAT(Run(stack), ElementsAre(4, 0, 5, 6));
+    Set("createRenderElementLayers"_param, FALSE);
+    EXPECT_THAT(Run(stack), ElementsAre(4, 0, 6));
+    Set("renderElementsOrder"_param, 2000);
+    EXPECT_THAT(Run(stack), ElementsAre(4, 6, 0));
+}
+
 TEST_F(LayerStack, ItsRowsBuildTheRenderAtItsPosition) {
+    for (const StackRow& row : effect::StackRows()) {
+        if (row.enabling) Set(*row.enabling, FALSE);
+    }
+    Set("createGBufferLayerSet"_param, FALSE);
+    Set("createRenderOutputLayer"_param, TRUE);
     effect::RunLayerStack(builder, FrameOf(image.get()));
     ASSERT_EQ(Document().children.size(), 1U);
     EXPECT_EQ(Document().children[0]->name, "Render");
-    ASSERT_FALSE(effect::StackRows().empty());
-    EXPECT_EQ(effect::StackRows()[0].position, 93);
-    EXPECT_EQ(effect::StackRows()[0].enabling, 25);
 }
 
-TEST_F(LayerStack, ItsRowsStandInTheOrderOfTheTies) {
-    std::size_t at = 0;
-    for (const StackRow& row : effect::StackRows()) {
-        while (at < std::size(rows) && rows[at].position != row.position)
-            ++at;
-        EXPECT_LT(at, std::size(rows)) << "parameter " << row.position;
+TEST_F(LayerStack, HasARowForEachKindOfOutputInTheOrderOfTheTies) {
+    std::vector<std::pair<int, int>> made;
+    for (const StackRow& row : effect::StackRows())
+        made.emplace_back(row.position, row.enabling.value_or(-1));
+    EXPECT_THAT(made, ElementsAre(Pair(93, 25), Pair(94, 26), Pair(95, 48), Pair(96, 71),
+                                  Pair(97, 18), Pair(98, 20), Pair(99, 28), Pair(100, -1)));
+}
+
+// A scene with something for each group, and a frame in which it is to be seen.
+class WholeStack : public MatteFrameTest {
+  protected:
+    WholeStack() {
+        for (int i = 0; i < LibNumberClasses(); ++i)
+            Host().classes.Add(LibClassDesc(i));
+        context.elementMgr = &Host().elements[RS_Production];
+        host::Node& node = AddNode(_M("Table"), 10);
+        node.SetLayer(&Host().scene.AddLayer(_M("Furniture")));
+        Host().scene.AddSelectionSet(_M("Selection"), {&node});
+        const MCHAR* name = _M("Selection");
+        effect->pblock->Append("namedSelectionSetsList"_param, 1, &name);
+        ReferenceTarget* target = &node;
+        effect->pblock->Append("objectList"_param, 1, &target);
+        for (const ParamID id :
+             {"createRenderOutputLayer"_param, "outputSceneLayers"_param,
+              "outputNamedSelectionSets"_param, "outputNodeIDs"_param, "outputMtlIDs"_param,
+              "outputObjects"_param, "createGBufferLayerSet"_param, "createNodeIDLayer"_param}) {
+            Set(id, TRUE);
+        }
+        SetText("gbufferObjectIdLayerName"_param, _M("IDs"));
+        SetText("nodeIDList"_param, _M("1 [ID]"));
+        SetText("mtlIDList"_param, _M("4 [Material]"));
     }
+    std::string Build() {
+        Document().children.clear();
+        effect::RunLayerStack(builder, FrameOf(image.get()));
+        return Tree();
+    }
+};
+
+TEST_F(WholeStack, HasEachGroupAtItsPosition) {
+    EXPECT_EQ(Build(),
+              "Render Scene Layers(Furniture) Selection Sets(Selection) Object IDs(ID) "
+              "Material IDs(Material) Objects(Table) G-Buffer(IDs)");
+    int position = 900;
+    for (const StackRow& row : effect::StackRows())
+        Set(row.position, position -= 100);
+    EXPECT_EQ(Build(),
+              "G-Buffer(IDs) Objects(Table) Material IDs(Material) Object IDs(ID) "
+              "Selection Sets(Selection) Scene Layers(Furniture) Render");
+    for (const StackRow& row : effect::StackRows())
+        Set(row.position, 0);
+    EXPECT_EQ(Build(),
+              "Render Scene Layers(Furniture) Selection Sets(Selection) Object IDs(ID) "
+              "Material IDs(Material) Objects(Table) G-Buffer(IDs)");
+}
+
+TEST_F(WholeStack, WithAllSwitchedOffIsEmptyAndItsListsAreInStepAllTheSame) {
+    for (const StackRow& row : effect::StackRows()) {
+        if (row.enabling) Set(*row.enabling, FALSE);
+    }
+    Set("createGBufferLayerSet"_param, FALSE);
+    Set("createNodeIDLayer"_param, FALSE);
+    Host().elements[RS_Production].Add(DIFFUSE_ELEMENT, _M("Diffuse"));
+    Host().scene.RemoveSelectionSet(_M("Selection"));
+    Host().scene.Remove(*Host().scene.FindNode(_M("Table")));
+    EXPECT_EQ(Build(), "");
+    EXPECT_EQ(effect->pblock->Count("namedSelectionSetsList"_param), 0);
+    EXPECT_EQ(effect->pblock->Count("objectList"_param), 0);
+    EXPECT_EQ(effect->LayerCount(0), 1);
+}
+
+TEST_F(WholeStack, AnObjectThatWasDeletedHasNoMatte) {
+    Set("filterEmptyMattes"_param, FALSE);
+    Host().scene.Remove(*Host().scene.FindNode(_M("Table")));
+    EXPECT_THAT(Build(), testing::HasSubstr("Objects() "));
 }
 
 }  // namespace

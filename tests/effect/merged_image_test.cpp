@@ -3,6 +3,7 @@
 #include "sources/srgb_curve.h"
 #include "sources/srgb_filter.h"
 #include "tests/effect/document_frame.h"
+#include "tests/effect/vray_frame.h"
 
 namespace {
 
@@ -98,6 +99,25 @@ TEST_F(MergedImage, BlankIsAWhitePage) {
     EXPECT_EQ(Document().mergedGreen, white);
     EXPECT_EQ(Document().mergedBlue, white);
     EXPECT_FALSE(Document().mergedAlpha);
+}
+
+TEST_F(MergedImage, IsVRaysFrameBufferWithItsOwnAlphaWhereThatIsInUse) {
+    const auto vray = VRayFrame(width, height);
+    effect::BuildMergedImage(builder, FrameOf(effect::PSDFrameSources{opaque.get(), vray.get()}));
+    EXPECT_EQ(SampleOf(Document().mergedRed), VRaySample(2, 1, 0));
+    EXPECT_EQ(SampleOf(Document().mergedGreen), VRaySample(2, 1, 1));
+    EXPECT_EQ(SampleOf(Document().mergedBlue), VRaySample(2, 1, 2));
+    EXPECT_EQ(SampleOf(Document().mergedAlpha), VRayAlphaSample(2, 1));
+}
+
+TEST_F(MergedImage, OfVRaysFrameBufferFollowsTheCurvesLayerOnlyBesideABitmap) {
+    Set("createCurvesAdjustmentLayer"_param, TRUE);
+    const auto vray = VRayFrame(width, height);
+    effect::BuildMergedImage(builder, FrameOf(effect::PSDFrameSources{image.get(), vray.get()}));
+    ExpectCurves(true);
+    EXPECT_EQ(SampleOf(Document().mergedRed), Curved(VRaySample(2, 1, 0)));
+    effect::BuildMergedImage(builder, FrameOf(effect::PSDFrameSources{nullptr, vray.get()}));
+    ExpectCurves(false);
 }
 
 }  // namespace

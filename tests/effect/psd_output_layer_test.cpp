@@ -1,7 +1,10 @@
 #include "effect/psd_output_layer.h"
 
+#include <elementclasses.h>
+
 #include <set>
 
+#include "host/render_element.h"
 #include "host/target_reference.h"
 #include "plugin/class_descriptors.h"
 #include "tests/effect/effect_fixture.h"
@@ -45,7 +48,23 @@ TEST_F(PSDOutputLayer, ItsRenderElementIsTheParameterOfThatName) {
     layer->pblock->SetValue("renderElement"_layerParam, 0, element.get());
     EXPECT_EQ(layer->GetReference(1), element.get());
     EXPECT_EQ(layer->pblock->GetReferenceTarget("renderElement"_layerParam), element.get());
+    EXPECT_EQ(layer->Element(), nullptr) << "a target that is no render element";
     layer.reset();
+}
+
+TEST_F(PSDOutputLayer, HasItsElementsName) {
+    EXPECT_EQ(layer->Element(), nullptr);
+    EXPECT_EQ(layer->ElementName(), MSTR(_M("<deleted>")));
+    host::RenderElement& element =
+        Host().elements[RS_Production].Add(SPECULAR_ELEMENT, _M("Specular"));
+    layer->pblock->SetValue("renderElement"_layerParam, 0, &element);
+    EXPECT_EQ(layer->Element(), &element);
+    EXPECT_EQ(layer->ElementName(), MSTR(_M("Specular")));
+    element.SetElementName(_M("Glanz"));
+    EXPECT_EQ(layer->ElementName(), MSTR(_M("Glanz")));
+    Host().elements[RS_Production].Remove(&element);
+    EXPECT_EQ(layer->Element(), nullptr);
+    EXPECT_EQ(layer->ElementName(), MSTR(_M("<deleted>")));
 }
 
 TEST_F(PSDOutputLayer, ARenderElementThatIsGoneLeavesNone) {
@@ -61,6 +80,16 @@ TEST_F(PSDOutputLayer, PreparedFor32BitsHasAModeThatExistsThere) {
         layer->pblock->SetValue("blendingMode"_layerParam, 0, mode);
         layer->PrepareFor32Bits();
         const int expected = mode == 7 ? 9 : missing.count(mode) ? 0 : mode;
+        EXPECT_EQ(layer->pblock->GetInt("blendingMode"_layerParam), expected) << mode;
+    }
+}
+
+TEST_F(PSDOutputLayer, WithoutNewerModesHasOneThatIsOlder) {
+    const std::set<int> newer = {5, 9, 13, 14, 15, 22, 23, 24, 25, 26};
+    for (int mode = 0; mode <= 26; ++mode) {
+        layer->pblock->SetValue("blendingMode"_layerParam, 0, mode);
+        layer->ReplaceNewerModes();
+        const int expected = mode == 9 ? 7 : newer.count(mode) ? 0 : mode;
         EXPECT_EQ(layer->pblock->GetInt("blendingMode"_layerParam), expected) << mode;
     }
 }

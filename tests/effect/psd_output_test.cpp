@@ -48,6 +48,10 @@ TEST_F(PSDOutput, ListsItsLayersByNumberOfListAndIndex) {
     ReferenceTarget* secondary[] = {first.get()};
     effect->pblock->Append("layersProduction"_param, 2, production);
     effect->pblock->Append("layersSecondary"_param, 1, secondary);
+    EXPECT_EQ(effect::PSDOutput::LayerList(0), 2);
+    EXPECT_EQ(effect::PSDOutput::LayerList(1), 3);
+    EXPECT_EQ(effect::PSDOutput::LayerList(2), -1);
+    EXPECT_EQ(effect::PSDOutput::LayerList(-1), -1);
     EXPECT_EQ(effect->LayerCount(0), 2);
     EXPECT_EQ(effect->LayerCount(1), 1);
     EXPECT_EQ(effect->LayerCount(2), 0);

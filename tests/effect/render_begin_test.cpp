@@ -61,7 +61,7 @@ class RenderBegin : public EffectTest {
 
     // A V-Ray with its frame buffer on and everything in order.
     IParamBlock2& UseVRay() {
-        IParamBlock2* block = UseRenderer(effect::vrayClassID).GetParamBlock(15);
+        IParamBlock2* block = UseRenderer(VRAY_CLASS_ID).GetParamBlock(15);
         block->SetValue(170, 0, TRUE);
         block->SetValue(171, 0, Render().width);
         block->SetValue(172, 0, Render().height);
@@ -159,12 +159,12 @@ TEST_F(RenderBegin, AFailedCheckOfOneRenderIsForgottenInTheNext) {
 }
 
 TEST_F(RenderBegin, CoronaWithoutAProgressWindowIsNotSaved) {
-    UseRenderer(effect::coronaClassID);
+    UseRenderer(CORONA_CLASS_ID);
     EXPECT_FALSE(Saves());
 }
 
 TEST_F(RenderBegin, CoronaWithAProgressWindowOrAQuietHostIsSaved) {
-    UseRenderer(effect::coronaClassID);
+    UseRenderer(CORONA_CLASS_ID);
     ShowProgressWindow();
     EXPECT_TRUE(Saves());
     Host().windows.Remove(MainWindow());
@@ -346,7 +346,7 @@ TEST_F(RenderBegin, OtherSamplersAndOtherRenderersAreNotWarnedOf) {
 }
 
 TEST_F(RenderBegin, CoronasMissingGBufferIsWarnedOfAndSaved) {
-    UseRenderer(effect::coronaClassID);
+    UseRenderer(CORONA_CLASS_ID);
     ShowProgressWindow();
     Set("outputObjects"_param, TRUE);
     EXPECT_TRUE(Saves());

@@ -9,7 +9,7 @@ constexpr Class_ID scanline{0x00000001, 0x00000000};
 class RenderNotifications : public EffectTest {
   protected:
     void UseVRay(bool frameBufferOn) {
-        UseRenderer(effect::vrayClassID).GetParamBlock(15)->SetValue(170, 0, frameBufferOn);
+        UseRenderer(VRAY_CLASS_ID).GetParamBlock(15)->SetValue(170, 0, frameBufferOn);
     }
 };
 
@@ -133,7 +133,7 @@ TEST_F(RenderNotifications, RenderEndReturns0) {
 }
 
 TEST_F(RenderNotifications, RendererClassCIsNeverSaved) {
-    UseRenderer(effect::rendererClassC);
+    UseRenderer(RENDERER_C_CLASS_ID);
     const auto frame = Image(2, 2);
     effect->RenderBegin(0, 0);
     for (int i = 0; i < 2; ++i)
@@ -143,7 +143,7 @@ TEST_F(RenderNotifications, RendererClassCIsNeverSaved) {
 }
 
 TEST_F(RenderNotifications, RendererClassCIsNotSavedByTheHostsOwnLoopEither) {
-    UseRenderer(effect::rendererClassC);
+    UseRenderer(RENDERER_C_CLASS_ID);
     host::RenderJob job;
     job.frames = {0};
     job.provider = [](int, std::string&) { return Image(2, 2); };
@@ -153,7 +153,7 @@ TEST_F(RenderNotifications, RendererClassCIsNotSavedByTheHostsOwnLoopEither) {
 
 TEST_F(RenderNotifications, RendererClassCCountsByTheFramesContext) {
     UseRenderer(scanline);
-    const host::Owned<host::HostRenderer> other(new host::HostRenderer(effect::rendererClassC));
+    const host::Owned<host::HostRenderer> other(new host::HostRenderer(RENDERER_C_CLASS_ID));
     frameRenderer = other.get();
     const auto frame = Image(2, 2);
     RenderFrame(frame.get());
@@ -178,7 +178,7 @@ TEST_F(RenderNotifications, AnEffectThatIsGoneListensToNothing) {
 class Corona : public RenderNotifications {
   protected:
     Corona() {
-        UseRenderer(effect::coronaClassID);
+        UseRenderer(CORONA_CLASS_ID);
         Host().settings.mainWindow = Host().windows.Add({_M("Main"), _M(""), nullptr, nullptr});
         window = Host().windows.Add(
             {_M("#32770"), _M("Rendering"), nullptr, Host().settings.mainWindow});

@@ -2,6 +2,7 @@
 
 #include "sources/srgb_curve.h"
 #include "tests/effect/document_frame.h"
+#include "tests/effect/vray_frame.h"
 
 namespace {
 
@@ -154,6 +155,26 @@ TEST_F(RenderOutputLayer, OfAnUnknownStyleIsThePlainest) {
         EXPECT_FALSE(Layer(i).mask);
     }
     EXPECT_THAT(Document().channels, IsEmpty());
+}
+
+TEST_F(RenderOutputLayer, ComesFromVRaysFrameBufferWhereThatIsInUse) {
+    const auto vray = VRayFrame(width, height);
+    for (Bitmap* bitmap : {static_cast<Bitmap*>(nullptr), static_cast<Bitmap*>(opaque.get())}) {
+        Document().children.clear();
+        for (int style = 0; style <= 4; ++style) {
+            Style(style);
+            const effect::PSDFrameSources sources{bitmap, vray.get()};
+            effect::AddRenderOutputLayer(builder, FrameOf(sources));
+            const auto& layer = Layer(static_cast<std::size_t>(style));
+            EXPECT_EQ(SampleOf(layer.red), VRaySample(2, 1, 0));
+            EXPECT_EQ(SampleOf(layer.green), VRaySample(2, 1, 1));
+            EXPECT_EQ(SampleOf(layer.blue), VRaySample(2, 1, 2));
+        }
+        EXPECT_EQ(SampleOf(Layer(0).alpha), VRaySample(2, 1, 3));
+        EXPECT_EQ(SampleOf(Layer(2).mask), VRaySample(2, 1, 3));
+        EXPECT_EQ(SampleOf(Layer(3).mask), VRaySample(2, 1, 3));
+        EXPECT_EQ(SampleOf(Document().channels.back().source), VRaySample(2, 1, 3));
+    }
 }
 
 }  // namespace

@@ -72,4 +72,10 @@ TEST(Text, InAnsiHasAQuestionMarkForWhatTheCodePageLacks) {
 
 #endif
 
+TEST(NumberText, IsDecimal) {
+    EXPECT_EQ(effect::NumberText(0), MSTR(_M("0")));
+    EXPECT_EQ(effect::NumberText(2147483647), MSTR(_M("2147483647")));
+    EXPECT_EQ(effect::NumberText(-5), MSTR(_M("-5")));
+}
+
 }  // namespace

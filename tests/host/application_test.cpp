@@ -43,4 +43,30 @@ TEST(Application, EffectsCanAskTheApplicationUntilTheyAreGone) {
     EXPECT_EQ(last, Journal{"found"});
 }
 
+class Referring : public SampleEffect {
+  public:
+    Referring(Journal& journal, INode* node, IRenderElement* element, MSTR& last)
+        : SampleEffect(journal, "a"), node_(node), element_(element), last_(last) {}
+    ~Referring() override { last_ = MSTR(node_->GetName()) + element_->ElementName(); }
+
+  private:
+    INode* node_;
+    IRenderElement* element_;
+    MSTR& last_;
+};
+
+TEST(Application, TheSceneGoesAfterTheEffectsThatReferToIt) {
+    host::ResetApplication();
+    Journal journal;
+    MSTR last;
+    host::Node& node = host::App().scene.AddNode(_M("node"));
+    host::RenderElement& element =
+        host::App().elements[RS_Production].Add(Class_ID(4, 0), _M("element"));
+    host::App().effects.emplace_back(new Referring(journal, &node, &element, last));
+    host::ResetApplication();
+    EXPECT_EQ(last, MSTR(_M("nodeelement")));
+    EXPECT_EQ(host::App().scene.NumNodes(), 0);
+    EXPECT_EQ(host::App().elements[RS_Production].NumRenderElements(), 0);
+}
+
 }  // namespace

@@ -87,8 +87,30 @@ TEST_F(CoreInterfaceTest, ThePointerOutlivesAnApplication) {
     EXPECT_EQ(GetCOREInterface(), core);
     EXPECT_EQ(core->GetTime(), 0);
     EXPECT_EQ(core->GetCurrentRenderer(), nullptr);
-    host::App().renderer.reset(new host::HostRenderer(host::VRAY_CLASS_ID));
+    host::App().renderer.reset(new host::HostRenderer(VRAY_CLASS_ID));
     EXPECT_EQ(core->GetCurrentRenderer(), host::App().renderer.get());
+}
+
+TEST_F(CoreInterfaceTest, EachSetOfSettingsHasItsRenderElements) {
+    Interface* core = GetCOREInterface();
+    EXPECT_EQ(core->GetRenderElementMgr(RS_Production), &host::App().elements[RS_Production]);
+    EXPECT_EQ(core->GetRenderElementMgr(RS_Draft), &host::App().elements[RS_Draft]);
+    EXPECT_EQ(core->GetRenderElementMgr(static_cast<RenderSettingID>(2)), nullptr);
+    EXPECT_EQ(core->GetCurRenderElementMgr(), &host::App().elements[RS_Production]);
+    host::App().settings.render.current = RS_Draft;
+    EXPECT_EQ(core->GetCurRenderElementMgr(), &host::App().elements[RS_Draft]);
+}
+
+TEST_F(CoreInterfaceTest, HiddenObjectsAreRenderedWhenTheSettingsSaySo) {
+    EXPECT_FALSE(GetCOREInterface()->GetRendHidden());
+    host::App().settings.render.hidden = true;
+    EXPECT_TRUE(GetCOREInterface()->GetRendHidden());
+}
+
+TEST_F(CoreInterfaceTest, AChangeOfTheSceneIsRemembered) {
+    EXPECT_FALSE(host::App().settings.saveRequired);
+    GetCOREInterface()->SetSaveRequired();
+    EXPECT_TRUE(host::App().settings.saveRequired);
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 namespace {
 
 TEST(HostRenderer, VRayHasItsFrameBufferBlock) {
-    const host::Owned<host::HostRenderer> renderer(new host::HostRenderer(host::VRAY_CLASS_ID));
-    EXPECT_EQ(renderer->ClassID(), host::VRAY_CLASS_ID);
+    const host::Owned<host::HostRenderer> renderer(new host::HostRenderer(VRAY_CLASS_ID));
+    EXPECT_EQ(renderer->ClassID(), VRAY_CLASS_ID);
     EXPECT_EQ(renderer->SuperClassID(), RENDERER_CLASS_ID);
     EXPECT_EQ(renderer->NumParamBlocks(), 16);
     EXPECT_EQ(renderer->GetParamBlock(14), nullptr);
@@ -24,15 +24,15 @@ TEST(HostRenderer, VRayHasItsFrameBufferBlock) {
 }
 
 TEST(HostRenderer, EachVRayHasABlockOfItsOwn) {
-    const host::Owned<host::HostRenderer> first(new host::HostRenderer(host::VRAY_CLASS_ID));
-    const host::Owned<host::HostRenderer> second(new host::HostRenderer(host::VRAY_CLASS_ID));
+    const host::Owned<host::HostRenderer> first(new host::HostRenderer(VRAY_CLASS_ID));
+    const host::Owned<host::HostRenderer> second(new host::HostRenderer(VRAY_CLASS_ID));
     first->GetParamBlock(15)->SetValue(171, 0, 800);
     EXPECT_EQ(first->GetParamBlock(15)->GetInt(171), 800);
     EXPECT_EQ(second->GetParamBlock(15)->GetInt(171), 640);
 }
 
 TEST(HostRenderer, OtherClassesHaveNoBlock) {
-    const host::Owned<host::HostRenderer> renderer(new host::HostRenderer(host::CORONA_CLASS_ID));
+    const host::Owned<host::HostRenderer> renderer(new host::HostRenderer(CORONA_CLASS_ID));
     EXPECT_EQ(renderer->NumParamBlocks(), 0);
     EXPECT_EQ(renderer->GetParamBlock(15), nullptr);
     EXPECT_FALSE(renderer->properties.Evaluate("output_on"));

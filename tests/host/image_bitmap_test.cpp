@@ -156,4 +156,107 @@ TEST(ImageBitmap, TheBufferMustFitTheFormat) {
         host::ImageBitmap::FromUnsigned16({1, 1, true, 0.0F}, std::vector<std::uint16_t>(4)));
 }
 
+// `count` floats 1/64, 2/64, ...
+std::vector<float> Counting(int count) {
+    std::vector<float> values;
+    for (int i = 1; i <= count; ++i)
+        values.push_back(static_cast<float>(i) / 64);
+    return values;
+}
+
+host::ImageFormat Format(int width, int height, int components) {
+    host::ImageFormat format{width, height};
+    format.components = components;
+    return format;
+}
+
+TEST(ImageBitmap, AGreyIsGivenInAllColoursWithAlphaOne) {
+    const auto bitmap = host::ImageBitmap::FromFloat(Format(2, 2, 1), Counting(4));
+    ASSERT_TRUE(bitmap);
+    EXPECT_FALSE(bitmap->Storage()->HasAlpha());
+    BMM_Color_fl pixel{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(1, 1, 1, &pixel), 1);
+    EXPECT_EQ(Units(pixel), (std::array{0.0625F, 0.0625F, 0.0625F, 1.0F}));
+    BMM_Color_64 units{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(1, 1, 1, &units), 1);
+    EXPECT_EQ(Units(units), (std::array{4096, 4096, 4096, 65535}));
+}
+
+TEST(ImageBitmap, ColoursWithoutAlphaAreGivenWithAlphaOne) {
+    const auto bitmap = host::ImageBitmap::FromFloat(Format(2, 2, 3), Counting(12));
+    ASSERT_TRUE(bitmap);
+    EXPECT_FALSE(bitmap->Storage()->HasAlpha());
+    BMM_Color_fl pixel{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 1, 1, &pixel), 1);
+    EXPECT_EQ(Units(pixel), (std::array{7.0F / 64, 8.0F / 64, 9.0F / 64, 1.0F}));
+    BMM_Color_64 units{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 1, 1, &units), 1);
+    EXPECT_EQ(Units(units), (std::array{7168, 8192, 9216, 65535}));
+}
+
+TEST(ImageBitmap, ALongRowOfFewComponentsIsReadToItsEnd) {
+    constexpr int WIDTH = 1301;
+    for (const int components : {1, 3}) {
+        std::vector<std::uint16_t> stored;
+        for (int i = 0; i < WIDTH * components; ++i)
+            stored.push_back(static_cast<std::uint16_t>(i * 7));
+        const auto bitmap = host::ImageBitmap::FromUnsigned16(Format(WIDTH, 1, components), stored);
+        ASSERT_TRUE(bitmap);
+        std::vector<BMM_Color_64> row(WIDTH - 5);
+        ASSERT_EQ(bitmap->Storage()->GetLinearPixels(5, 0, WIDTH - 5, row.data()), 1);
+        for (std::size_t x = 0; x < row.size(); ++x) {
+            const std::size_t first = (x + 5) * static_cast<std::size_t>(components);
+            const std::size_t next = components == 3 ? 1 : 0;
+            ASSERT_EQ(Units(row[x]), (std::array<int, 4>{stored[first], stored[first + next],
+                                                         stored[first + 2 * next], 65535}));
+        }
+    }
+}
+
+TEST(ImageBitmap, HalfsOfFewComponentsCanBeRoundedTo16Bits) {
+    const auto bitmap = host::ImageBitmap::FromHalf(Format(1, 1, 3), {0x3c00, 0x3800, 0x0001});
+    bitmap->Storage()->RoundHalfsTo16Bits();
+    BMM_Color_64 units{};
+    ASSERT_EQ(bitmap->Storage()->GetLinearPixels(0, 0, 1, &units), 1);
+    EXPECT_EQ(Units(units), (std::array{65535, 32768, 0, 65535}));
+}
+
+TEST(ImageBitmap, OtherNumbersOfComponentsAreNoImage) {
+    for (const int components : {-1, 0, 2, 5}) {
+        EXPECT_FALSE(host::ImageBitmap::FromFloat(Format(2, 2, components), Counting(20)));
+    }
+    EXPECT_FALSE(host::ImageBitmap::FromFloat(Format(2, 2, 1), Counting(16)));
+    EXPECT_FALSE(host::ImageBitmap::FromFloat(Format(2, 2, 3), Counting(16)));
+    EXPECT_FALSE(host::ImageBitmap::FromFloat(Format(2, 2, 3), Counting(11)));
+}
+
+TEST(ImageBitmap, AGBufferIsGivenToTheBitmap) {
+    const auto bitmap = host::ImageBitmap::FromFloat(Format(2, 1, 1), Counting(2));
+    ULONG type = 0;
+    EXPECT_EQ(bitmap->Storage()->ChannelsPresent(), 0U);
+    EXPECT_EQ(bitmap->Storage()->GetGBuffer(), nullptr);
+    EXPECT_EQ(bitmap->Storage()->GetChannel(BMM_CHAN_MTL_ID, type), nullptr);
+
+    auto gbuffer = std::make_unique<host::FragmentBuffer>(2, 1, BMM_CHAN_MTL_ID | BMM_CHAN_Z);
+    host::Fragment fragment;
+    fragment.mtlID = 9;
+    gbuffer->AddPixel({});
+    gbuffer->AddPixel({&fragment, 1});
+    GBuffer* given = gbuffer.get();
+    EXPECT_TRUE(bitmap->SetGBuffer(std::move(gbuffer)));
+    BitmapStorage& storage = *static_cast<Bitmap&>(*bitmap).Storage();
+    EXPECT_EQ(storage.ChannelsPresent(), BMM_CHAN_MTL_ID | BMM_CHAN_Z);
+    EXPECT_EQ(storage.GetGBuffer(), given);
+    const auto* plane = static_cast<UBYTE*>(storage.GetChannel(BMM_CHAN_MTL_ID, type));
+    ASSERT_TRUE(plane);
+    EXPECT_EQ(plane[0], 0);
+    EXPECT_EQ(plane[1], 9);
+    EXPECT_EQ(type, BMM_CHAN_MTL_ID);
+
+    EXPECT_FALSE(bitmap->SetGBuffer(std::make_unique<host::FragmentBuffer>(1, 2, BMM_CHAN_Z)));
+    EXPECT_EQ(storage.GetGBuffer(), given) << "one of another size isn't taken";
+    EXPECT_TRUE(bitmap->SetGBuffer(nullptr));
+    EXPECT_EQ(storage.GetGBuffer(), nullptr);
+}
+
 }  // namespace

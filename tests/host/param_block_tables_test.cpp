@@ -153,21 +153,36 @@ TEST_F(ParamBlockTables, OneThatIsNotVariableKeepsItsSize) {
     EXPECT_EQ(Block().Count(SAMPLE_FIXED_STRINGS), 2);
 }
 
-TEST_F(ParamBlockTables, SortOrdersTheEntriesAndKeepsEqualOnes) {
-    AppendTargets({&c, nullptr, &b, &a});
-    Forget();
-    std::vector<ReferenceTarget*> order{&a, &b, &c, nullptr};
-    const auto rank = [&](ReferenceTarget* target) {
-        return std::find(order.begin(), order.end(), target) - order.begin();
+// By the number of references that a target has room for; null comes last.
+int CompareRooms(const void* left, const void* right) {
+    const auto rooms = [](const void* entry) {
+        ReferenceTarget* target = *static_cast<ReferenceTarget* const*>(entry);
+        return target ? target->NumRefs() : 100;
     };
-    EXPECT_TRUE(Block().Sort(SAMPLE_TARGETS, [&](ReferenceTarget* left, ReferenceTarget* right) {
-        return rank(left) < rank(right);
-    }));
-    EXPECT_THAT(Targets(), ElementsAre(&a, &b, &c, nullptr));
+    return rooms(left) - rooms(right);
+}
+
+TEST_F(ParamBlockTables, SortOrdersTheEntriesAndKeepsEqualOnes) {
+    SampleTarget small(1);
+    SampleTarget equal(1);
+    SampleTarget large(3);
+    AppendTargets({&large, nullptr, &small, &equal});
+    Forget();
+    Block().Sort(SAMPLE_TARGETS, CompareRooms);
+    EXPECT_THAT(Targets(), ElementsAre(&small, &equal, &large, nullptr));
     EXPECT_THAT(accessor.changes, ElementsAre(TabChange{tab_sort, SAMPLE_TARGETS, 0, 4}));
-    const auto never = [](ReferenceTarget*, ReferenceTarget*) { return false; };
-    EXPECT_FALSE(Block().Sort(SAMPLE_STRINGS, never));
-    EXPECT_FALSE(Block().Sort(SAMPLE_TARGET, never));
+    EXPECT_THAT(owner.changes, ElementsAre(ParameterChange{SAMPLE_TARGETS, 0}));
+}
+
+TEST_F(ParamBlockTables, WhatIsNoTableOfTargetsIsNotSorted) {
+    AppendTargets({&b, &a});
+    Forget();
+    Block().Sort(SAMPLE_STRINGS, CompareRooms);
+    Block().Sort(SAMPLE_TARGET, CompareRooms);
+    Block().Sort(999, CompareRooms);
+    Block().Sort(SAMPLE_TARGETS, nullptr);
+    EXPECT_THAT(Targets(), ElementsAre(&b, &a));
+    EXPECT_THAT(accessor.changes, IsEmpty());
 }
 
 TEST_F(ParamBlockTables, AnEntryThatIsTakenAwayIsNoReferenceAnyMore) {

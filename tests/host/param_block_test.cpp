@@ -152,6 +152,17 @@ TEST_F(ParamBlockTest, AnInodeParameterTakesOnlyNodes) {
     EXPECT_EQ(Block().GetReferenceTarget(SAMPLE_NODE), nullptr);
 }
 
+TEST_F(ParamBlockTest, GetINodeGivesNodesAlone) {
+    SampleNode node;
+    SampleTarget target;
+    Block().SetValue(SAMPLE_NODE, 0, &node);
+    Block().SetValue(SAMPLE_TARGET, 0, &target);
+    EXPECT_EQ(Block().GetINode(SAMPLE_NODE, 0, 0), &node);
+    EXPECT_EQ(Block().GetINode(SAMPLE_TARGET, 0, 0), nullptr);
+    EXPECT_EQ(Block().GetINode(SAMPLE_INT, 0, 0), nullptr);
+    EXPECT_EQ(Block().GetINode(SAMPLE_NODES, 0, 0), nullptr);
+}
+
 TEST_F(ParamBlockTest, AnOwnersReferenceIsStoredInTheOwner) {
     SampleTarget target;
     EXPECT_TRUE(Block().SetValue(SAMPLE_OWNERS_TARGET, 0, &target));

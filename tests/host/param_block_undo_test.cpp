@@ -132,15 +132,18 @@ TEST_F(ParamBlockUndo, TablesGetTheirShapeBack) {
 }
 
 TEST_F(ParamBlockUndo, ASortIsTakenBack) {
-    ReferenceTarget* targets[] = {&a, &b};
+    SampleTarget large(2);
+    ReferenceTarget* targets[] = {&large, &a};
     Block().Append(SAMPLE_TARGETS, 2, targets, 0);
     Held([&] {
-        Block().Sort(SAMPLE_TARGETS,
-                     [&](ReferenceTarget* left, ReferenceTarget*) { return left == &b; });
+        Block().Sort(SAMPLE_TARGETS, [](const void* left, const void* right) {
+            return (*static_cast<ReferenceTarget* const*>(left))->NumRefs() -
+                   (*static_cast<ReferenceTarget* const*>(right))->NumRefs();
+        });
     });
-    EXPECT_THAT(Targets(), ElementsAre(&b, &a));
+    EXPECT_THAT(Targets(), ElementsAre(&a, &large));
     Undo();
-    EXPECT_THAT(Targets(), ElementsAre(&a, &b));
+    EXPECT_THAT(Targets(), ElementsAre(&large, &a));
     EXPECT_THAT(accessor.changes, ElementsAre(TabChange{tab_sort, SAMPLE_TARGETS, 0, 2}));
 }
 

@@ -173,4 +173,33 @@ TEST(PixelRows, RowsOfEveryLengthAreWrittenToTheirEndAndNotBeyond) {
     });
 }
 
+TEST(PixelRows, GreysAndColoursBecomePixels) {
+    OnEveryInstructionSet([] {
+        for (std::size_t pixels = 0; pixels < 70; ++pixels) {
+            std::vector<float> stored(3 * pixels);
+            std::iota(stored.begin(), stored.end(), 2.0F);
+            std::vector<float> grey(4 * pixels + 1, -1.0F);
+            std::vector<float> colors(4 * pixels + 1, -1.0F);
+            host::GreyToPixels(stored.data(), grey.data(), pixels);
+            host::ColorsToPixels(stored.data(), colors.data(), pixels);
+            const std::vector<std::uint16_t> stored16(stored.begin(), stored.end());
+            std::vector<std::uint16_t> grey16(4 * pixels + 1, 9);
+            std::vector<std::uint16_t> colors16(4 * pixels + 1, 9);
+            host::GreyToPixels(stored16.data(), grey16.data(), pixels);
+            host::ColorsToPixels(stored16.data(), colors16.data(), pixels);
+            for (std::size_t at = 0; at < 4 * pixels; ++at) {
+                const bool alpha = at % 4 == 3;
+                ASSERT_EQ(grey[at], alpha ? 1.0F : stored[at / 4]);
+                ASSERT_EQ(colors[at], alpha ? 1.0F : stored[at / 4 * 3 + at % 4]);
+                ASSERT_EQ(grey16[at], alpha ? 65535 : stored16[at / 4]);
+                ASSERT_EQ(colors16[at], alpha ? 65535 : stored16[at / 4 * 3 + at % 4]);
+            }
+            ASSERT_EQ(grey.back(), -1.0F);
+            ASSERT_EQ(colors.back(), -1.0F);
+            ASSERT_EQ(grey16.back(), 9);
+            ASSERT_EQ(colors16.back(), 9);
+        }
+    });
+}
+
 }  // namespace

@@ -77,7 +77,7 @@ TEST_F(RenderLoop, OneFrameRunsThroughAllStations) {
 }
 
 TEST_F(RenderLoop, TheContextTellsTheFrame) {
-    host::App().renderer.reset(new host::HostRenderer(host::VRAY_CLASS_ID));
+    host::App().renderer.reset(new host::HostRenderer(VRAY_CLASS_ID));
     host::RenderFrames(job);
     EXPECT_EQ(context.renderer, host::App().renderer.get());
     EXPECT_EQ(context.devWidth, 4);
@@ -154,7 +154,7 @@ TEST_F(RenderLoop, ABitmapThatTheEffectDoesNotSupportIsNotApplied) {
 }
 
 TEST_F(RenderLoop, WithCoronaTheEffectIsLeftToItsNotifications) {
-    host::App().renderer.reset(new host::HostRenderer(host::CORONA_CLASS_ID));
+    host::App().renderer.reset(new host::HostRenderer(CORONA_CLASS_ID));
     host::RenderFrames(job);
     EXPECT_THAT(journal, ElementsAre("PRE_RENDER", "PRE_FRAME", "provide 3", "a supports 4",
                                      "POST_FRAME", "POST_RENDER"));
@@ -225,6 +225,55 @@ TEST_F(RenderLoop, AFrameBeyondTheEndOfTimeIsAtTheEndOfTime) {
     job.frames = {std::numeric_limits<int>::max()};
     host::RenderFrames(job);
     EXPECT_EQ(context.time, TIME_PosInfinity);
+}
+
+TEST_F(RenderLoop, TheContextHasTheCurrentRenderElements) {
+    host::App().settings.render.current = RS_Draft;
+    host::RenderFrames(job);
+    EXPECT_EQ(context.GetRenderElementMgr(), &host::App().elements[RS_Draft]);
+}
+
+TEST_F(RenderLoop, NodesHaveTheirRenderIdsBeforeTheProviderAndTheEffects) {
+    host::Node& first = host::App().scene.AddNode(_M("first"));
+    host::Node* brought = nullptr;
+    job.provider = [&](int frame, std::string&) {
+        EXPECT_EQ(first.GetRenderID(), 0);
+        if (frame == 4) {
+            brought = &host::App().scene.AddNode(_M("brought"));
+        }
+        return Image(4, 2);
+    };
+    effect->onApply = [&](RenderGlobalContext*, CheckAbortCallback*) {
+        EXPECT_EQ(first.GetRenderID(), 0);
+        if (brought) {
+            EXPECT_EQ(brought->GetRenderID(), 1);
+        }
+    };
+    job.frames = {3, 4, 5};
+    host::RenderFrames(job);
+    EXPECT_TRUE(brought);
+}
+
+TEST_F(RenderLoop, TheRequiredChannelsAreThoseOfAllActiveEffects) {
+    class Reader : public SampleEffect {
+      public:
+        Reader(Journal& journal, DWORD channels)
+            : SampleEffect(journal, "r"), channels_(channels) {}
+        DWORD GBufferChannelsRequired(TimeValue t) override { return t == 160 ? channels_ : 0; }
+
+      private:
+        DWORD channels_;
+    };
+    EXPECT_EQ(host::RequiredGBufferChannels(160), 0U);
+    auto* depth = new Reader(journal, BMM_CHAN_Z);
+    host::App().effects.emplace_back(depth);
+    host::App().effects.emplace_back(new Reader(journal, BMM_CHAN_MTL_ID));
+    EXPECT_EQ(host::RequiredGBufferChannels(160), BMM_CHAN_Z | BMM_CHAN_MTL_ID);
+    EXPECT_EQ(host::RequiredGBufferChannels(0), 0U);
+    depth->SetAFlag(A_ATMOS_DISABLED);
+    EXPECT_EQ(host::RequiredGBufferChannels(160), BMM_CHAN_MTL_ID);
+    host::App().settings.render.effects = false;
+    EXPECT_EQ(host::RequiredGBufferChannels(160), 0U);
 }
 
 }  // namespace

@@ -164,6 +164,14 @@ class SampleOwner : public ReferenceTarget {
 
 class SampleNode : public INode {
   public:
+    const MCHAR* GetName() override { return _M("Node"); }
+    USHORT GetRenderID() override { return 65535; }
+    INode* GetParentNode() override { return nullptr; }
+    int NumberOfChildren() override { return 0; }
+    INode* GetChildNode(int) override { return nullptr; }
+    BOOL IsGroupHead() override { return FALSE; }
+    BOOL IsGroupMember() override { return FALSE; }
+    BOOL IsNodeHidden(BOOL) override { return FALSE; }
     RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
                                BOOL) override {
         return REF_SUCCEED;

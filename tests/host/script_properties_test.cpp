@@ -71,9 +71,9 @@ TEST_F(ScriptPropertiesTest, AGetterMayHaveNoAnswer) {
 TEST_F(ScriptPropertiesTest, PropertiesOfTheCurrentRendererComeFromIt) {
     FPValue value;
     EXPECT_FALSE(ExecuteMAXScriptScript(_M("renderers.current.output_on"), TRUE, &value));
-    host::App().renderer.reset(new host::HostRenderer(host::CORONA_CLASS_ID));
+    host::App().renderer.reset(new host::HostRenderer(CORONA_CLASS_ID));
     EXPECT_FALSE(ExecuteMAXScriptScript(_M("renderers.current.output_on"), TRUE, &value));
-    host::App().renderer.reset(new host::HostRenderer(host::VRAY_CLASS_ID));
+    host::App().renderer.reset(new host::HostRenderer(VRAY_CLASS_ID));
     ASSERT_TRUE(ExecuteMAXScriptScript(_M("renderers.current.output_on"), TRUE, &value));
     EXPECT_EQ(value.type, TYPE_BOOL);
     EXPECT_EQ(value.b, 0);

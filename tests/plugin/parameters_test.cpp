@@ -153,7 +153,10 @@ constexpr Contract layerContract[] = {
     {4, "mask", "BOOL", "false", "", "own checkbox 1057", false, ""},
     {5, "transparency", "BOOL", "true", "", "own checkbox 1056", false, ""},
     {6, "premultiply", "BOOL", "true", "", "own checkbox 1092", false, ""},
-    {3, "blendingMode", "INT", "0", "", "own combo 1045", false, ""},
+    {3, "blendingMode", "INT", "0",
+     "0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, "
+     "25, 26",
+     "own combo 1045", false, ""},
     {7, "outputAs", "INT", "0", "0, 1", "own radio 1112, 1114", false, ""},
     {8, "groupWithPrevious", "BOOL", "false", "", "own checkbox 1059", false, ""},
     {9, "split", "BOOL", "false", "", "own checkbox 1159", false, ""},

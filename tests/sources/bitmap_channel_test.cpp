@@ -254,6 +254,17 @@ TEST_F(BitmapChannel, ARowThatCantBeReadRepeatsTheOneBefore) {
     EXPECT_EQ(fresh.GetRow16(0)[0], 0);
 }
 
+TEST_F(BitmapChannel, GivesEveryRowInTheSameBuffer) {
+    SetRow(bitmap, {BMM_Color_64{1, 2, 3, 4}, BMM_Color_64{5, 6, 7, 8}});
+    SetRow(bitmap, {BMM_Color_fl{1, 2, 3, 4}, BMM_Color_fl{5, 6, 7, 8}});
+    bitmap.pixels.width = 1;
+    bitmap.pixels.height = 2;
+    BitmapToPSDChannel channel(&bitmap, sources::selectRed, keepPremultiplied, linear);
+    EXPECT_EQ(channel.GetRow8(0), channel.GetRow8(1));
+    EXPECT_EQ(channel.GetRow16(0), channel.GetRow16(1));
+    EXPECT_EQ(channel.GetRow32(0), channel.GetRow32(1));
+}
+
 TEST_F(BitmapChannel, FetchesNothingBeforeARowIsAskedFor) {
     SetRow(bitmap, {BMM_Color_64{1, 2, 3, 4}});
     BitmapToPSDChannel channel(&bitmap, sources::selectRed, keepPremultiplied, linear);

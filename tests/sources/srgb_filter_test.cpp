@@ -4,23 +4,12 @@
 
 #include <boost/make_shared.hpp>
 #include <cmath>
-#include <vector>
 
 #include "sources/solid_color_channel.h"
 #include "sources/srgb_curve.h"
+#include "tests/psdbuilder/listed_source.h"
 
 namespace {
-
-struct ListedSource : psdfile::PSDChannelImageDataSource {
-    const std::uint8_t* GetRow8(std::uint32_t) override { return row8.data(); }
-    const std::uint16_t* GetRow16(std::uint32_t) override {
-        return row16.empty() ? nullptr : row16.data();
-    }
-    const float* GetRow32(std::uint32_t) override { return row32.empty() ? nullptr : row32.data(); }
-    std::vector<std::uint8_t> row8;
-    std::vector<std::uint16_t> row16;
-    std::vector<float> row32;
-};
 
 TEST(SRGBFilter, KeepsBlackAndWhiteAtBothDepths) {
     auto inner = boost::make_shared<ListedSource>();

@@ -1,0 +1,30 @@
+// A frame of a render file as V-Ray's frame buffer holds it: the picture, its alpha, and a channel
+// for each render element.
+#pragma once
+
+#include <string>
+
+#include <plugapi.h>
+
+#include "host/image_bitmap.h"
+#include "host/vray_frame_buffer.h"
+
+namespace command {
+
+class VRayFrame {
+  public:
+    // Begins the frame. The picture outlives it in the buffer, and both outlive this.
+    VRayFrame(host::VRayFrameBuffer& frameBuffer, host::ImageBitmap& picture);
+
+    // `alpha` may be null: then the picture's own stands in.
+    void AddPicture(host::Owned<host::ImageBitmap> alpha);
+    // Behind the picture. `name` is the element's (UTF-8).
+    void AddElement(const Class_ID& classID, const std::string& name,
+                    host::Owned<host::ImageBitmap> image);
+
+  private:
+    host::VRayFrameBuffer& buffer;
+    host::ImageBitmap& frame;
+};
+
+}  // namespace command

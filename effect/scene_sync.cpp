@@ -1,0 +1,51 @@
+#include "effect/scene_sync.h"
+
+#include <INamedSelectionSetManager.h>
+#include <hold.h>
+#include <iparamb2.h>
+
+#include <vector>
+
+#include "plugin/parameters.h"
+
+namespace effect {
+namespace {
+
+bool IsInScene(INamedSelectionSetManager& sets, const MSTR& wanted) {
+    const int count = sets.GetNumNamedSelSets();
+    for (int i = 0; i < count; ++i) {
+        MSTR name;
+        if (sets.GetNamedSelSetName(i, name) && name == wanted) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+void SyncSelectionSets(IParamBlock2& pblock) {
+    constexpr ParamID list = "namedSelectionSetsList"_param;
+    INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
+    if (!sets) return;
+    // From the last to the first, so that each index still holds when its turn comes.
+    std::vector<int> gone;
+    for (int i = pblock.Count(list) - 1; i >= 0; --i) {
+        if (!IsInScene(*sets, MSTR(pblock.GetStr(list, 0, i)))) gone.push_back(i);
+    }
+    if (gone.empty()) return;
+    theHold.Begin();
+    for (const int index : gone)
+        pblock.Delete(list, index, 1);
+    theHold.Accept(_M("Sync Sel. Sets"));
+}
+
+void CleanupDeletedObjects(IParamBlock2& pblock) {
+    constexpr ParamID list = "objectList"_param;
+    for (int i = pblock.Count(list) - 1; i >= 0; --i) {
+        if (pblock.GetINode(list, 0, i)) continue;
+        theHold.Begin();
+        pblock.Delete(list, i, 1);
+        theHold.Accept(_M("Cleanup deleted objects"));
+    }
+}
+
+}  // namespace effect

@@ -1,0 +1,91 @@
+#include "effect/sync_render_elements.h"
+
+#include <maxapi.h>
+#include <renderelements.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "effect/class_defaults.h"
+#include "effect/psd_output.h"
+#include "effect/psd_output_layer.h"
+#include "effect/sort_layers.h"
+#include "plugin/parameters.h"
+
+namespace effect {
+namespace {
+
+std::vector<IRenderElement*> ElementsOf(IRenderElementMgr& manager) {
+    std::vector<IRenderElement*> elements;
+    for (int i = 0; i < manager.NumRenderElements(); ++i) {
+        if (IRenderElement* element = manager.GetRenderElement(i)) elements.push_back(element);
+    }
+    return elements;
+}
+
+bool RemoveStaleLayers(PSDOutput& effect, int list, const std::vector<IRenderElement*>& elements) {
+    bool changed = false;
+    for (int i = effect.LayerCount(list) - 1; i >= 0; --i) {
+        const PSDOutputLayer* layer = effect.Layer(list, i);
+        IRenderElement* element = layer ? layer->Element() : nullptr;
+        if (element && std::find(elements.begin(), elements.end(), element) != elements.end()) {
+            continue;
+        }
+        effect.pblock->Delete(PSDOutput::LayerList(list), i, 1);
+        GetCOREInterface()->SetSaveRequired();
+        changed = true;
+    }
+    return changed;
+}
+
+bool HasLayer(const PSDOutput& effect, int list, const IRenderElement* element) {
+    for (int i = 0; i < effect.LayerCount(list); ++i) {
+        const PSDOutputLayer* layer = effect.Layer(list, i);
+        if (layer && layer->Element() == element) return true;
+    }
+    return false;
+}
+
+// False when the host can't make one.
+bool AddLayer(PSDOutput& effect, int list, IRenderElement* element) {
+    auto* layer = static_cast<PSDOutputLayer*>(
+        GetCOREInterface()->CreateInstance(REF_TARGET_CLASS_ID, psdOutputLayerClassID));
+    if (!layer) return false;
+    layer->pblock->SetValue("renderElement"_layerParam, 0, element);
+    ApplyClassDefaults(layer);
+    if (!effect.pblock->GetInt("usePS7Extensions"_param)) layer->ReplaceNewerModes();
+    if (effect.pblock->GetInt("bitDepth"_param) == 32) layer->PrepareFor32Bits();
+    ReferenceTarget* entry = layer;
+    effect.pblock->Append(PSDOutput::LayerList(list), 1, &entry);
+    return true;
+}
+
+}  // namespace
+
+int LayerListOf(const RenderGlobalContext& gc) {
+    IRenderElementMgr* second = GetCOREInterface()->GetRenderElementMgr(RS_Draft);
+    return second && gc.GetRenderElementMgr() == second ? PSDOutput::secondaryLayers
+                                                        : PSDOutput::productionLayers;
+}
+
+bool SyncRenderElements(PSDOutput& effect, int list) {
+    IRenderElementMgr* manager = GetCOREInterface()->GetCurRenderElementMgr();
+    if (!manager || PSDOutput::LayerList(list) < 0) return false;
+    const bool wasEmpty = effect.LayerCount(list) == 0;
+    const std::vector<IRenderElement*> elements = ElementsOf(*manager);
+    bool changed = RemoveStaleLayers(effect, list, elements);
+    for (IRenderElement* element : elements) {
+        if (!HasLayer(effect, list, element)) changed |= AddLayer(effect, list, element);
+    }
+    if (wasEmpty && effect.LayerCount(list) > 0) {
+        SortLayers(effect, list);
+        changed = true;
+    }
+    if (effect.pblock->GetInt("autoSort"_param)) {
+        SortLayers(effect, list);
+        changed = true;
+    }
+    return changed;
+}
+
+}  // namespace effect

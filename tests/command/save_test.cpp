@@ -1,0 +1,303 @@
+// Whole runs over render files: what stands in the documents, and what the user is told.
+#include "command/save.h"
+
+#include <gmock/gmock.h>
+
+#include "command/failure.h"
+#include "command/run.h"
+#include "tests/command/captured_streams.h"
+#include "tests/command/pass_samples.h"
+#include "tests/command/test_folder.h"
+#include "tests/documents/section_walker.h"
+
+namespace command {
+namespace {
+
+using pass_samples::Always;
+using pass_samples::cubeID;
+using pass_samples::floorID;
+using pass_samples::Only;
+using pass_samples::Sample;
+using pass_samples::sphereID;
+using psdfile::WalkedDocument;
+using psdfile::WalkedLayer;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+using Words = std::vector<std::string>;
+
+class SaveTest : public FolderTest {
+  protected:
+    // Saves a.exr in the host's linear light and 8 bits.
+    int Save(Words words, const std::string& input = "a.exr") {
+        words.insert(words.begin(),
+                     {"save", PathOf(input), "--gamma", "off", "--set", "bitDepth=8"});
+        const CapturedStream outStream;
+        const CapturedStream errStream;
+        const int status = command::Run(words, outStream.Get(), errStream.Get());
+        out = outStream.Text();
+        err = errStream.Text();
+        return status;
+    }
+    WalkedDocument Document(const std::string& name = "a.psd") const {
+        return psdfile::WalkDocument(Bytes(name), false);
+    }
+    std::string Scene(const std::string& members) const {
+        return Write("scene.json", R"({"veltrane": 1, )" + members + "}");
+    }
+
+    std::string out;
+    std::string err;
+};
+
+bool IsEndOfSet(const WalkedLayer& layer) {
+    const auto kind = layer.blocks.find("lsct");
+    return kind != layer.blocks.end() && kind->second.substr(0, 4) == std::string("\0\0\0\3", 4);
+}
+
+// From the top; "NAME*" is hidden.
+Words LayersOf(const WalkedDocument& document) {
+    Words names;
+    for (auto layer = document.layers.rbegin(); layer != document.layers.rend(); ++layer) {
+        if (IsEndOfSet(*layer)) continue;
+        names.push_back(layer->name + ((layer->flags & 2) != 0 ? "*" : ""));
+    }
+    return names;
+}
+
+const WalkedLayer& Named(const WalkedDocument& document, const std::string& name) {
+    for (const WalkedLayer& layer : document.layers) {
+        if (layer.name == name && !IsEndOfSet(layer)) return layer;
+    }
+    throw std::logic_error("no layer " + name);
+}
+
+// Samples of 8 bits of a channel (-1: the alpha), whose layer begins at the frame's upper left.
+std::vector<int> Samples(const WalkedDocument& document, const std::string& layer, int channel) {
+    for (const psdfile::WalkedChannel& each : Named(document, layer).channels) {
+        if (each.id != channel) continue;
+        std::vector<int> samples;
+        for (const char sample : each.pixels)
+            samples.push_back(static_cast<unsigned char>(sample));
+        return samples;
+    }
+    throw std::logic_error("no such channel of " + layer);
+}
+
+Sample Still() {
+    return Sample(4, 1).Picture(1.0);
+}
+
+// The left half of the frame is of the first id, the right one of the second.
+pass_samples::Ranks Halves(std::uint32_t left, std::uint32_t right) {
+    return Only([=](int x, int) { return x < 2 ? left : right; });
+}
+
+Sample TwoObjects() {
+    return Still().Matte("CryptoObject", {{"Cube", cubeID}, {"Sphere", sphereID}},
+                         Halves(cubeID, sphereID));
+}
+
+TEST_F(SaveTest, ElementsAreLayersUnderTheirNames) {
+    Write("a.exr", Still().Color("DiffDir", 1, 0, 0.2).Color("Other", 0, 1, 0).Bytes());
+    ASSERT_EQ(Save({"--element", "Other:visible=false"}), exitSaved) << err;
+    EXPECT_EQ(err, "");
+    const WalkedDocument document = Document();
+    EXPECT_THAT(LayersOf(document),
+                testing::UnorderedElementsAre("Render", testing::StartsWith("DiffDir"), "Other*"));
+    EXPECT_EQ(Samples(document, "DiffDir", 0), (std::vector<int>(4, 255)));
+    EXPECT_EQ(Samples(document, "DiffDir", 2), (std::vector<int>(4, 51)));
+}
+
+TEST_F(SaveTest, AllMakesMattesOfObjectsAndMaterials) {
+    Write("a.exr",
+          TwoObjects().Matte("CryptoMaterial", {{"Glass", floorID}}, Halves(floorID, 0)).Bytes());
+    ASSERT_EQ(Save({}), exitSaved) << err;
+    EXPECT_THAT(LayersOf(Document()), ElementsAre("Render"));
+    ASSERT_EQ(Save({"--all"}), exitSaved) << err;
+    EXPECT_EQ(err, "");
+    const WalkedDocument document = Document();
+    const Words layers = LayersOf(document);
+    EXPECT_THAT(layers, testing::IsSupersetOf(
+                            {"Material IDs", "Glass", "Objects", "Cube", "Sphere", "Render"}));
+    EXPECT_EQ(Samples(document, "Cube", -1), (std::vector<int>{255, 255, 0, 0}));
+    EXPECT_EQ(Samples(document, "Sphere", -1), (std::vector<int>{0, 0, 255, 255}));
+    EXPECT_EQ(Samples(document, "Glass", -1), (std::vector<int>{255, 255, 0, 0}));
+}
+
+TEST_F(SaveTest, TheScenesLayersAndSelectionSetsAreMattes) {
+    Write("a.exr", TwoObjects().Bytes());
+    const std::string scene = Scene(R"("nodes": [{"name": "Cube"}, {"name": "Sphere"}],
+        "layers": [{"name": "Furniture", "nodes": ["Cube"]},
+                   {"name": "Hidden", "hidden": true, "nodes": ["Sphere"]}],
+        "selectionSets": [{"name": "Round", "nodes": ["Sphere"]},
+                          {"name": "Both", "nodes": ["Sphere", "Cube"]}])");
+    ASSERT_EQ(Save({"--all", "--scene", scene}), exitSaved) << err;
+    const WalkedDocument document = Document();
+    EXPECT_EQ(Samples(document, "Furniture", -1), (std::vector<int>{255, 255, 0, 0}));
+    EXPECT_EQ(Samples(document, "Round", -1), (std::vector<int>{0, 0, 255, 255}));
+    EXPECT_EQ(Samples(document, "Both", -1), (std::vector<int>{255, 255, 255, 255}));
+    EXPECT_THAT(LayersOf(document), testing::Not(testing::Contains(StartsWith("Hidden"))));
+    ASSERT_EQ(Save({"--all", "--scene", scene, "--set", "outputNamedSelectionSets=no"}), exitSaved);
+    EXPECT_THAT(LayersOf(Document()), testing::Not(testing::Contains("Round")));
+}
+
+TEST_F(SaveTest, IntegerIdsAreMattesByTheirNumbers) {
+    Write("a.exr", Still()
+                       .Unsigned("objectID", [](int x, int) { return x; })
+                       .Unsigned("materialID", [](int x, int) { return x == 3 ? 9 : 0; })
+                       .Bytes());
+    ASSERT_EQ(Save({"--all"}), exitSaved) << err;
+    const WalkedDocument document = Document();
+    EXPECT_EQ(Samples(document, "Object ID: 2", -1), (std::vector<int>{0, 0, 255, 0}));
+    EXPECT_EQ(Samples(document, "Material ID: 9", -1), (std::vector<int>{0, 0, 0, 255}));
+    EXPECT_THAT(LayersOf(document), testing::IsSupersetOf({"Object ID: 1", "Object ID: 3"}));
+}
+
+TEST_F(SaveTest, ADeepFileHasMattesToo) {
+    Sample sample = Sample(2, 1);
+    for (const char* channel : {"R", "G", "B", "A", "Z"})
+        sample.Half(channel, Always(1));
+    sample.Unsigned("objectID", [](int x, int) { return 5 + x; });
+    sample.GetPart().deep = true;
+    Write("a.exr", sample.Bytes());
+    ASSERT_EQ(Save({"--all"}), exitSaved) << err;
+    const WalkedDocument document = Document();
+    EXPECT_EQ(Samples(document, "Object ID: 5", -1), (std::vector<int>{255, 0}));
+    EXPECT_EQ(Samples(document, "Object ID: 6", -1), (std::vector<int>{0, 255}));
+}
+
+// The picture's own channels and the frame buffer's are the same pixels; the renderer shows in its
+// elements, whose alpha is the picture's.
+TEST_F(SaveTest, VRaysFilesAreRecognised) {
+    Write("a.exr", Sample(4, 1)
+                       .Half("R", Always(0.2))
+                       .Half("G", Always(0.2))
+                       .Half("B", Always(0.2))
+                       .Half("A", [](int x, int) { return x < 2 ? 1.0 : 0.2; })
+                       .Color("VRayReflection", 0.2, 0.2, 0.2)
+                       .Color("unheard of", 0, 0.2, 0)
+                       .Bytes());
+    const auto alphaOfReflection = [&](const std::string& renderer) {
+        EXPECT_EQ(Save({"--renderer", renderer, "--element", "VRayReflection:transparency=true"}),
+                  exitSaved)
+            << err;
+        EXPECT_EQ(err, "");
+        const WalkedDocument document = Document();
+        EXPECT_EQ(Samples(document, "Render", 0), (std::vector<int>(4, 51))) << renderer;
+        EXPECT_EQ(Samples(document, "unheard of", 1), (std::vector<int>(4, 51))) << renderer;
+        EXPECT_EQ(document.layers.size(), 3U) << renderer;
+        return Samples(document, "VRayReflection", -1);
+    };
+    EXPECT_EQ(alphaOfReflection("none"), (std::vector<int>(4, 255)));
+    EXPECT_EQ(alphaOfReflection("vray"), (std::vector<int>{255, 255, 51, 51}));
+    EXPECT_EQ(alphaOfReflection("auto"), (std::vector<int>{255, 255, 51, 51}));
+}
+
+TEST_F(SaveTest, VRaysPassesOfAnotherRendererAreLayersToo) {
+    Write("a.exr", Still().Color("Emit", 1, 0, 0).Color("mine", 0, 1, 0).Bytes());
+    ASSERT_EQ(Save({"--renderer", "vray"}), exitSaved) << err;
+    EXPECT_EQ(Samples(Document(), "Emit", 0), (std::vector<int>(4, 255)));
+    EXPECT_EQ(Samples(Document(), "mine", 1), (std::vector<int>(4, 255)));
+    EXPECT_EQ(Document().layers.size(), 3U);
+}
+
+TEST_F(SaveTest, AnElementOfVRaysThatIsOffDoesntShowThePixelsOfAnother) {
+    Write("a.exr",
+          Still().Color("VRayReflection", 1, 0, 0).Color("VRayReflection_2", 0, 1, 0).Bytes());
+    const std::string scene =
+        Scene(R"("elements": [{"name": "VRayReflection", "enabled": false}])");
+    ASSERT_EQ(Save({"--scene", scene}), exitSaved) << err;
+    const WalkedDocument document = Document();
+    EXPECT_EQ(document.layers.size(), 2U);
+    EXPECT_EQ(Samples(document, "VRayReflection_2", 1), (std::vector<int>(4, 255)));
+}
+
+TEST_F(SaveTest, AnElementMissingInALaterFrameIsMissingInItsDocument) {
+    for (const char* renderer : {"none", "vray"}) {
+        Write("s.0001.exr",
+              Still().Color("VRayReflection", 1, 0, 0).Color("VRayReflection_2", 0, 1, 0).Bytes());
+        Write("s.0002.exr", Still().Color("VRayReflection", 1, 0, 0).Bytes());
+        Write("s.0003.exr", Still().Color("VRayReflection_2", 0, 1, 0).Bytes());
+        ASSERT_EQ(Save({"--frames", "1-3", "--renderer", renderer}, "s.####.exr"), exitSaved)
+            << err;
+        EXPECT_EQ(Document("s.0001.psd").layers.size(), 3U) << renderer;
+        EXPECT_THAT(LayersOf(Document("s.0002.psd")),
+                    testing::UnorderedElementsAre("Render", StartsWith("VRayReflection")));
+        EXPECT_EQ(Document("s.0003.psd").layers.size(), 2U) << renderer;
+        EXPECT_EQ(Samples(Document("s.0003.psd"), "VRayReflection_2", 1),
+                  (std::vector<int>(4, 255)));
+    }
+}
+
+TEST_F(SaveTest, ObjectsOfEarlierFramesHaveNoPixelsLater) {
+    Write("s1.exr", TwoObjects().Bytes());
+    Write("s2.exr",
+          Still().Matte("CryptoObject", {{"Sphere", sphereID}}, Halves(sphereID, 0)).Bytes());
+    ASSERT_EQ(Save({"--frames", "1-2", "--all"}, "s#.exr"), exitSaved) << err;
+    const WalkedDocument second = Document("s0002.psd");
+    EXPECT_EQ(Samples(second, "Sphere", -1), (std::vector<int>{255, 255, 0, 0}));
+    EXPECT_THAT(LayersOf(second), testing::Contains(StartsWith("Cube")))
+        << "in an animation each document has the same layers";
+}
+
+TEST_F(SaveTest, ASceneMayNameWhatTheUserOverrules) {
+    Write("a.exr", TwoObjects().Bytes());
+    const std::string scene = Scene(R"("nodes": [{"name": "Cube"}],
+        "effect": {"parameters": {"outputObjects": true, "objectList": ["Cube"],
+                                  "objectsLayerSetName": "mine",
+                                  "renderOutputLayerName": "picture"}})");
+    ASSERT_EQ(Save({"--scene", scene, "--set", "renderOutputLayerName=user"}), exitSaved) << err;
+    EXPECT_EQ(err, "");
+    EXPECT_THAT(LayersOf(Document()), testing::UnorderedElementsAre("mine", "Cube", "user"));
+}
+
+TEST_F(SaveTest, TheScenesParametersWithoutEffectAreToldToo) {
+    Write("a.exr", Still().Bytes());
+    const std::string scene =
+        Scene(R"("effect": {"parameters": {"backgroundLayer": true, "depthLayer": false}})");
+    EXPECT_EQ(Save({"--scene", scene}), exitSaved);
+    EXPECT_EQ(err, "veltrane: warning: " + scene +
+                       ": effect.parameters.backgroundLayer: this version does nothing with it "
+                       "yet\n");
+}
+
+TEST_F(SaveTest, AWrongElementNameFailsTheFrameAndAWrongSettingTheRun) {
+    Write("a.exr", Still().Color("DiffDir", 1, 1, 1).Bytes());
+    EXPECT_EQ(Save({"--element", "DiffDri:visible=false"}), exitNotSaved);
+    EXPECT_EQ(err, "veltrane: error: " + PathOf("a.exr") +
+                       ": there is no render element \"DiffDri\"; the nearest are DiffDir\n");
+    EXPECT_FALSE(Exists("a.psd"));
+    EXPECT_EQ(Save({"--element", "DiffDir:visible=perhaps"}), exitUsage);
+    EXPECT_EQ(err,
+              "veltrane: error: --element visible: \"perhaps\" is not one of true, false, on, "
+              "off, yes, no, 1, 0\n");
+}
+
+TEST_F(SaveTest, ASceneFileThatCantBeReadSavesNothing) {
+    Write("a.exr", Still().Bytes());
+    EXPECT_EQ(Save({"--scene", PathOf("no.json")}), exitNotSaved);
+    EXPECT_EQ(err, "veltrane: error: " + PathOf("no.json") + ": no such file; check the path\n");
+    EXPECT_FALSE(Exists("a.psd"));
+}
+
+TEST_F(SaveTest, WhatAPictureWithoutAlphaDoesntCoverIsTransparent) {
+    Sample sample = Sample(4, 1).Half("R", Always(1)).Half("G", Always(1)).Half("B", Always(1));
+    sample.GetPart().data = {1, 0, 2, 0};
+    Write("a.exr", sample.Bytes());
+    ASSERT_EQ(Save({"--set", "outputRenderAs=0"}), exitSaved) << err;
+    EXPECT_EQ(Samples(Document(), "Render", -1), (std::vector<int>{0, 255, 255, 0}));
+}
+
+TEST_F(SaveTest, EveryRunStartsAnew) {
+    Write("a.exr", TwoObjects().Bytes());
+    ASSERT_EQ(Save({"--all"}), exitSaved) << err;
+    const std::string first = Bytes("a.psd");
+    Write("b.exr", Still().Color("x", 1, 1, 1).Bytes());
+    ASSERT_EQ(Save({"--renderer", "vray"}, "b.exr"), exitSaved) << err;
+    ASSERT_EQ(Save({"--all"}), exitSaved) << err;
+    EXPECT_EQ(Bytes("a.psd"), first);
+}
+
+}  // namespace
+}  // namespace command

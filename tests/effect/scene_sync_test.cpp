@@ -1,0 +1,105 @@
+#include "effect/scene_sync.h"
+
+#include <hold.h>
+
+#include "tests/effect/effect_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class SceneSync : public EffectTest {
+  protected:
+    // Of the selection sets that are on.
+    std::vector<std::string> Names() {
+        std::vector<std::string> names;
+        for (int i = 0; i < effect->pblock->Count("namedSelectionSetsList"_param); ++i) {
+            names.push_back(
+                host::ToUtf8(MSTR(effect->pblock->GetStr("namedSelectionSetsList"_param, 0, i))));
+        }
+        return names;
+    }
+    void SwitchOn(const MSTR& name) {
+        const MCHAR* text = name.data();
+        effect->pblock->Append("namedSelectionSetsList"_param, 1, &text);
+    }
+    void SyncSets() { effect::SyncSelectionSets(*effect->pblock); }
+
+    // Of the listed objects; "-" for one that was deleted.
+    std::vector<std::string> Objects() {
+        std::vector<std::string> names;
+        for (int i = 0; i < effect->pblock->Count("objectList"_param); ++i) {
+            INode* node = effect->pblock->GetINode("objectList"_param, 0, i);
+            names.push_back(node ? host::ToUtf8(MSTR(node->GetName())) : "-");
+        }
+        return names;
+    }
+    void List(const MSTR& name) {
+        ReferenceTarget* target = &Host().scene.AddNode(name);
+        effect->pblock->Append("objectList"_param, 1, &target);
+    }
+    void Remove(const MSTR& name) { Host().scene.Remove(*Host().scene.FindNode(name)); }
+    void Cleanup() { effect::CleanupDeletedObjects(*effect->pblock); }
+};
+
+TEST_F(SceneSync, NamesOfSetsThatAreGoneGoInOneStep) {
+    for (const MCHAR* name : {_M("A"), _M("B"), _M("C"), _M("D")})
+        SwitchOn(name);
+    Host().scene.AddSelectionSet(_M("D"), {});
+    Host().scene.AddSelectionSet(_M("b"), {});
+    Host().scene.AddSelectionSet(_M("A"), {});
+    Host().undo.Clear();
+    SyncSets();
+    EXPECT_THAT(Names(), ElementsAre("A", "D")) << "sets that are off stay off";
+    EXPECT_EQ(Host().undo.UndoName(), MSTR(_M("Sync Sel. Sets")));
+    EXPECT_TRUE(Host().undo.Undo());
+    EXPECT_THAT(Names(), ElementsAre("A", "B", "C", "D"));
+    EXPECT_FALSE(Host().undo.CanUndo());
+}
+
+TEST_F(SceneSync, NothingIsToUndoWhenAllSetsAreThere) {
+    SwitchOn(_M("A"));
+    Host().scene.AddSelectionSet(_M("A"), {});
+    Host().undo.Clear();
+    SyncSets();
+    EXPECT_THAT(Names(), ElementsAre("A"));
+    EXPECT_FALSE(Host().undo.CanUndo());
+    EXPECT_FALSE(theHold.Holding());
+}
+
+TEST_F(SceneSync, ASceneWithoutSetsEmptiesTheList) {
+    SwitchOn(_M("A"));
+    SwitchOn(_M("A"));
+    SyncSets();
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(SceneSync, EntriesOfDeletedObjectsGoOneStepEach) {
+    for (const MCHAR* name : {_M("A"), _M("B"), _M("C"), _M("D")})
+        List(name);
+    Remove(_M("B"));
+    Remove(_M("D"));
+    ASSERT_THAT(Objects(), ElementsAre("A", "-", "C", "-"));
+    Host().undo.Clear();
+    Cleanup();
+    EXPECT_THAT(Objects(), ElementsAre("A", "C"));
+    EXPECT_EQ(Host().undo.UndoName(), MSTR(_M("Cleanup deleted objects")));
+    EXPECT_TRUE(Host().undo.Undo());
+    EXPECT_THAT(Objects(), ElementsAre("A", "-", "C")) << "the last entry went first";
+    EXPECT_EQ(Host().undo.UndoName(), MSTR(_M("Cleanup deleted objects")));
+    EXPECT_TRUE(Host().undo.Undo());
+    EXPECT_THAT(Objects(), ElementsAre("A", "-", "C", "-"));
+    EXPECT_FALSE(Host().undo.CanUndo());
+}
+
+TEST_F(SceneSync, NothingIsToUndoWhenAllObjectsAreThere) {
+    List(_M("A"));
+    Host().undo.Clear();
+    Cleanup();
+    EXPECT_THAT(Objects(), ElementsAre("A"));
+    EXPECT_FALSE(Host().undo.CanUndo());
+    EXPECT_FALSE(theHold.Holding());
+}
+
+}  // namespace
