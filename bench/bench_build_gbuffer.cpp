@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "command/fragments.h"
+#include "command/id_index.h"
 
 namespace {
 
@@ -105,8 +106,12 @@ void BuildFrame(benchmark::State& state) {
     for (auto _ : state) {
         host::FragmentBuffer buffer(width, height, static_cast<DWORD>(state.range(0)));
         command::FragmentOptions options;
-        options.objectIndex = command::ObjectLookup(index);
-        options.materialIndex = command::MaterialLookup(index);
+        options.objectIndex = [&](std::uint32_t id) {
+            return static_cast<std::uint16_t>(index.Find(id));
+        };
+        options.materialIndex = [&](std::uint32_t id) {
+            return static_cast<std::uint16_t>(1 + index.Find(id) % command::mostMaterials);
+        };
         command::FragmentBuilder builder(buffer, std::move(options));
         for (std::size_t row = 0; row < height; ++row)
             builder.AppendRow(planes.Get());

@@ -8,8 +8,6 @@
 namespace command {
 namespace {
 
-// Steps of a colour before it is encoded: fine enough for the darkest.
-constexpr std::size_t colorSteps = 65536;
 constexpr std::size_t usualRanks = 16;
 
 float DepthOf(float z) {
@@ -66,37 +64,20 @@ void Gather(std::span<const RankRow> rows, std::size_t x, IndexOf indexOf,
     }
 }
 
+// NaN and what is below 0 are 0, what is above 1 is 255.
+UBYTE ByteOf(float value) {
+    if (!(value > 0.0F)) return 0;
+    return value >= 1.0F ? 255 : static_cast<UBYTE>(value * 255.0F + 0.5F);
+}
+
 }  // namespace
-
-std::function<std::uint16_t(std::uint32_t)> ObjectLookup(const IdIndex& index) {
-    return [&index](std::uint32_t bits) {
-        const std::uint32_t number = index.Find(bits);
-        return number < mostObjects ? static_cast<std::uint16_t>(number) : unknownObject;
-    };
-}
-
-std::function<std::uint16_t(std::uint32_t)> MaterialLookup(const IdIndex& index) {
-    return [&index](std::uint32_t bits) {
-        const std::uint32_t number = index.Find(bits);
-        return number < mostMaterials ? static_cast<std::uint16_t>(number + 1) : noMaterial;
-    };
-}
 
 FragmentBuilder::FragmentBuilder(host::FragmentBuffer& fragmentBuffer,
                                  FragmentOptions fragmentOptions)
-    : buffer(fragmentBuffer),
-      options(std::move(fragmentOptions)),
-      join(usualRanks, usualRanks, options.known) {
+    : buffer(fragmentBuffer), options(std::move(fragmentOptions)), join(usualRanks, usualRanks) {
     const auto width = static_cast<std::size_t>(std::max(buffer.Width(), 0));
     largest.resize(width);
     largestOfRest.resize(width);
-    if (!Keeps(BMM_CHAN_COLOR)) return;
-    encodedColors.resize(colorSteps);
-    for (std::size_t step = 0; step < colorSteps; ++step) {
-        const double value = static_cast<double>(step) / (colorSteps - 1);
-        encodedColors[step] =
-            static_cast<UBYTE>(std::lround(255.0 * std::pow(value, 1.0 / options.colorGamma)));
-    }
 }
 
 void FragmentBuilder::AppendRow(const FragmentRow& row) {
@@ -274,15 +255,9 @@ void FragmentBuilder::SetColor(host::Fragment& fragment, float red, float green,
     };
     const float color[] = {straight(red), straight(green), straight(blue)};
     if (Keeps(BMM_CHAN_COLOR)) {
-        fragment.color = {EncodedColor(color[0]), EncodedColor(color[1]), EncodedColor(color[2])};
+        fragment.color = {ByteOf(color[0]), ByteOf(color[1]), ByteOf(color[2])};
     }
     if (Keeps(BMM_CHAN_REALPIX)) fragment.realPixel = MakeRealPixel(color[0], color[1], color[2]);
-}
-
-UBYTE FragmentBuilder::EncodedColor(float value) const {
-    constexpr float half = 0.5F;
-    if (value >= 1.0F) return 255;
-    return encodedColors[static_cast<std::size_t>(value * (colorSteps - 1) + half)];
 }
 
 std::uint16_t FragmentBuilder::ObjectIndex(std::size_t rank, std::uint32_t bits) {

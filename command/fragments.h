@@ -10,7 +10,6 @@
 #include <span>
 #include <vector>
 
-#include "command/id_index.h"
 #include "command/rank_join.h"
 #include "host/fragment_buffer.h"
 
@@ -56,11 +55,6 @@ struct DeepFragment {
     std::array<float, 3> color{};
 };
 
-// What ids become by their numbers in an index, which outlives the function. Ids beyond those that
-// the G-Buffer can hold, or not in the index, become unknownObject and noMaterial.
-std::function<std::uint16_t(std::uint32_t)> ObjectLookup(const IdIndex& index);
-std::function<std::uint16_t(std::uint32_t)> MaterialLookup(const IdIndex& index);
-
 struct FragmentOptions {
     // The index of an id, or unknownObject for one without; and the material's, or noMaterial.
     // noObject leaves the id out. Needed for planes of ranks, and not called with 0.
@@ -69,10 +63,6 @@ struct FragmentOptions {
     // The users' numbers by an object's index; other objects have the pixel's from the row.
     // Outlives the builder.
     std::span<const UWORD> objectIDs{};
-    // May be null; outlives the builder.
-    const KnownMaterials* known = nullptr;
-    // The 8-bit colours (GB_COLOR) are 255 * v^(1 / gamma).
-    double colorGamma = 1.0;
 };
 
 class FragmentBuilder {
@@ -117,7 +107,6 @@ class FragmentBuilder {
              std::size_t x);
     void SetColor(host::Fragment& fragment, float red, float green, float blue,
                   double coverage) const;
-    UBYTE EncodedColor(float value) const;
     std::uint16_t ObjectIndex(std::size_t rank, std::uint32_t bits);
     std::uint16_t MaterialIndex(std::size_t rank, std::uint32_t bits);
     UWORD NumberOf(std::uint16_t object, std::uint32_t ofPixel) const;
@@ -135,7 +124,6 @@ class FragmentBuilder {
     std::vector<Lookup> objectLookups;
     std::vector<Lookup> materialLookups;
     std::vector<host::Fragment> fragments;
-    std::vector<UBYTE> encodedColors;
     // By an object's index, and behind those by the numbers of unknown objects.
     std::vector<Account> accounts;
     std::uint64_t deepPixels = 0;

@@ -1,23 +1,12 @@
 #include "command/rank_join.h"
 
 #include <algorithm>
-#include <bit>
 #include <tuple>
 
 namespace command {
-namespace {
-
-// A pixel of more objects or materials than this is joined by size alone.
-constexpr std::size_t mostWeighed = 64;
-
-}  // namespace
-
-RankJoin::RankJoin(std::size_t objectRanks, std::size_t materialRanks,
-                   const KnownMaterials* knownMaterials)
-    : known(knownMaterials) {
+RankJoin::RankJoin(std::size_t objectRanks, std::size_t materialRanks) {
     objectShares.reserve(objectRanks);
     materialShares.reserve(materialRanks);
-    belonging.reserve(mostWeighed);
     // Every match uses up an object or a material, so there are no more fragments than ranks.
     placed.reserve(objectRanks + materialRanks);
     fragments.reserve(objectRanks + materialRanks);
@@ -28,9 +17,6 @@ std::span<const JoinedFragment> RankJoin::Join(std::span<const Rank> objects,
     placed.clear();
     AddUp(objects, noObject, objectShares);
     AddUp(materials, noMaterial, materialShares);
-    if (known && objectShares.size() <= mostWeighed && materialShares.size() <= mostWeighed) {
-        JoinKnown();
-    }
     JoinLargest();
     AddRest();
 
@@ -64,54 +50,6 @@ void RankJoin::AddUp(std::span<const Rank> ranks, std::uint16_t none, Shares& sh
     std::sort(shares.begin(), shares.end(), [](const Share& left, const Share& right) {
         return std::tuple(-left.coverage, left.index) < std::tuple(-right.coverage, right.index);
     });
-}
-
-// Makes the pairs that are known to belong together. A share that only one other can take comes
-// first, so that another that has a choice doesn't take it away.
-void RankJoin::JoinKnown() {
-    belonging.clear();
-    for (const Share& object : objectShares) {
-        std::uint64_t bits = 0;
-        for (std::size_t m = 0; m < materialShares.size(); ++m) {
-            const bool belong = known->Belong(object.index, materialShares[m].index);
-            bits |= std::uint64_t{belong} << m;
-        }
-        belonging.push_back(bits);
-    }
-    for (;;) {
-        std::uint64_t oneObject = 0;
-        std::uint64_t severalObjects = 0;
-        for (const std::uint64_t bits : belonging) {
-            severalObjects |= oneObject & bits;
-            oneObject |= bits;
-        }
-        if (oneObject == 0) return;
-        oneObject &= ~severalObjects;
-
-        struct {
-            bool forced = false;
-            int units = 0;
-            std::size_t object = 0;
-            std::size_t material = 0;
-        } best;
-        for (std::size_t o = 0; o < objectShares.size(); ++o) {
-            const bool oneMaterial = std::has_single_bit(belonging[o]);
-            for (std::uint64_t bits = belonging[o]; bits != 0; bits &= bits - 1) {
-                const auto m = static_cast<std::size_t>(std::countr_zero(bits));
-                const bool forced = oneMaterial || (oneObject >> m & 1) != 0;
-                const int units = std::min(objectShares[o].units, materialShares[m].units);
-                if (std::tuple(forced, units) > std::tuple(best.forced, best.units)) {
-                    best = {forced, units, o, m};
-                }
-            }
-        }
-        Match(best.object, best.material);
-        if (objectShares[best.object].units == 0) belonging[best.object] = 0;
-        if (materialShares[best.material].units == 0) {
-            for (std::uint64_t& bits : belonging)
-                bits &= ~(std::uint64_t{1} << best.material);
-        }
-    }
 }
 
 void RankJoin::JoinLargest() {

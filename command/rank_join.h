@@ -7,7 +7,6 @@
 #include <span>
 #include <vector>
 
-#include "command/known_materials.h"
 #include "command/rank.h"
 
 namespace command {
@@ -32,10 +31,8 @@ constexpr int CoverageUnits(double coverage) {
 
 class RankJoin {
   public:
-    // Pixels of no more ranks than these are joined without taking memory. `known` (may be null,
-    // not owned) tells which pairs to make first.
-    RankJoin(std::size_t objectRanks, std::size_t materialRanks,
-             const KnownMaterials* known = nullptr);
+    // Pixels of no more ranks than these are joined without taking memory.
+    RankJoin(std::size_t objectRanks, std::size_t materialRanks);
 
     // One pixel. Ranks come in any order; the coverages of ranks of one index are added, and the
     // sum rounded to units. For each object and each material the fragments then sum to that very
@@ -60,16 +57,12 @@ class RankJoin {
     };
 
     static void AddUp(std::span<const Rank> ranks, std::uint16_t none, Shares& shares);
-    void JoinKnown();
     void JoinLargest();
     void AddRest();
     void Match(std::size_t object, std::size_t material);
 
-    const KnownMaterials* known;
     Shares objectShares;
     Shares materialShares;
-    // Of each object's place in objectShares, a bit for each place in materialShares.
-    std::vector<std::uint64_t> belonging;
     std::vector<Placed> placed;
     std::vector<JoinedFragment> fragments;
 };

@@ -24,7 +24,6 @@ void Copy(const ChannelRow& row, std::vector<float>& floats) {
 std::uint32_t WholeNumber(float value) {
     constexpr float beyond = 4294967296.0F;
     return value >= 0.5F && value < beyond ? static_cast<std::uint32_t>(std::llround(value)) : 0;
-} + 0.5) : 0;
 }
 
 std::span<const float> RowValues::AsFloats(const ChannelRow& row, std::size_t width) {

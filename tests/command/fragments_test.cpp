@@ -360,17 +360,20 @@ TEST(FragmentBuilder, ColoursAreDividedByWhatTheFragmentsCover) {
     EXPECT_EQ(b, 0.0F);
 }
 
-TEST(FragmentBuilder, ColoursOfEightBitsTakeTheGamma) {
+TEST(FragmentBuilder, ColoursOfEightBitsAreRoundedAndCapped) {
     Row row(1);
     row.AddPixel({{1007, 1.0F}});
-    const std::vector<float> color{0.25F};
+    const std::vector<float> red{0.25F};
+    const std::vector<float> green{1.5F};
+    const std::vector<float> blue{-0.5F};
     const std::vector<float> alpha{1.0F};
     FragmentRow planes = row.Get();
-    planes.color = {color, color, color, alpha};
-    FragmentOptions options = Options();
-    options.colorGamma = 2.0;
+    planes.color = {red, green, blue, alpha};
     std::unique_ptr<host::FragmentBuffer> memory;
-    EXPECT_EQ(Pixel(Append(memory, 1, planes, options), 0)[0].color.r, 128);
+    const Color24 color = Pixel(Append(memory, 1, planes), 0)[0].color;
+    EXPECT_EQ(color.r, 64);
+    EXPECT_EQ(color.g, 255);
+    EXPECT_EQ(color.b, 0);
 }
 
 TEST(FragmentBuilder, ARowWithoutPlanesHasNoFragments) {
@@ -411,22 +414,6 @@ TEST(FragmentBuilder, TheFastRoadGivesWhatTheJoinGives) {
         }
         ASSERT_EQ(SeenAt(buffer, x), expected) << x;
     }
-}
-
-TEST(Lookups, GiveIndicesAsFarAsTheGBufferHasThem) {
-    IdIndex index;
-    for (std::uint32_t id = 1; id <= 70'000; ++id)
-        index.Add(id);
-    const auto object = ObjectLookup(index);
-    EXPECT_EQ(object(1), 0);
-    EXPECT_EQ(object(65534), 65533);
-    EXPECT_EQ(object(65535), unknownObject);
-    EXPECT_EQ(object(80'000), unknownObject);
-    const auto material = MaterialLookup(index);
-    EXPECT_EQ(material(1), 1);
-    EXPECT_EQ(material(255), 255);
-    EXPECT_EQ(material(256), noMaterial);
-    EXPECT_EQ(material(80'000), noMaterial);
 }
 
 // ---- Deep pixels ----

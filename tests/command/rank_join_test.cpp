@@ -23,9 +23,8 @@ using testing::IsEmpty;
 using Ranks = std::vector<Rank>;
 using Fragments = std::vector<JoinedFragment>;
 
-Fragments Join(const Ranks& objects, const Ranks& materials,
-               const KnownMaterials* known = nullptr) {
-    RankJoin join(objects.size(), materials.size(), known);
+Fragments Join(const Ranks& objects, const Ranks& materials) {
+    RankJoin join(objects.size(), materials.size());
     const auto fragments = join.Join(objects, materials);
     return {fragments.begin(), fragments.end()};
 }
@@ -95,29 +94,6 @@ TEST(RankJoin, ObjectZeroIsAnObject) {
     EXPECT_THAT(Join({{0, 1.0F}}, {}), ElementsAre(Fragment(0, noMaterial, 255)));
 }
 
-TEST(RankJoin, KnownPairsGoBeforeLargerOnes) {
-    KnownMaterials known;
-    known.Learn(Ranks{{1, 1.0F}}, Ranks{{5, 1.0F}});
-    known.Learn(Ranks{{2, 1.0F}}, Ranks{{6, 1.0F}});
-    EXPECT_THAT(Join({{1, 0.6F}, {2, 0.4F}}, {{5, 0.4F}, {6, 0.6F}}, &known),
-                ElementsAre(Fragment(1, 5, 102), Fragment(1, 6, 51), Fragment(2, 6, 102)));
-}
-
-TEST(RankJoin, WhatHasNoChoiceIsMatchedBeforeWhatHas) {
-    KnownMaterials known;
-    known.Learn(Ranks{{1, 1.0F}}, Ranks{{5, 1.0F}});
-    known.Learn(Ranks{{2, 1.0F}}, Ranks{{5, 0.5F}, {6, 0.5F}});
-    EXPECT_THAT(Join({{1, 0.2F}, {2, 0.8F}}, {{5, 0.6F}, {6, 0.4F}}, &known),
-                ElementsAre(Fragment(2, 5, 102), Fragment(2, 6, 102), Fragment(1, 5, 51)));
-}
-
-TEST(RankJoin, UnknownPairsAreMatchedAfterAllKnownOnes) {
-    KnownMaterials known;
-    known.Learn(Ranks{{1, 1.0F}}, Ranks{{5, 1.0F}});
-    EXPECT_THAT(Join({{1, 0.2F}, {9, 0.8F}}, {{5, 0.2F}, {8, 0.8F}}, &known),
-                ElementsAre(Fragment(9, 8, 204), Fragment(1, 5, 51)));
-}
-
 TEST(RankJoin, MoreRanksThanPromisedAreJoinedToo) {
     RankJoin join(1, 1);
     Ranks objects;
@@ -168,12 +144,10 @@ class RankJoinOfRandomPixels : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RankJoinOfRandomPixels, LosesAndInventsNothing) {
     std::mt19937 random(GetParam());
-    KnownMaterials known;
-    RankJoin join(8, 8, GetParam() % 2 == 0 ? &known : nullptr);
+    RankJoin join(8, 8);
     for (int pixel = 0; pixel < 2000; ++pixel) {
         const Ranks objects = RandomRanks(random, 0, 6);
         const Ranks materials = RandomRanks(random, 0, 5);
-        known.Learn(objects, materials);
         std::map<int, int> ofObject;
         std::map<int, int> ofMaterial;
         bool unknownSeen = false;
