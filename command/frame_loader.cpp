@@ -141,7 +141,12 @@ host::Owned<host::ImageBitmap> FrameLoader::Read(const std::string& path) {
     }
     SetLists();
     TellWarnings(frame);
+    WarnOfNumbers(frame);
     return std::move(frame.picture);
+}
+
+void FrameLoader::WarnOnce(const std::string& text) {
+    if (told.insert(text).second) warn(text);
 }
 
 // Told of the first frame that has too many.
@@ -151,6 +156,19 @@ void FrameLoader::WarnOfLeftOut(const Frame& frame, std::size_t leftOut, const s
     warn(frame.path + ": " + std::to_string(leftOut) + " " + what +
          " with the least coverage have no matte of their own: there is room for " +
          std::to_string(room));
+}
+
+// Told once.
+void FrameLoader::WarnOfNumbers(const Frame& frame) {
+    if (identities.Unnamed() > 0 && told.insert("unnamed").second) {
+        warn(
+            frame.path + ": " + std::to_string(identities.Unnamed()) +
+            " ids of Cryptomatte have no name in its manifest; their mattes are called by the ids");
+    }
+    if (materialNumbers.Largest() > mostMaterials && told.insert("numbers").second) {
+        warn(frame.path + ": material IDs above 255 have no matte; the largest is " +
+             std::to_string(materialNumbers.Largest()));
+    }
 }
 
 // Those that a whole sequence shares are told once.
@@ -185,6 +203,11 @@ void FrameLoader::SetUpElements(Frame& frame) {
         frame.elements.push_back({&pass, element, std::nullopt, nullptr});
     }
     plugin::SyncRenderElements(session.GetEffect());
+    for (const UsedElement& each : frame.elements) {
+        IParamBlock2* settings = SettingsOf(session.Block(), each.element);
+        if (!each.pass->isDouble || !settings || settled.contains(each.element)) continue;
+        settings->SetValue(LayerParameter("visible"), 0, FALSE);
+    }
 }
 
 const SceneElement* FrameLoader::FindSceneElement(const std::string& name) const {
@@ -226,18 +249,24 @@ void FrameLoader::ApplyElementSettings() {
     }
 }
 
-// A name that fits no element so far is a mistake.
-void FrameLoader::CheckElementSettings(const Frame& frame) const {
+// A name that fits no element so far is the user's mistake; a scene may know more than one file.
+void FrameLoader::CheckElementSettings(const Frame& frame) {
     host::RenderElementManager& elements = host::App().elements[production];
     std::vector<std::string> names;
     names.reserve(static_cast<std::size_t>(elements.NumRenderElements()));
     for (int i = 0; i < elements.NumRenderElements(); ++i)
         names.push_back(host::ToUtf8(elements.GetRenderElement(i)->ElementName()));
-    for (const ElementSetting& setting : elementSettings) {
+    const std::size_t ofScene = scene ? scene->elementSettings.size() : 0;
+    for (std::size_t i = 0; i < elementSettings.size(); ++i) {
+        const ElementSetting& setting = elementSettings[i];
         const bool fits = std::any_of(names.begin(), names.end(), [&](const std::string& name) {
             return IsFor(setting, name);
         });
-        if (fits || setting.element.find('*') != std::string::npos) continue;
+        if (fits) continue;
+        if (i < ofScene || setting.element.find('*') != std::string::npos) {
+            WarnOnce(frame.path + ": no render element fits \"" + setting.element + "\"");
+            continue;
+        }
         throw InputError(
             frame.path + ": there is no render element \"" + setting.element + "\"" +
             (names.empty() ? ", nor any other"
@@ -257,7 +286,8 @@ void FrameLoader::TurnOnAll(const Frame& frame) {
     const std::pair<const char*, bool> outputs[] = {
         {"createRenderElementLayers", true},
         {"outputObjects", plan.objectMatte.has_value()},
-        {"outputNodeIDs", objectNumbersInFile && !plan.objectMatte},
+        {"outputNodeIDs",
+         (objectNumbersInFile && !plan.objectMatte) || session.IsGiven("nodeIDList")},
         {"outputMtlIDs", materials},
         {"outputSceneLayers", scene && !scene->layers.empty() && plan.objectMatte},
         {"outputNamedSelectionSets", scene && !scene->selectionSets.empty() && plan.objectMatte},
@@ -335,7 +365,7 @@ DWORD FrameLoader::ChannelsToKeep(const Frame& frame) const {
     return anyFragments ? host::RequiredGBufferChannels(host::App().settings.time) & known : 0;
 }
 
-FragmentOptions FrameLoader::OptionsOfFragments(const PassPlan& plan) const {
+FragmentOptions FrameLoader::OptionsOfFragments(const PassPlan& plan) {
     FragmentOptions options;
     options.objectIndex = [this](std::uint32_t id) { return identities.ObjectOf(id); };
     options.materialIndex = [this](std::uint32_t id) { return identities.MaterialOf(id); };

@@ -48,6 +48,8 @@ class FrameLoader {
 
     host::Owned<host::ImageBitmap> Read(const std::string& path);
     void WarnOfLeftOut(const Frame& frame, std::size_t leftOut, const std::string& what, int room);
+    void WarnOnce(const std::string& text);
+    void WarnOfNumbers(const Frame& frame);
     void TellWarnings(const Frame& frame);
     void WarnOfNotFinite(const Frame& frame, std::uint64_t count);
     void ReleaseFrame();
@@ -56,7 +58,7 @@ class FrameLoader {
     const SceneElement* FindSceneElement(const std::string& name) const;
     void ApplySceneElement(const SceneElement& known, host::RenderElement& element) const;
     void ApplyElementSettings();
-    void CheckElementSettings(const Frame& frame) const;
+    void CheckElementSettings(const Frame& frame);
     bool IsUsed(const host::RenderElement& element) const;
     void TurnOnAll(const Frame& frame);
 
@@ -65,7 +67,7 @@ class FrameLoader {
     static std::vector<ManifestEntry> EntriesOf(const Frame& frame, const Cryptomatte& matte,
                                                 bool byCoverage);
     bool UsesMaterialNumbers(const PassPlan& plan) const;
-    FragmentOptions OptionsOfFragments(const PassPlan& plan) const;
+    FragmentOptions OptionsOfFragments(const PassPlan& plan);
     FragmentSources SourcesOf(const Frame& frame, std::size_t picture) const;
     std::optional<CameraAxes> Camera() const;
 

@@ -14,6 +14,13 @@ void NumberSet::AddRow(std::span<const std::uint32_t> row) {
     }
 }
 
+std::uint32_t NumberSet::Largest() const {
+    for (std::size_t number = numbers.size() - 1; number > 0; --number) {
+        if (numbers.test(number)) return static_cast<std::uint32_t>(number);
+    }
+    return 0;
+}
+
 std::string NumberSet::List(std::uint32_t largest) const {
     std::string list;
     const std::size_t end = std::min<std::size_t>(std::size_t{largest} + 1, numbers.size());

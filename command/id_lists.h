@@ -16,6 +16,8 @@ class NumberSet {
     }
     void AddRow(std::span<const std::uint32_t> row);
     bool IsEmpty() const { return numbers.count() == (numbers.test(0) ? 1 : 0); }
+    // 0 for none.
+    std::uint32_t Largest() const;
     // "1-3, 7", up to `largest`.
     std::string List(std::uint32_t largest) const;
 

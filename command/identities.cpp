@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "command/cryptomatte_id.h"
 #include "command/rank.h"
 #include "host/text.h"
 
@@ -17,12 +18,17 @@ std::string WithoutBrackets(std::string name) {
     return name;
 }
 
+// A name that is a path from the document's root, as a path from the set that it stands in.
+std::string Relative(const std::string& name) {
+    const bool absolute = name.size() > 1 && name[0] == '/' && name[1] != '/';
+    return absolute ? name.substr(1) : name;
+}
+
 }  // namespace
 
 std::size_t Identities::ObjectsBeyondLimit(std::span<const ManifestEntry> entries) const {
     const auto fresh = static_cast<std::size_t>(std::count_if(
-        entries.begin(), entries.end(),
-        [&](const auto& each) { return !scene.FindNode(host::FromUtf8(each.name)); }));
+        entries.begin(), entries.end(), [&](const auto& each) { return !FindNode(each.name); }));
     const auto taken = static_cast<std::size_t>(scene.NumNodes());
     return taken + fresh > mostObjects ? taken + fresh - mostObjects : 0;
 }
@@ -37,17 +43,25 @@ std::size_t Identities::MaterialsBeyondLimit(std::span<const ManifestEntry> entr
 
 std::size_t Identities::SetObjects(std::span<const ManifestEntry> entries) {
     objects = {};
+    return AddObjects(entries);
+}
+
+host::Node* Identities::FindNode(const std::string& name) const {
+    host::Node* node = scene.FindNode(host::FromUtf8(name));
+    return node ? node : scene.FindNode(host::FromUtf8(Relative(name)));
+}
+
+std::size_t Identities::AddObjects(std::span<const ManifestEntry> entries) {
     std::size_t leftOut = 0;
     std::vector<host::Node*> ofFrame;
     for (const ManifestEntry& entry : entries) {
-        const MSTR name = host::FromUtf8(entry.name);
-        host::Node* node = scene.FindNode(name);
+        host::Node* node = FindNode(entry.name);
         if (!node && scene.NumNodes() >= mostObjects) {
             ++leftOut;
             ofFrame.push_back(nullptr);
             continue;
         }
-        ofFrame.push_back(node ? node : &scene.AddNode(name));
+        ofFrame.push_back(node ? node : &scene.AddNode(host::FromUtf8(Relative(entry.name))));
     }
     scene.AssignRenderIDs();
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -56,7 +70,6 @@ std::size_t Identities::SetObjects(std::span<const ManifestEntry> entries) {
         // A node without a number is no object of the frame's.
         objects.Add(entries[i].id, number == noObject ? unknownObject : number);
         if (!node || number == noObject) continue;
-        if (objectNumbers.size() <= number) objectNumbers.resize(number + std::size_t{1});
         objectNumbers[number] = node->ObjectID();
         if (listed.size() <= number) listed.resize(number + std::size_t{1});
         if (!listed[number]) nodes.push_back(node);
@@ -67,6 +80,10 @@ std::size_t Identities::SetObjects(std::span<const ManifestEntry> entries) {
 
 std::size_t Identities::SetMaterials(std::span<const ManifestEntry> entries) {
     materials = {};
+    return AddMaterials(entries);
+}
+
+std::size_t Identities::AddMaterials(std::span<const ManifestEntry> entries) {
     std::size_t leftOut = 0;
     for (const ManifestEntry& entry : entries) {
         auto known = materialNumbers.find(entry.name);
@@ -83,12 +100,22 @@ std::size_t Identities::SetMaterials(std::span<const ManifestEntry> entries) {
     return leftOut;
 }
 
-std::uint16_t Identities::ObjectOf(std::uint32_t id) const {
-    return objects.Find(id, unknownObject);
+std::uint16_t Identities::ObjectOf(std::uint32_t id) {
+    if (const auto number = objects.Find(id)) return *number;
+    if (unnamed >= mostUnnamed) return unknownObject;
+    ++unnamed;
+    const ManifestEntry entry{HexText(id), id};
+    AddObjects({&entry, 1});
+    return objects.Find(id).value_or(unknownObject);
 }
 
-std::uint16_t Identities::MaterialOf(std::uint32_t id) const {
-    return materials.Find(id, noMaterial);
+std::uint16_t Identities::MaterialOf(std::uint32_t id) {
+    if (const auto number = materials.Find(id)) return *number;
+    if (unnamed >= mostUnnamed) return noMaterial;
+    ++unnamed;
+    const ManifestEntry entry{HexText(id), id};
+    AddMaterials({&entry, 1});
+    return materials.Find(id).value_or(noMaterial);
 }
 
 std::vector<host::Node*> Identities::Objects() const {
@@ -103,7 +130,7 @@ std::string Identities::MaterialList() const {
     std::string list;
     for (std::size_t i = 0; i < materialNames.size(); ++i) {
         list += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " [" +
-                WithoutBrackets(materialNames[i]) + "]";
+                WithoutBrackets(Relative(materialNames[i])) + "]";
     }
     return list;
 }

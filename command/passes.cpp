@@ -308,8 +308,8 @@ class Planner {
                            const PassChannels& channels) {
         if (name.empty()) name = "Element";
         name = Unique(name);
-        plan.elements.push_back(
-            {name, meaning.classID, meaning.kind, layer, channels, IsData(meaning.kind)});
+        plan.elements.push_back({name, meaning.classID, meaning.kind, layer, channels,
+                                 IsData(meaning.kind), !IsOwnView(places.All()[layer])});
         const bool isPicture = meaning.classID == BEAUTY_ELEMENT;
         return "render element " + Quoted(name) + " (" +
                (isPicture ? "picture" : std::string(NameOf(meaning.kind))) + ")";
@@ -319,10 +319,11 @@ class Planner {
     std::string PlanFragments(std::size_t index, const Assigned& assigned,
                               const PassMeaning& meaning) {
         const Layer& layer = file.layers[index];
-        // A colour for each id is no id.
+        // The same number may stand in all colours. A colour for each id is no id: those are halfs,
+        // and what isn't whole counts as none.
         const bool isNumber =
             assigned[Slot::Red] &&
-            (assigned.isSingle || IsUnsigned(layer.channels[*assigned[Slot::Red]].type));
+            (assigned.isSingle || layer.channels[*assigned[Slot::Red]].type != SampleType::Half);
         if (meaning.kind == PassKind::ObjectID && isNumber) {
             return PlanIDs(plan.objectID, {index, *assigned[Slot::Red]},
                            ", and the object IDs of the mattes");
@@ -335,7 +336,7 @@ class Planner {
             const bool isDistance = meaning.detail != PassDetail::MappedDepth;
             if (plan.depth && (plan.depth->isDistance || !isDistance)) return {};
             plan.depth = DepthPass{{index, *assigned[Slot::Red]}, isDistance};
-            return ", and the depth of the mattes";
+            return isDistance ? ", and the depth of the mattes" : "";
         }
         if (meaning.kind == PassKind::Normal && !plan.normals && assigned[Slot::Red] &&
             assigned[Slot::Green] && assigned[Slot::Blue]) {

@@ -41,6 +41,8 @@ struct PassElement {
     PassChannels channels{};
     // Numbers and not colours: no gamma is for it.
     bool isData = false;
+    // Its light is another view's, or stands in other elements too: shown, it would count twice.
+    bool isDouble = false;
 };
 
 // Whole numbers, also where the channel is of floats.

@@ -1,7 +1,12 @@
 #include "command/raw_groups.h"
 
+#include <vrayelements.h>
+
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace command {
 namespace {
@@ -52,9 +57,34 @@ std::string ViewOf(const PassElement& element) {
     return element.name.substr(0, element.name.rfind('/') + 1);
 }
 
+constexpr const char* finishedLight[] = {"VRayLighting", "VRayGlobalIllumination"};
+constexpr const char* rawLight[] = {"VRayRawLighting", "VRayRawGlobalIllumination",
+                                    "VRayDiffuseFilter"};
+
+bool IsOf(const PassElement& element, std::string_view vrayName) {
+    return std::any_of(std::begin(VRAY_ELEMENT_CLASSES), std::end(VRAY_ELEMENT_CLASSES),
+                       [&](const VRayElementClass& each) {
+                           return each.name == vrayName && each.id == element.classID;
+                       });
+}
+
+void MarkDoublesOfVRay(PassPlan& plan) {
+    const bool finished =
+        std::all_of(std::begin(finishedLight), std::end(finishedLight), [&](const char* name) {
+            return std::any_of(plan.elements.begin(), plan.elements.end(),
+                               [&](const PassElement& each) { return IsOf(each, name); });
+        });
+    if (!finished) return;
+    for (PassElement& element : plan.elements) {
+        for (const char* name : rawLight)
+            element.isDouble = element.isDouble || IsOf(element, name);
+    }
+}
+
 }  // namespace
 
 void MendRawGroups(PassPlan& plan) {
+    MarkDoublesOfVRay(plan);
     std::map<std::string, Members> views;
     for (PassElement& element : plan.elements) {
         if (element.classID == PassClassID(element.kind)) {

@@ -1,7 +1,5 @@
 #include "command/row_values.h"
 
-#include <cmath>
-
 #include "host/pixel_rows.h"
 
 namespace command {
@@ -23,7 +21,9 @@ void Copy(const ChannelRow& row, std::vector<float>& floats) {
 
 std::uint32_t WholeNumber(float value) {
     constexpr float beyond = 4294967296.0F;
-    return value >= 0.5F && value < beyond ? static_cast<std::uint32_t>(std::llround(value)) : 0;
+    if (!(value >= 1.0F && value < beyond)) return 0;
+    const auto number = static_cast<std::uint32_t>(value);
+    return static_cast<float>(number) == value ? number : 0;
 }
 
 std::span<const float> RowValues::AsFloats(const ChannelRow& row, std::size_t width) {

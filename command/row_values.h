@@ -9,8 +9,8 @@
 
 namespace command {
 
-// The whole number that a renderer stored as a float, rounded should it have been filtered; 0 for
-// what is below 0, NaN or above 32 bits.
+// The whole number that a renderer stored as a float; 0 for what is no whole number from 1 on, as
+// where a filter mixed two of them, and for what is above 32 bits.
 std::uint32_t WholeNumber(float value);
 
 // One channel's scratch row. Rows that have the wanted type already are handed on as they are; the

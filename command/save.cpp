@@ -47,13 +47,25 @@ void ChooseDeflate(bool fast) {
 #endif
 }
 
-// Whether the document on disk is of the large format, whatever its name says.
-bool IsLargeFormat(const fs::path& document) {
+// What the header of a document says. Zeros for a file that has none.
+struct DocumentHeader {
+    int version = 0;
+    int channels = 0;
+};
+
+DocumentHeader ReadHeader(const fs::path& document) {
     constexpr std::size_t versionByte = 5;
-    std::array<char, versionByte + 1> start{};
+    constexpr std::size_t channelsByte = 12;
+    std::array<char, channelsByte + 2> start{};
     std::ifstream(document, std::ios::binary).read(start.data(), start.size());
-    return start[versionByte] == 2;
+    const auto byte = [&](std::size_t at) {
+        return static_cast<int>(static_cast<unsigned char>(start[at]));
+    };
+    return {byte(versionByte), byte(channelsByte) << 8 | byte(channelsByte + 1)};
 }
+
+// What the format's readers take, those of the merged image included.
+constexpr int mostChannels = 56;
 
 // One run of frames through the effect.
 class FrameRun : public CheckAbortCallback {
@@ -162,12 +174,17 @@ class FrameRun : public CheckAbortCallback {
             const std::uintmax_t bytes = fs::file_size(Native(document), fault);
             if (allWritten && !fault) {
                 ++saved;
+                const DocumentHeader header = ReadHeader(Native(document));
+                if (header.channels > mostChannels) {
+                    console.Warning(document + ": it has " + std::to_string(header.channels) +
+                                    " channels, and readers take 56 at most; make mattes layers "
+                                    "in place of channels, such as --set outputObjectsAs=1");
+                }
                 const host::RenderSettings& render = host::App().settings.render;
                 console.Say("saved " + document + " (" + std::to_string(render.width) + "x" +
                             std::to_string(render.height) + ", " +
                             std::to_string(session.GetInt("bitDepth")) + " bits, " +
-                            (IsLargeFormat(Native(document)) ? "PSB" : "PSD") + ", " +
-                            SizeText(bytes) + ")");
+                            (header.version == 2 ? "PSB" : "PSD") + ", " + SizeText(bytes) + ")");
             } else {
                 console.Error(document + ": the document was not written; check its path");
             }

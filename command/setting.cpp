@@ -89,8 +89,10 @@ class ValueReader {
             case Type::NodeTable:
                 break;
         }
-        throw UsageError(option + " " + std::string(row.name) +
-                         ": this parameter holds objects of a scene and takes no value");
+        throw UsageError(
+            option + " " + std::string(row.name) +
+            ": this parameter holds objects of a scene and takes no value" +
+            (row.type == Type::NodeTable ? "; a scene file (--scene) can give it" : ""));
     }
 
   private:
@@ -117,7 +119,8 @@ class ValueReader {
             if (EqualIgnoringCase(each.label, text)) return each.value;
         }
         const auto value = WholeNumber<int>(text);
-        if (!value) Complain("a whole number of 32 bits");
+        if (!value)
+            Complain(row.choices.empty() ? "a whole number of 32 bits" : "one of its values");
         CheckRange(*value);
         const bool listed =
             row.choices.empty() ||

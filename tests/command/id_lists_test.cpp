@@ -32,6 +32,15 @@ TEST(NumberSet, ListsNothingAboveTheLargest) {
     EXPECT_EQ(List({256}, 255), "");
 }
 
+TEST(NumberSet, KnowsItsLargest) {
+    NumberSet set;
+    EXPECT_EQ(set.Largest(), 0U);
+    set.Add(0);
+    set.Add(300);
+    set.Add(7);
+    EXPECT_EQ(set.Largest(), 300U);
+}
+
 TEST(NumberSet, IsEmptyUntilANumberIsThereThatCounts) {
     NumberSet set;
     EXPECT_TRUE(set.IsEmpty());

@@ -34,7 +34,44 @@ TEST(Identities, ObjectsGetNodesWithRenderIds) {
     EXPECT_EQ(identities.ObjectOf(7), scene.FindNode(_M("b"))->GetRenderID());
     EXPECT_EQ(identities.ObjectOf(9), scene.FindNode(_M("a"))->GetRenderID());
     EXPECT_NE(identities.ObjectOf(7), identities.ObjectOf(9));
-    EXPECT_EQ(identities.ObjectOf(8), unknownObject);
+    EXPECT_EQ(identities.Unnamed(), 0U);
+}
+
+TEST(Identities, AnIdWithoutANameIsCalledByItsDigits) {
+    host::Scene scene;
+    Identities identities(scene);
+    identities.SetObjects(Entries{{"a", 7}});
+    identities.SetMaterials(Entries{{"m", 7}});
+    const std::span<const UWORD> numbers = identities.ObjectNumbers();
+    const std::uint16_t object = identities.ObjectOf(0xab12);
+    EXPECT_EQ(identities.ObjectOf(0xab12), object);
+    EXPECT_EQ(object, scene.FindNode(_M("0000ab12"))->GetRenderID());
+    EXPECT_EQ(identities.MaterialOf(0xab12), 2);
+    EXPECT_THAT(NamesOf(identities), ElementsAre("0000ab12", "a"));
+    EXPECT_EQ(identities.MaterialList(), "1 [m], 2 [0000ab12]");
+    EXPECT_EQ(identities.Unnamed(), 2U);
+    EXPECT_EQ(identities.ObjectNumbers().data(), numbers.data()) << "the span stays good";
+}
+
+TEST(Identities, OnlySoManyIdsWithoutANameAreKept) {
+    host::Scene scene;
+    Identities identities(scene);
+    for (std::uint32_t id = 1; id <= Identities::mostUnnamed; ++id)
+        EXPECT_NE(identities.ObjectOf(id), unknownObject) << id;
+    EXPECT_EQ(identities.ObjectOf(0xffff), unknownObject);
+    EXPECT_EQ(identities.MaterialOf(0xffff), noMaterial);
+}
+
+TEST(Identities, ALeadingSlashWouldLeadOutOfTheLayerSet) {
+    host::Scene scene;
+    Identities identities(scene);
+    scene.AddNode(_M("/in/scene"));
+    identities.SetObjects(Entries{{"/root/ball", 1}, {"//root", 2}, {"/in/scene", 3}, {"/", 4}});
+    EXPECT_THAT(NamesOf(identities), ElementsAre("/", "//root", "/in/scene", "root/ball"));
+    identities.SetObjects(Entries{{"/root/ball", 1}});
+    EXPECT_EQ(scene.NumNodes(), 4) << "the same node in the next frame";
+    identities.SetMaterials(Entries{{"/mat/wood", 1}});
+    EXPECT_EQ(identities.MaterialList(), "1 [mat/wood]");
 }
 
 TEST(Identities, ObjectsAreListedByNameAsPeopleCount) {
@@ -68,11 +105,11 @@ TEST(Identities, AFramesIdsTakeThePlaceOfThoseBefore) {
     identities.SetObjects(Entries{{"b", 3}, {"c", 1}});
     identities.SetMaterials(Entries{{"n", 1}, {"m", 4}});
     EXPECT_EQ(identities.ObjectOf(3), b);
-    EXPECT_EQ(identities.ObjectOf(2), unknownObject);
     EXPECT_EQ(identities.ObjectOf(1), scene.FindNode(_M("c"))->GetRenderID());
     EXPECT_THAT(NamesOf(identities), ElementsAre("a", "b", "c"));
     EXPECT_EQ(identities.MaterialOf(4), 1);
     EXPECT_EQ(identities.MaterialOf(1), 2);
+    EXPECT_NE(identities.ObjectOf(2), b) << "no frame's ids are kept for the next";
 }
 
 TEST(Identities, TwoIdsOfOneNameAreOneObject) {
@@ -91,7 +128,6 @@ TEST(Identities, MaterialsAreAListOfIds) {
     host::Scene scene;
     Identities identities(scene);
     EXPECT_EQ(identities.MaterialList(), "");
-    EXPECT_EQ(identities.MaterialOf(7), noMaterial);
     identities.SetMaterials(Entries{{"Glass, old [2]", 7}, {std::string("W\0d", 3), 8}});
     EXPECT_EQ(identities.MaterialOf(7), 1);
     EXPECT_EQ(identities.MaterialOf(8), 2);

@@ -198,13 +198,21 @@ TEST(Passes, FragmentsTakeNothingOfOtherViews) {
 
 TEST(Passes, IntegersGoBeforeFloatsAndColoursAreNoIds) {
     const Description file = descriptions::File(
-        {.channels =
-             Joined(Channels({"R", "G", "B", "VRayMtlID.R", "VRayMtlID.G", "VRayMtlID.B", "ID"}),
-                    Channels({"VRayObjectID", "VRayRenderID"}, SampleType::Unsigned32))});
+        {.channels = Joined(
+             Joined(Channels({"R", "G", "B", "ID"}),
+                    Channels({"VRayMtlID.R", "VRayMtlID.G", "VRayMtlID.B"}, SampleType::Half)),
+             Channels({"VRayObjectID", "VRayRenderID"}, SampleType::Unsigned32))});
     const PassPlan plan = Plan(file);
     EXPECT_FALSE(plan.materialID.has_value());
     ASSERT_TRUE(plan.objectID.has_value());
     EXPECT_EQ(ChannelText(file, plan.objectID->channel), "VRayObjectID");
+}
+
+TEST(Passes, ANumberMayStandInAllColours) {
+    const Description file = File({"R", "G", "B", "VRayMtlID.R", "VRayMtlID.G", "VRayMtlID.B"});
+    const PassPlan plan = Plan(file);
+    ASSERT_TRUE(plan.materialID.has_value());
+    EXPECT_EQ(ChannelText(file, plan.materialID->channel), "VRayMtlID.R");
 }
 
 TEST(Passes, ADistanceGoesBeforeAMappedDepth) {

@@ -71,5 +71,32 @@ TEST(RawGroups, AreThoseOfEachViewLayerByItself) {
                      {"Back/DiffCol", PassKind::Albedo}}));
 }
 
+std::vector<std::string> DoublesOf(const std::vector<std::string>& names) {
+    std::vector<Channel> channels = descriptions::Channels({"R", "G", "B"});
+    for (const std::string& name : names) {
+        channels = descriptions::Joined(
+            channels, descriptions::Channels({name + ".R", name + ".G", name + ".B"}));
+    }
+    const Description file = descriptions::File(descriptions::Part{channels});
+    std::vector<std::string> doubles;
+    for (const PassElement& element : PlanPasses(file, ChooseBeauty(file)).elements) {
+        if (element.isDouble) doubles.push_back(element.name);
+    }
+    return doubles;
+}
+
+TEST(RawGroups, OfVRayAreDoublesWhereTheFinishedLightIsThereToo) {
+    EXPECT_EQ(DoublesOf({"VRayLighting", "VRayGlobalIllumination", "VRayRawLighting",
+                         "VRayRawGlobalIllumination", "VRayDiffuseFilter", "VRayReflection"}),
+              (std::vector<std::string>{"VRayRawLighting", "VRayRawGlobalIllumination",
+                                        "VRayDiffuseFilter"}));
+}
+
+TEST(RawGroups, OfVRayAreNoDoublesWithoutAllOfTheFinishedLight) {
+    EXPECT_EQ(DoublesOf({"VRayLighting", "VRayRawLighting", "VRayRawGlobalIllumination",
+                         "VRayDiffuseFilter"}),
+              std::vector<std::string>());
+}
+
 }  // namespace
 }  // namespace command

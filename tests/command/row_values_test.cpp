@@ -16,12 +16,12 @@ ChannelRow RowOf(SampleType type, const std::array<Sample, count>& samples) {
     return {type, samples.data(), 0, static_cast<int>(count)};
 }
 
-TEST(WholeNumber, RoundsWhatWasFiltered) {
+TEST(WholeNumber, IsNoneForWhatAFilterMixed) {
     EXPECT_EQ(WholeNumber(0.0F), 0U);
-    EXPECT_EQ(WholeNumber(0.49F), 0U);
-    EXPECT_EQ(WholeNumber(0.5F), 1U);
-    EXPECT_EQ(WholeNumber(6.9F), 7U);
-    EXPECT_EQ(WholeNumber(7.4F), 7U);
+    EXPECT_EQ(WholeNumber(0.5F), 0U);
+    EXPECT_EQ(WholeNumber(1.0F), 1U);
+    EXPECT_EQ(WholeNumber(6.9F), 0U);
+    EXPECT_EQ(WholeNumber(7.0F), 7U);
 }
 
 TEST(WholeNumber, KeepsLargeNumbers) {
@@ -70,7 +70,7 @@ TEST(RowValues, NumbersComeFromIntegersAsFromFloats) {
     EXPECT_EQ(values.AsNumbers(RowOf(SampleType::Unsigned32, wide), 2).data(), wide.data());
     const std::array<float, 4> floats{2.0F, -1.0F, 2.6F, 65536.0F};
     EXPECT_THAT(values.AsNumbers(RowOf(SampleType::Float, floats), 4),
-                ElementsAre(2U, 0U, 3U, 65536U));
+                ElementsAre(2U, 0U, 0U, 65536U));
     const std::array<std::uint16_t, 2> halfs{0x4900, 0x0000};
     EXPECT_THAT(values.AsNumbers(RowOf(SampleType::Half, halfs), 2), ElementsAre(10U, 0U));
 }

@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
+#include "command/cryptomatte_id.h"
 #include "command/failure.h"
 #include "command/run.h"
 #include "tests/command/captured_streams.h"
@@ -297,6 +300,60 @@ TEST_F(SaveTest, EveryRunStartsAnew) {
     ASSERT_EQ(Save({"--renderer", "vray"}, "b.exr"), exitSaved) << err;
     ASSERT_EQ(Save({"--all"}), exitSaved) << err;
     EXPECT_EQ(Bytes("a.psd"), first);
+}
+
+TEST_F(SaveTest, PassesOfAnotherViewLayerAreHidden) {
+    Write("a.exr", Sample(4, 1)
+                       .Color("ViewLayer.Combined", 1, 1, 1)
+                       .Color("ViewLayer.Emit", 1, 0, 0)
+                       .Color("Back.Combined", 0, 0, 1)
+                       .Color("Back.Emit", 0, 1, 0)
+                       .Bytes());
+    ASSERT_EQ(Save({"--beauty", "ViewLayer.Combined"}), exitSaved) << err;
+    const WalkedDocument document = Document();
+    std::vector<bool> hidden;
+    for (const WalkedLayer& layer : document.layers) {
+        if (layer.name == "Emit") hidden.push_back((layer.flags & 2) != 0);
+    }
+    EXPECT_THAT(hidden, testing::UnorderedElementsAre(true, false));
+}
+
+TEST_F(SaveTest, MoreChannelsThanReadersTakeAreAWarning) {
+    std::map<std::string, std::uint32_t> names;
+    for (int i = 0; i < 60; ++i)
+        names["o" + std::to_string(i)] = 0x11000000U + static_cast<std::uint32_t>(i);
+    Sample still(60, 1);
+    still.Picture(1.0).Matte("CryptoObject", {names.begin(), names.end()},
+                             Only([](int x, int) { return 0x11000000U + unsigned(x); }));
+    Write("a.exr", still.Bytes());
+    ASSERT_EQ(Save({"--all", "--set", "outputObjectsAs=0"}), exitSaved) << err;
+    EXPECT_THAT(err, HasSubstr("a.psd: it has 64 channels, and readers take 56 at most; make "
+                               "mattes layers in place of channels, such as --set "
+                               "outputObjectsAs=1\n"));
+    ASSERT_EQ(Save({"--all"}), exitSaved);
+    EXPECT_EQ(err, "");
+}
+
+TEST_F(SaveTest, IdsThatNoManifestNamesAreMattesByTheirDigits) {
+    Write("a.exr",
+          Still().Matte("CryptoObject", {{"Cube", cubeID}}, Halves(cubeID, sphereID)).Bytes());
+    ASSERT_EQ(Save({"--all"}), exitSaved) << err;
+    EXPECT_THAT(err, HasSubstr(": 1 ids of Cryptomatte have no name in its manifest; their mattes "
+                               "are called by the ids\n"));
+    EXPECT_THAT(LayersOf(Document()), testing::IsSupersetOf({"Cube", HexText(sphereID).c_str()}));
+}
+
+TEST_F(SaveTest, MaterialNumbersWithoutRoomAreAWarning) {
+    Write("a.exr",
+          Still().Float("IndexMA.X", [](int x, int) { return x < 2 ? 3.0 : 300.0; }).Bytes());
+    ASSERT_EQ(Save({"--all"}), exitSaved) << err;
+    EXPECT_THAT(err, HasSubstr(": material IDs above 255 have no matte; the largest is 300\n"));
+}
+
+TEST_F(SaveTest, AWildcardThatFitsNothingIsAWarning) {
+    Write("a.exr", Still().Color("Other", 0, 1, 0).Bytes());
+    ASSERT_EQ(Save({"--element", "Zz*:visible=false"}), exitSaved) << err;
+    EXPECT_THAT(err, HasSubstr(": no render element fits \"Zz*\"\n"));
 }
 
 }  // namespace

@@ -99,7 +99,8 @@ TEST(Setting, WhatIsNoBooleanIsRefused) {
 
 TEST(Setting, ObjectsOfASceneCantBeSet) {
     EXPECT_EQ(Complaint("objectList=1"),
-              "--set objectList: this parameter holds objects of a scene and takes no value");
+              "--set objectList: this parameter holds objects of a scene and takes no value; a "
+              "scene file (--scene) can give it");
 }
 
 TEST(Setting, AnUnknownNameTellsTheNearest) {
