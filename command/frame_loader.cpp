@@ -5,22 +5,17 @@
 #include <vrayelements.h>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "command/beauty.h"
-#include "command/coverage_tally.h"
+#include "command/coverage_entries.h"
 #include "command/deep_channels.h"
 #include "command/deep_numbers.h"
-#include "command/failure.h"
 #include "command/fragments.h"
 #include "command/half_ids.h"
-#include "command/image_builder.h"
 #include "command/library_errors.h"
-#include "command/nearest_names.h"
 #include "command/pixel_aspect.h"
-#include "command/row_requests.h"
-#include "command/row_values.h"
+#include "command/turn_on_all.h"
 #include "command/vray_frame.h"
 #include "host/application.h"
 #include "host/host_renderer.h"
@@ -31,37 +26,13 @@
 namespace command {
 namespace {
 
-constexpr RenderSettingID production = RS_Production;
-
-ParamID LayerParameter(std::string_view name) {
-    const auto rows = plugin::LayerParameters();
-    return std::find_if(rows.begin(), rows.end(),
-                        [&](const parameters::Row& row) { return row.name == name; })
-        ->id;
-}
-
-// The effect's settings of one element; null when it has none.
-IParamBlock2* SettingsOf(IParamBlock2& effect, const IRenderElement* element) {
-    const ParamID list = Session::IdOf("layersProduction");
-    const ParamID renderElement = LayerParameter("renderElement");
-    for (int i = 0; i < effect.Count(list); ++i) {
-        ReferenceTarget* layer = effect.GetReferenceTarget(list, 0, i);
-        IParamBlock2* block = layer ? layer->GetParamBlock(0) : nullptr;
-        if (block && block->GetReferenceTarget(renderElement) == element) return block;
-    }
-    return nullptr;
+// Null with other renderers.
+host::HostRenderer* VRay() {
+    auto* renderer = dynamic_cast<host::HostRenderer*>(host::App().renderer.get());
+    return renderer && renderer->ClassID() == VRAY_CLASS_ID ? renderer : nullptr;
 }
 
 }  // namespace
-
-// An element of the frame, and its image once it is read.
-struct FrameLoader::UsedElement {
-    const PassElement* pass;
-    host::RenderElement* element;
-    // Its image's number while it is read.
-    std::optional<std::size_t> inReading;
-    host::Owned<host::ImageBitmap> image;
-};
 
 // What is known of the frame in hand.
 struct FrameLoader::Frame {
@@ -74,7 +45,7 @@ struct FrameLoader::Frame {
     int height = 0;
     float pixelAspect = 1.0F;
     host::Owned<host::ImageBitmap> picture;
-    std::vector<UsedElement> elements;
+    std::vector<FrameElement> elements;
 
     const Description& Describe() const { return file->GetDescription(); }
     std::size_t FramePart() const { return Describe().layers[plan.beauty.layer].part; }
@@ -95,15 +66,10 @@ FrameLoader::FrameLoader(const SaveArguments& saveArguments, Session& hostSessio
       session(hostSession),
       warn(std::move(warnUser)),
       scene(sceneDescription),
+      vray(VRay() ? std::make_shared<host::VRayFrameBuffer>() : nullptr),
+      elements(session, scene, arguments.elementSettings, vray != nullptr),
       identities(host::App().scene) {
-    if (scene) elementSettings = scene->elementSettings;
-    for (const std::string& text : arguments.elementSettings)
-        elementSettings.push_back(ParseElementSetting(text));
-    auto* renderer = dynamic_cast<host::HostRenderer*>(host::App().renderer.get());
-    if (renderer && renderer->ClassID() == VRAY_CLASS_ID) {
-        vray = std::make_shared<host::VRayFrameBuffer>();
-        renderer->SetFrameBuffer(vray);
-    }
+    if (vray) VRay()->SetFrameBuffer(vray);
 }
 
 FrameLoader::~FrameLoader() {
@@ -130,10 +96,10 @@ host::Owned<host::ImageBitmap> FrameLoader::Read(const std::string& path) {
     render.width = frame.width;
     render.height = frame.height;
 
-    SetUpElements(frame);
-    ApplyElementSettings();
-    CheckElementSettings(frame);
-    if (arguments.all) TurnOnAll(frame);
+    frame.elements = elements.SetUp(frame.plan.elements);
+    for (const std::string& name : elements.SettingsWithoutElement(path))
+        WarnOnce(path + ": no render element fits \"" + name + "\"");
+    if (arguments.all) TurnOnAll(session, frame.plan, scene);
     if (part.deep) {
         ReadDeep(frame);
     } else {
@@ -182,174 +148,33 @@ void FrameLoader::TellWarnings(const Frame& frame) {
 
 void FrameLoader::ReleaseFrame() {
     if (vray) vray->EndFrame();
-    host::RenderElementManager& elements = host::App().elements[production];
-    for (int i = 0; i < elements.NumRenderElements(); ++i)
-        elements.GetRenderElement(i)->SetBitmap(nullptr);
+    FrameElements::Release();
 }
 
-// Elements of earlier frames stay, without pixels if this frame has none.
-void FrameLoader::SetUpElements(Frame& frame) {
-    host::RenderElementManager& elements = host::App().elements[production];
-    for (const PassElement& pass : frame.plan.elements) {
-        const MSTR name = host::FromUtf8(pass.name);
-        host::RenderElement* element = elements.Find(name);
-        if (!element) {
-            const SceneElement* known = FindSceneElement(pass.name);
-            const bool hasClass = known && known->elementClass;
-            element = &elements.Add(hasClass ? *known->elementClass : pass.classID, name);
-            if (vray) element->SetInVRayFrameBuffer();
-            if (known) ApplySceneElement(*known, *element);
-        }
-        frame.elements.push_back({&pass, element, std::nullopt, nullptr});
-    }
-    plugin::SyncRenderElements(session.GetEffect());
-    for (const UsedElement& each : frame.elements) {
-        IParamBlock2* settings = SettingsOf(session.Block(), each.element);
-        if (!each.pass->isDouble || !settings || settled.contains(each.element)) continue;
-        settings->SetValue(LayerParameter("visible"), 0, FALSE);
-    }
-}
-
-const SceneElement* FrameLoader::FindSceneElement(const std::string& name) const {
-    if (!scene) return nullptr;
-    const auto found = std::find_if(scene->elements.begin(), scene->elements.end(),
-                                    [&](const SceneElement& each) { return each.name == name; });
-    return found == scene->elements.end() ? nullptr : &*found;
-}
-
-void FrameLoader::ApplySceneElement(const SceneElement& known, host::RenderElement& element) const {
-    element.SetEnabled(known.enabled);
-    if (!known.multiMatte) return;
-    for (int i = 0; i < static_cast<int>(known.multiMatte->size()); ++i) {
-        const SceneMatte& matte = (*known.multiMatte)[static_cast<std::size_t>(i)];
-        MultiMatteComponent component;
-        component.idOn = matte.id.has_value();
-        component.id = matte.id.value_or(0);
-        component.isMaterial = matte.isMaterial;
-        component.include = matte.include;
-        for (const std::size_t index : matte.nodes) {
-            const MSTR name = host::FromUtf8(scene->nodes[index].name);
-            INode* node = host::App().scene.FindNode(name);
-            component.nodes.Append(1, &node);
-        }
-        element.SetMultiMatte(i, component);
-    }
-}
-
-void FrameLoader::ApplyElementSettings() {
-    host::RenderElementManager& elements = host::App().elements[production];
-    for (int i = 0; i < elements.NumRenderElements(); ++i) {
-        host::RenderElement* element = elements.GetRenderElement(i);
-        if (!settled.insert(element).second) continue;
-        IParamBlock2* block = SettingsOf(session.Block(), element);
-        const std::string name = host::ToUtf8(element->ElementName());
-        for (const ElementSetting& each : elementSettings) {
-            if (block && IsFor(each, name)) Apply(each.setting, *block);
-        }
-    }
-}
-
-// A name that fits no element so far is the user's mistake; a scene may know more than one file.
-void FrameLoader::CheckElementSettings(const Frame& frame) {
-    host::RenderElementManager& elements = host::App().elements[production];
-    std::vector<std::string> names;
-    names.reserve(static_cast<std::size_t>(elements.NumRenderElements()));
-    for (int i = 0; i < elements.NumRenderElements(); ++i)
-        names.push_back(host::ToUtf8(elements.GetRenderElement(i)->ElementName()));
-    const std::size_t ofScene = scene ? scene->elementSettings.size() : 0;
-    for (std::size_t i = 0; i < elementSettings.size(); ++i) {
-        const ElementSetting& setting = elementSettings[i];
-        const bool fits = std::any_of(names.begin(), names.end(), [&](const std::string& name) {
-            return IsFor(setting, name);
-        });
-        if (fits) continue;
-        if (i < ofScene || setting.element.find('*') != std::string::npos) {
-            WarnOnce(frame.path + ": no render element fits \"" + setting.element + "\"");
-            continue;
-        }
-        throw InputError(
-            frame.path + ": there is no render element \"" + setting.element + "\"" +
-            (names.empty() ? ", nor any other"
-                           : "; the nearest are " + Joined(NearestNames(setting.element, names))));
-    }
-}
-
-void FrameLoader::TurnOnAll(const Frame& frame) {
-    const PassPlan& plan = frame.plan;
-    const bool deepObjects = plan.deep && plan.deep->objectID;
-    const bool deepMaterials = plan.deep && plan.deep->materialID;
-    const bool objectNumbersInFile = plan.objectID.has_value() || deepObjects;
-    const bool materials = plan.materialMatte || plan.materialID || deepMaterials;
-    const bool numberedNodes =
-        scene && std::any_of(scene->nodes.begin(), scene->nodes.end(),
-                             [](const auto& node) { return node.objectID > 0; });
-    const std::pair<const char*, bool> outputs[] = {
-        {"createRenderElementLayers", true},
-        {"outputObjects", plan.objectMatte.has_value()},
-        {"outputNodeIDs",
-         (objectNumbersInFile && !plan.objectMatte) || session.IsGiven("nodeIDList")},
-        {"outputMtlIDs", materials},
-        {"outputSceneLayers", scene && !scene->layers.empty() && plan.objectMatte},
-        {"outputNamedSelectionSets", scene && !scene->selectionSets.empty() && plan.objectMatte},
-        {"createNodeIDLayer", objectNumbersInFile || (numberedNodes && plan.objectMatte)},
-        {"createMtlIDLayer", materials},
-        {"createNodeRenderIDLayer", plan.objectMatte.has_value()},
-        {"createNormalLayer", plan.normals.has_value()},
-    };
-    for (const auto& [name, isThere] : outputs) {
-        if (isThere) session.SetUnlessGiven(name, "true");
-    }
-}
-
-std::vector<ManifestEntry> FrameLoader::EntriesOf(const Frame& frame, const Cryptomatte& matte,
-                                                  bool byCoverage) {
-    const Manifest& manifest = matte.manifest;
-    if (!byCoverage && !manifest.entries.empty()) return manifest.entries;
-    CoverageTally tally;
-    RowRequests requests;
-    struct Places {
-        std::size_t id;
-        std::size_t coverage;
-    };
-    std::vector<Places> ranks;
-    for (const CryptomatteRank& rank : matte.ranks)
-        ranks.push_back({requests.Add(rank.id), requests.Add(rank.coverage)});
-    RowValues values;
-    const auto width = static_cast<std::size_t>(frame.width);
-    frame.file->ReadRows(frame.FramePart(), requests.Channels(),
-                         [&](int /*y*/, std::span<const ChannelRow> rows) {
-                             for (const Places& rank : ranks) {
-                                 tally.AddRow({RowValues::AsBits(rows[rank.id], width),
-                                               values.AsFloats(rows[rank.coverage], width)});
-                             }
-                         });
-    std::vector<ManifestEntry> entries;
-    for (const CoverageTally::Entry& seen : tally.Largest())
-        entries.push_back({manifest.NameOf(seen.id), seen.id});
-    return entries;
-}
-
+// Names in the manifest's order, unless it has none or more than there is room for.
 void FrameLoader::SetIdentities(const Frame& frame) {
+    const auto byCoverage = [&](const Cryptomatte& matte) {
+        return EntriesByCoverage(*frame.file, frame.FramePart(), matte);
+    };
     if (const Cryptomatte* matte = frame.ObjectMatte()) {
-        std::vector<ManifestEntry> entries = EntriesOf(frame, *matte, false);
-        if (identities.ObjectsBeyondLimit(entries) > 0) entries = EntriesOf(frame, *matte, true);
+        std::vector<ManifestEntry> entries = matte->manifest.entries;
+        if (entries.empty() || identities.ObjectsBeyondLimit(entries) > 0) {
+            entries = byCoverage(*matte);
+        }
         WarnOfLeftOut(frame, identities.SetObjects(entries), "objects", mostObjects);
         // Only those that the scene file numbers have any.
         for (const UWORD number : identities.ObjectNumbers())
             objectNumbers.Add(number);
     }
     if (const Cryptomatte* matte = frame.MaterialMatte()) {
-        std::vector<ManifestEntry> entries = EntriesOf(frame, *matte, false);
-        if (identities.MaterialsBeyondLimit(entries) > 0) entries = EntriesOf(frame, *matte, true);
+        std::vector<ManifestEntry> entries = matte->manifest.entries;
+        if (entries.empty() || identities.MaterialsBeyondLimit(entries) > 0) {
+            entries = byCoverage(*matte);
+        }
         WarnOfLeftOut(frame, identities.SetMaterials(entries), "materials", mostMaterials);
     }
 }
 
-bool FrameLoader::IsUsed(const host::RenderElement& element) const {
-    if (session.GetInt("createRenderElementLayers") == 0 || !element.IsEnabled()) return false;
-    IParamBlock2* block = SettingsOf(session.Block(), &element);
-    return block && block->GetInt(LayerParameter("enabled")) != 0;
-}
 // What of the G-Buffer the effect wants and the file can tell.
 DWORD FrameLoader::ChannelsToKeep(const Frame& frame) const {
     const PassPlan& plan = frame.plan;
@@ -454,13 +279,13 @@ void FrameLoader::ReadFlat(Frame& frame) {
 }
 
 void FrameLoader::AddElementImages(Frame& frame, FlatReading& reading) const {
-    for (UsedElement& each : frame.elements) {
-        if (IsUsed(*each.element)) each.inReading = reading.AddImage(each.pass->channels);
+    for (FrameElement& each : frame.elements) {
+        if (elements.IsUsed(*each.element)) each.inReading = reading.AddImage(each.pass->channels);
     }
 }
 
 void FrameLoader::TakeElementImages(Frame& frame, FlatReading& reading) {
-    for (UsedElement& each : frame.elements) {
+    for (FrameElement& each : frame.elements) {
         if (each.inReading) each.image = reading.TakeImage(*each.inReading, frame.pixelAspect);
     }
 }
@@ -516,26 +341,13 @@ void FrameLoader::WarnOfNotFinite(const Frame& frame, std::uint64_t count) {
          " not finite; NaN became 0 and infinity the largest number");
 }
 
-// An element that V-Ray has on takes the channel of another of its class when it has none itself.
-void FrameLoader::TellVRayWhatIsOn(const Frame& frame) {
-    host::RenderElementManager& elements = host::App().elements[production];
-    for (int i = 0; i < elements.NumRenderElements(); ++i) {
-        host::RenderElement* element = elements.GetRenderElement(i);
-        if (!host::IsVRayElement(element->ClassID())) continue;
-        const bool isOn =
-            std::any_of(frame.elements.begin(), frame.elements.end(),
-                        [&](const auto& each) { return each.image && each.element == element; });
-        element->SetParameter(host::VRAY_ELEMENT_ENABLED, isOn ? TRUE : FALSE);
-    }
-}
-
 // Gives the images to their owners.
 void FrameLoader::Finish(Frame& frame, std::unique_ptr<host::FragmentBuffer> fragments) {
     // Only documents of 32 bits are made from floats.
     const bool rounded = session.GetInt("bitDepth") != 32;
     if (rounded) frame.picture->Storage()->RoundHalfsTo16Bits();
     frame.picture->Storage()->SetGBuffer(std::move(fragments));
-    for (UsedElement& each : frame.elements) {
+    for (FrameElement& each : frame.elements) {
         if (each.image && rounded) each.image->Storage()->RoundHalfsTo16Bits();
         if (each.image && !vray) each.element->SetBitmap(host::Owned<Bitmap>(each.image.release()));
     }
@@ -543,14 +355,14 @@ void FrameLoader::Finish(Frame& frame, std::unique_ptr<host::FragmentBuffer> fra
 }
 
 void FrameLoader::FillVRay(Frame& frame) {
-    TellVRayWhatIsOn(frame);
+    FrameElements::TellVRayWhatIsOn(frame.elements);
     VRayFrame target(*vray, *frame.picture);
     const auto alpha =
-        std::find_if(frame.elements.begin(), frame.elements.end(), [](const UsedElement& each) {
+        std::find_if(frame.elements.begin(), frame.elements.end(), [](const FrameElement& each) {
             return each.image && each.element->ClassID() == VRAY_ALPHA_ELEMENT;
         });
     target.AddPicture(alpha != frame.elements.end() ? std::move(alpha->image) : nullptr);
-    for (UsedElement& each : frame.elements) {
+    for (FrameElement& each : frame.elements) {
         if (!each.image) continue;
         target.AddElement(each.element->ClassID(), each.pass->name, std::move(each.image));
     }

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "command/arguments.h"
-#include "command/element_setting.h"
 #include "command/flat_reading.h"
+#include "command/frame_elements.h"
 #include "command/id_lists.h"
 #include "command/identities.h"
 #include "command/passes.h"
@@ -21,7 +21,6 @@
 #include "command/scene_file.h"
 #include "command/session.h"
 #include "host/image_bitmap.h"
-#include "host/render_element.h"
 #include "host/vray_frame_buffer.h"
 
 namespace command {
@@ -43,7 +42,6 @@ class FrameLoader {
     host::Owned<host::ImageBitmap> Load(const std::string& path);
 
   private:
-    struct UsedElement;
     struct Frame;
 
     host::Owned<host::ImageBitmap> Read(const std::string& path);
@@ -54,18 +52,8 @@ class FrameLoader {
     void WarnOfNotFinite(const Frame& frame, std::uint64_t count);
     void ReleaseFrame();
 
-    void SetUpElements(Frame& frame);
-    const SceneElement* FindSceneElement(const std::string& name) const;
-    void ApplySceneElement(const SceneElement& known, host::RenderElement& element) const;
-    void ApplyElementSettings();
-    void CheckElementSettings(const Frame& frame);
-    bool IsUsed(const host::RenderElement& element) const;
-    void TurnOnAll(const Frame& frame);
-
     DWORD ChannelsToKeep(const Frame& frame) const;
     void SetIdentities(const Frame& frame);
-    static std::vector<ManifestEntry> EntriesOf(const Frame& frame, const Cryptomatte& matte,
-                                                bool byCoverage);
     bool UsesMaterialNumbers(const PassPlan& plan) const;
     FragmentOptions OptionsOfFragments(const PassPlan& plan);
     FragmentSources SourcesOf(const Frame& frame, std::size_t picture) const;
@@ -78,7 +66,6 @@ class FrameLoader {
     void ReadDeep(Frame& frame);
     void TakePicture(Frame& frame, Picture picture);
     void Finish(Frame& frame, std::unique_ptr<host::FragmentBuffer> fragments);
-    static void TellVRayWhatIsOn(const Frame& frame);
     void FillVRay(Frame& frame);
     void SetLists();
 
@@ -86,16 +73,13 @@ class FrameLoader {
     Session& session;
     Warn warn;
     const SceneDescription* scene;
-    // In the order of their say: those of the scene file, then the user's.
-    std::vector<ElementSetting> elementSettings;
-    // Elements whose settings were applied.
-    std::set<const IRenderElement*> settled;
+    // Null with other renderers.
+    std::shared_ptr<host::VRayFrameBuffer> vray;
+    FrameElements elements;
     Identities identities;
     // What pixels had in files that tell numbers.
     NumberSet objectNumbers;
     NumberSet materialNumbers;
-    // Null with other renderers.
-    std::shared_ptr<host::VRayFrameBuffer> vray;
     std::set<std::string> told;
 };
 

@@ -66,9 +66,9 @@ TEST(Identities, ALeadingSlashWouldLeadOutOfTheLayerSet) {
     host::Scene scene;
     Identities identities(scene);
     scene.AddNode(_M("/in/scene"));
-    identities.SetObjects(Entries{{"/root/ball", 1}, {"//root", 2}, {"/in/scene", 3}, {"/", 4}});
-    EXPECT_THAT(NamesOf(identities), ElementsAre("/", "//root", "/in/scene", "root/ball"));
-    identities.SetObjects(Entries{{"/root/ball", 1}});
+    identities.SetObjects(Entries{{"/world/ball", 1}, {"//world", 2}, {"/in/scene", 3}, {"/", 4}});
+    EXPECT_THAT(NamesOf(identities), ElementsAre("/", "//world", "/in/scene", "world/ball"));
+    identities.SetObjects(Entries{{"/world/ball", 1}});
     EXPECT_EQ(scene.NumNodes(), 4) << "the same node in the next frame";
     identities.SetMaterials(Entries{{"/mat/wood", 1}});
     EXPECT_EQ(identities.MaterialList(), "1 [mat/wood]");

@@ -1,0 +1,152 @@
+#include "command/frame_elements.h"
+
+#include <iparamb2.h>
+
+#include <algorithm>
+
+#include "command/failure.h"
+#include "command/nearest_names.h"
+#include "host/application.h"
+#include "host/text.h"
+#include "plugin/entry.h"
+
+namespace command {
+namespace {
+
+host::RenderElementManager& Elements() {
+    return host::App().elements[RS_Production];
+}
+
+ParamID LayerParameter(std::string_view name) {
+    const auto rows = plugin::LayerParameters();
+    return std::find_if(rows.begin(), rows.end(),
+                        [&](const parameters::Row& row) { return row.name == name; })
+        ->id;
+}
+
+// The effect's settings of one element; null when it has none.
+IParamBlock2* SettingsOf(IParamBlock2& effect, const IRenderElement* element) {
+    const ParamID list = Session::IdOf("layersProduction");
+    const ParamID renderElement = LayerParameter("renderElement");
+    for (int i = 0; i < effect.Count(list); ++i) {
+        ReferenceTarget* layer = effect.GetReferenceTarget(list, 0, i);
+        IParamBlock2* block = layer ? layer->GetParamBlock(0) : nullptr;
+        if (block && block->GetReferenceTarget(renderElement) == element) return block;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+FrameElements::FrameElements(Session& hostSession, const SceneDescription* sceneDescription,
+                             const std::vector<std::string>& userSettings, bool ofVRay)
+    : session(hostSession), scene(sceneDescription), inVRay(ofVRay) {
+    if (scene) settings = scene->elementSettings;
+    for (const std::string& text : userSettings)
+        settings.push_back(ParseElementSetting(text));
+}
+
+std::vector<FrameElement> FrameElements::SetUp(const std::vector<PassElement>& passes) {
+    std::vector<FrameElement> frame;
+    for (const PassElement& pass : passes) {
+        const MSTR name = host::FromUtf8(pass.name);
+        host::RenderElement* element = Elements().Find(name);
+        if (!element) {
+            const SceneElement* known = FindInScene(pass.name);
+            const bool hasClass = known && known->elementClass;
+            element = &Elements().Add(hasClass ? *known->elementClass : pass.classID, name);
+            if (inVRay) element->SetInVRayFrameBuffer();
+            if (known) ApplyScene(*known, *element);
+        }
+        frame.push_back({&pass, element});
+    }
+    plugin::SyncRenderElements(session.GetEffect());
+    Settle(frame);
+    return frame;
+}
+
+void FrameElements::Settle(const std::vector<FrameElement>& frame) {
+    for (const FrameElement& each : frame) {
+        if (!settled.insert(each.element).second) continue;
+        IParamBlock2* block = SettingsOf(session.Block(), each.element);
+        if (!block) continue;
+        if (each.pass->isDouble) block->SetValue(LayerParameter("visible"), 0, FALSE);
+        for (const ElementSetting& setting : settings) {
+            if (IsFor(setting, each.pass->name)) Apply(setting.setting, *block);
+        }
+    }
+}
+
+const SceneElement* FrameElements::FindInScene(const std::string& name) const {
+    if (!scene) return nullptr;
+    const auto found = std::find_if(scene->elements.begin(), scene->elements.end(),
+                                    [&](const SceneElement& each) { return each.name == name; });
+    return found == scene->elements.end() ? nullptr : &*found;
+}
+
+void FrameElements::ApplyScene(const SceneElement& known, host::RenderElement& element) const {
+    element.SetEnabled(known.enabled);
+    if (!known.multiMatte) return;
+    for (int i = 0; i < static_cast<int>(known.multiMatte->size()); ++i) {
+        const SceneMatte& matte = (*known.multiMatte)[static_cast<std::size_t>(i)];
+        MultiMatteComponent component;
+        component.idOn = matte.id.has_value();
+        component.id = matte.id.value_or(0);
+        component.isMaterial = matte.isMaterial;
+        component.include = matte.include;
+        for (const std::size_t index : matte.nodes) {
+            const MSTR name = host::FromUtf8(scene->nodes[index].name);
+            INode* node = host::App().scene.FindNode(name);
+            component.nodes.Append(1, &node);
+        }
+        element.SetMultiMatte(i, component);
+    }
+}
+
+std::vector<std::string> FrameElements::SettingsWithoutElement(const std::string& path) const {
+    std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(Elements().NumRenderElements()));
+    for (int i = 0; i < Elements().NumRenderElements(); ++i)
+        names.push_back(host::ToUtf8(Elements().GetRenderElement(i)->ElementName()));
+    const std::size_t ofScene = scene ? scene->elementSettings.size() : 0;
+    std::vector<std::string> without;
+    for (std::size_t i = 0; i < settings.size(); ++i) {
+        const std::string& wanted = settings[i].element;
+        const bool fits = std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+            return IsFor(settings[i], name);
+        });
+        if (fits) continue;
+        if (i >= ofScene && wanted.find('*') == std::string::npos) {
+            throw InputError(path + ": there is no render element \"" + wanted + "\"" +
+                             (names.empty()
+                                  ? ", nor any other"
+                                  : "; the nearest are " + Joined(NearestNames(wanted, names))));
+        }
+        without.push_back(wanted);
+    }
+    return without;
+}
+
+bool FrameElements::IsUsed(const host::RenderElement& element) const {
+    if (session.GetInt("createRenderElementLayers") == 0 || !element.IsEnabled()) return false;
+    IParamBlock2* block = SettingsOf(session.Block(), &element);
+    return block && block->GetInt(LayerParameter("enabled")) != 0;
+}
+
+void FrameElements::TellVRayWhatIsOn(const std::vector<FrameElement>& frame) {
+    for (int i = 0; i < Elements().NumRenderElements(); ++i) {
+        host::RenderElement* element = Elements().GetRenderElement(i);
+        if (!host::IsVRayElement(element->ClassID())) continue;
+        const bool isOn = std::any_of(frame.begin(), frame.end(), [&](const FrameElement& each) {
+            return each.image && each.element == element;
+        });
+        element->SetParameter(host::VRAY_ELEMENT_ENABLED, isOn ? TRUE : FALSE);
+    }
+}
+
+void FrameElements::Release() {
+    for (int i = 0; i < Elements().NumRenderElements(); ++i)
+        Elements().GetRenderElement(i)->SetBitmap(nullptr);
+}
+
+}  // namespace command

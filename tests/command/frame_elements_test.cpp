@@ -1,0 +1,135 @@
+#include "command/frame_elements.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iparamb2.h>
+#include <vrayelements.h>
+#include <vrayframebuffer.h>
+
+#include <optional>
+
+#include "command/arguments.h"
+#include "command/failure.h"
+#include "command/save_plan.h"
+#include "host/application.h"
+#include "host/text.h"
+#include "plugin/entry.h"
+#include "tests/command/fault_text.h"
+
+namespace command {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FrameElementsTest : public testing::Test {
+  protected:
+    FrameElementsTest()
+        : arguments(std::get<SaveArguments>(ParseArguments({"save", "a.exr"}))),
+          session(arguments, MakePlan(arguments), {}, nullptr, {}) {}
+
+    FrameElements& Begin(const std::vector<std::string>& settings = {}, bool inVRay = false,
+                         const SceneDescription* scene = nullptr) {
+        return elements.emplace(session, scene, settings, inVRay);
+    }
+    int SettingOf(const host::RenderElement* element, const std::string& name) const {
+        const ParamID list = Session::IdOf("layersProduction");
+        for (int i = 0; i < session.Block().Count(list); ++i) {
+            IParamBlock2* block = session.Block().GetReferenceTarget(list, 0, i)->GetParamBlock(0);
+            if (block->GetReferenceTarget(0) != element) continue;
+            return block->GetInt(ParseSetting(name + "=0", plugin::LayerParameters()).row->id);
+        }
+        throw std::logic_error("no settings");
+    }
+
+    SaveArguments arguments;
+    Session session;
+    std::optional<FrameElements> elements;
+};
+
+PassElement Pass(const std::string& name, PassKind kind = PassKind::Emission) {
+    PassElement pass;
+    pass.name = name;
+    pass.kind = kind;
+    pass.classID = PassClassID(kind);
+    return pass;
+}
+
+TEST_F(FrameElementsTest, AreMadeOnceARunWithTheEffectsSettings) {
+    FrameElements& run = Begin({"Emit:blendingMode=Screen"});
+    const std::vector<PassElement> passes{Pass("Emit")};
+    const auto first = run.SetUp(passes);
+    ASSERT_EQ(first.size(), 1U);
+    EXPECT_EQ(SettingOf(first[0].element, "blendingMode"), 7);
+    const auto second = run.SetUp(passes);
+    EXPECT_EQ(second[0].element, first[0].element);
+    EXPECT_EQ(host::App().elements[RS_Production].NumRenderElements(), 1);
+}
+
+TEST_F(FrameElementsTest, DoublesAreHiddenUnlessTheUserShowsThem) {
+    std::vector<PassElement> passes{Pass("Back/Emit"), Pass("Back/Env"), Pass("Emit")};
+    passes[0].isDouble = passes[1].isDouble = true;
+    const auto frame = Begin({"Back/Env:visible=true"}).SetUp(passes);
+    EXPECT_EQ(SettingOf(frame[0].element, "visible"), 0);
+    EXPECT_EQ(SettingOf(frame[1].element, "visible"), 1);
+    EXPECT_EQ(SettingOf(frame[2].element, "visible"), 1);
+}
+
+TEST_F(FrameElementsTest, AreUsedWhileTheyAndAllElementsAreOn) {
+    FrameElements& run = Begin({"Env:enabled=false"});
+    const std::vector<PassElement> passes{Pass("Emit"), Pass("Env")};
+    const auto frame = run.SetUp(passes);
+    EXPECT_TRUE(run.IsUsed(*frame[0].element));
+    EXPECT_FALSE(run.IsUsed(*frame[1].element));
+    frame[0].element->SetEnabled(false);
+    EXPECT_FALSE(run.IsUsed(*frame[0].element));
+    frame[0].element->SetEnabled(true);
+    session.SetUnlessGiven("createRenderElementLayers", "false");
+    EXPECT_FALSE(run.IsUsed(*frame[0].element));
+}
+
+TEST_F(FrameElementsTest, ANameOfTheUsersThatFitsNothingIsAnError) {
+    FrameElements& run = Begin({"Emti:visible=false"});
+    const std::vector<PassElement> passes{Pass("Emit")};
+    run.SetUp(passes);
+    EXPECT_EQ(FaultText<InputError>([&] { run.SettingsWithoutElement("a.exr"); }),
+              "a.exr: there is no render element \"Emti\"; the nearest are Emit");
+}
+
+TEST_F(FrameElementsTest, AWildcardOrASceneMayFitNothing) {
+    SceneDescription scene;
+    scene.elementSettings.push_back(ParseElementSetting("Shadow:visible=false"));
+    FrameElements& run = Begin({"Zz*:visible=false"}, false, &scene);
+    const std::vector<PassElement> passes{Pass("Emit")};
+    run.SetUp(passes);
+    EXPECT_THAT(run.SettingsWithoutElement("a.exr"), ElementsAre("Shadow", "Zz*"));
+    const std::vector<PassElement> more{Pass("Shadow"), Pass("Zz top")};
+    run.SetUp(more);
+    EXPECT_THAT(run.SettingsWithoutElement("a.exr"), IsEmpty());
+}
+
+TEST_F(FrameElementsTest, TheSceneGivesClassSwitchAndMattes) {
+    SceneDescription scene;
+    SceneElement known;
+    known.name = "id";
+    known.elementClass = VRAY_MULTI_MATTE_ELEMENT;
+    known.enabled = false;
+    known.multiMatte.emplace();
+    (*known.multiMatte)[0].id = 7;
+    scene.elements.push_back(known);
+    const std::vector<PassElement> passes{Pass("id")};
+    const auto frame = Begin({}, true, &scene).SetUp(passes);
+    host::RenderElement& element = *frame[0].element;
+    EXPECT_EQ(element.ClassID(), VRAY_MULTI_MATTE_ELEMENT);
+    EXPECT_FALSE(element.IsEnabled());
+    EXPECT_NE(element.GetInterface(VRAY_RENDER_ELEMENT_INTERFACE), nullptr);
+    auto* mattes = static_cast<IMultiMatte*>(element.GetInterface(MULTI_MATTE_INTERFACE));
+    ASSERT_NE(mattes, nullptr);
+    MultiMatteComponent component;
+    mattes->GetComponent(0, component);
+    EXPECT_TRUE(component.idOn);
+    EXPECT_EQ(component.id, 7);
+}
+
+}  // namespace
+}  // namespace command
