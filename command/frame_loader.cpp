@@ -9,7 +9,6 @@
 
 #include "command/beauty.h"
 #include "command/coverage_entries.h"
-#include "command/deep_channels.h"
 #include "command/deep_numbers.h"
 #include "command/fragments.h"
 #include "command/half_ids.h"
@@ -304,21 +303,20 @@ void FrameLoader::ReadDeep(Frame& frame) {
             std::make_unique<host::FragmentBuffer>(frame.width, frame.height, frame.channels);
         FragmentBuilder builder(*fragments, OptionsOfFragments(frame.plan));
         const DeepPass& deep = *frame.plan.deep;
-        DeepChannels channels = ChooseDeepChannels(frame.Describe(), frame.plan.beauty);
-        channels.ids = deep.channels.ids;
         const DeepNumbers numbers(frame.Describe(), frame.FramePart(), deep);
         std::vector<DeepFragment> samples;
-        frame.file->ReadDeepRows(frame.FramePart(), channels, [&](int /*y*/, const DeepRow& row) {
-            for (std::size_t x = 0; x < static_cast<std::size_t>(frame.width); ++x) {
-                samples.clear();
-                for (const DeepSample& sample : row.Pixel(x)) {
-                    samples.push_back(numbers.FragmentOf(sample));
-                    objectNumbers.Add(samples.back().objectID);
-                    materialNumbers.Add(samples.back().materialID);
+        frame.file->ReadDeepRows(
+            frame.FramePart(), deep.channels, [&](int /*y*/, const DeepRow& row) {
+                for (std::size_t x = 0; x < static_cast<std::size_t>(frame.width); ++x) {
+                    samples.clear();
+                    for (const DeepSample& sample : row.Pixel(x)) {
+                        samples.push_back(numbers.FragmentOf(sample));
+                        objectNumbers.Add(samples.back().objectID);
+                        materialNumbers.Add(samples.back().materialID);
+                    }
+                    builder.AppendDeepPixel(samples);
                 }
-                builder.AppendDeepPixel(samples);
-            }
-        });
+            });
     }
     Finish(frame, std::move(fragments));
 }

@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "command/ascii_case.h"
+#include "command/deep_channels.h"
+#include "command/failure.h"
 #include "command/layer_names.h"
 #include "command/layer_places.h"
 #include "command/printable.h"
@@ -368,28 +370,22 @@ class Planner {
         plan.depth.reset();
         plan.normals.reset();
         DeepPass deep;
-        deep.channels.part = file.layers[plan.beauty.layer].part;
-        deep.channels.red = plan.beauty.red;
-        deep.channels.green = plan.beauty.green;
-        deep.channels.blue = plan.beauty.blue;
-        deep.channels.alpha = plan.beauty.alpha;
+        try {
+            deep.channels = ChooseDeepChannels(file, plan.beauty);
+        } catch (const InputError& fault) {
+            plan.warnings.emplace_back(fault.what() + file.path.size() + 2);
+            return;
+        }
+        // Ids whose meaning isn't known are of no use to fragments.
+        deep.channels.ids.clear();
         for (std::size_t i = 0; i < file.layers.size(); ++i) {
             const Layer& layer = file.layers[i];
-            if (layer.part != deep.channels.part) continue;
-            for (const Channel& channel : layer.channels) {
-                const std::string_view last = SplitChannelName(channel.name).suffix;
-                if (EqualIgnoringCase(last, "Z")) deep.channels.z = channel.name;
-                if (EqualIgnoringCase(last, "ZBack")) deep.channels.zBack = channel.name;
-            }
+            if (layer.part != deep.channels.part || layer.channels.size() != 1) continue;
             const std::optional<PassMeaning> meaning =
                 FindPass(plan.renderer, places.All()[i].pass);
-            if (!meaning || layer.channels.size() != 1) continue;
+            if (!meaning) continue;
             AddDeepID(deep, deep.objectID, meaning->kind == PassKind::ObjectID, layer);
             AddDeepID(deep, deep.materialID, meaning->kind == PassKind::MaterialID, layer);
-        }
-        if (deep.channels.z.empty()) {
-            plan.warnings.emplace_back("the deep picture has no channel Z");
-            return;
         }
         plan.deep = std::move(deep);
     }

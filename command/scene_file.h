@@ -26,7 +26,7 @@ enum class NodeKind : std::uint8_t { Object, Camera, Light, Helper };
 // All names and texts are UTF-8; nodes are named by their place in SceneDescription::nodes.
 struct SceneNode {
     std::string name;
-    // What render files with numbers for objects call it, 0 to 65533.
+    // Its render ID, 0 to 65533; without one the host gives it.
     std::optional<int> id;
     NodeKind kind = NodeKind::Object;
     // The user's number, 0 to 65535.

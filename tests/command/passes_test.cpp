@@ -351,7 +351,10 @@ TEST(Passes, ADeepPictureNeedsADepth) {
         descriptions::File({.channels = Channels({"A", "B", "G", "R"}), .deep = true});
     const PassPlan plan = Plan(file, "RGBA");
     EXPECT_FALSE(plan.deep.has_value());
-    EXPECT_THAT(plan.warnings, ElementsAre("the deep picture has no channel Z"));
+    EXPECT_THAT(
+        plan.warnings,
+        ElementsAre("layer \"RGBA\" is deep and has no depth channel Z; render it with one or "
+                    "flat"));
 }
 
 TEST(Passes, OfTheExample) {
