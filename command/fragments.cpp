@@ -67,7 +67,9 @@ void Gather(std::span<const RankRow> rows, std::size_t x, IndexOf indexOf,
 // NaN and what is below 0 are 0, what is above 1 is 255.
 UBYTE ByteOf(float value) {
     if (!(value > 0.0F)) return 0;
-    return value >= 1.0F ? 255 : static_cast<UBYTE>(value * 255.0F + 0.5F);
+    // Truncated, this is the nearest.
+    const float steps = value * 255.0F + 0.5F;
+    return value >= 1.0F ? 255 : static_cast<UBYTE>(steps);
 }
 
 }  // namespace

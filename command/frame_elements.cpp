@@ -36,6 +36,13 @@ IParamBlock2* SettingsOf(IParamBlock2& effect, const IRenderElement* element) {
     return nullptr;
 }
 
+[[noreturn]] void FailOfName(const std::string& path, const std::string& wanted,
+                             const std::vector<std::string>& names) {
+    throw InputError(path + ": there is no render element \"" + wanted + "\"" +
+                     (names.empty() ? ", nor any other"
+                                    : "; the nearest are " + Joined(NearestNames(wanted, names))));
+}
+
 }  // namespace
 
 FrameElements::FrameElements(Session& hostSession, const SceneDescription* sceneDescription,
@@ -117,10 +124,7 @@ std::vector<std::string> FrameElements::SettingsWithoutElement(const std::string
         });
         if (fits) continue;
         if (i >= ofScene && wanted.find('*') == std::string::npos) {
-            throw InputError(path + ": there is no render element \"" + wanted + "\"" +
-                             (names.empty()
-                                  ? ", nor any other"
-                                  : "; the nearest are " + Joined(NearestNames(wanted, names))));
+            FailOfName(path, wanted, names);
         }
         without.push_back(wanted);
     }

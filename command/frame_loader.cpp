@@ -97,7 +97,7 @@ host::Owned<host::ImageBitmap> FrameLoader::Read(const std::string& path) {
 
     frame.elements = elements.SetUp(frame.plan.elements);
     for (const std::string& name : elements.SettingsWithoutElement(path))
-        WarnOnce(path + ": no render element fits \"" + name + "\"");
+        WarnOnce(std::string(path).append(": no render element fits \"").append(name).append("\""));
     if (arguments.all) TurnOnAll(session, frame.plan, scene);
     if (part.deep) {
         ReadDeep(frame);

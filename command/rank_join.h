@@ -24,9 +24,10 @@ struct JoinedFragment {
 
 // `coverage` in units of a fragment, 0 to 255; 0 for what is below 0 or NaN.
 constexpr int CoverageUnits(double coverage) {
-    constexpr double half = 0.5;
     if (!(coverage > 0.0)) return 0;
-    return coverage >= 1.0 ? 255 : static_cast<int>(coverage * 255.0 + half);
+    // Truncated, this is the nearest.
+    const double units = coverage * 255.0 + 0.5;
+    return coverage >= 1.0 ? 255 : static_cast<int>(units);
 }
 
 class RankJoin {
