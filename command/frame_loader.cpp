@@ -48,9 +48,6 @@ struct FrameLoader::Frame {
 
     const Description& Describe() const { return file->GetDescription(); }
     std::size_t FramePart() const { return Describe().layers[plan.beauty.layer].part; }
-    const Channel& ChannelOf(const ChannelRef& channel) const {
-        return Describe().layers[channel.layer].channels[channel.channel];
-    }
     const Cryptomatte* ObjectMatte() const {
         return plan.objectMatte ? &plan.cryptomattes[*plan.objectMatte] : nullptr;
     }

@@ -31,13 +31,18 @@ KINDS = {"CAMERA": "camera", "LIGHT": "light", "EMPTY": "helper"}
 LARGEST_OBJECT_ID = 65535
 
 
+def is_linked(each):
+    """The object is another file's."""
+    return getattr(each, "library") is not None
+
+
 def unique_objects(scene):
     """The scene's objects by name, in the order of their names. Of a linked object and one of the
     file's own that share a name, the file's own: pixels can't tell them apart either."""
     found = {}
     for each in scene.objects:
         known = found.get(each.name)
-        if known is None or (known.library and not each.library):
+        if known is None or (is_linked(known) and not is_linked(each)):
             found[each.name] = each
     if len(found) < len(scene.objects):
         print(f"veltrane: {len(scene.objects) - len(found)} objects share the name of another and "
