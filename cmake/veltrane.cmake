@@ -19,6 +19,9 @@ if(VELTRANE_SANITIZE)
     add_compile_options(${sanitizers})
     add_link_options(${sanitizers})
 endif()
+if(VELTRANE_FUZZ_COVERAGE)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 
 # veltrane_library(NAME LIBRARY...): the static library of the folder that calls it, from all its
 # .cpp files. Includes are written from the project's root.

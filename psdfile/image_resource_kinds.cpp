@@ -2,18 +2,11 @@
 
 #include "psdfile/image_resource_kinds.h"
 
-#include <cmath>
+#include "psdfile/fixed_point.h"
 
 namespace psdfile {
 
 namespace {
-
-// Truncated, and cut to the low 32 bits; 0 for what is no number of 64 bits.
-std::uint32_t FixedPoint16(double number) {
-    const double scaled = number * 65536.0;
-    if (!(std::abs(scaled) < 9.2e18)) return 0;
-    return static_cast<std::uint32_t>(static_cast<std::int64_t>(scaled));
-}
 
 const char16_t* NameOrDefault(const char16_t* name) {
     return name == nullptr ? u"Adobe Photoshop" : name;

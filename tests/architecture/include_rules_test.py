@@ -29,6 +29,7 @@ LIBRARIES = (
     ("isal", r"(isa-l|isa-l/.*|igzip_lib)(\.h)?"),
     ("openexr", r"(OpenEXR|Imath)/.*|I(mf|ex|math)\w+\.h"),
     ("openimageio", r"OpenImageIO/.*"),
+    ("littlecms", r"lcms2\.h"),
     ("cli11", r"CLI/.*"),
     ("json", r"nlohmann/.*"),
     ("googletest", r"g(test|mock)/.*"),
@@ -36,7 +37,7 @@ LIBRARIES = (
 )
 
 INPUT_LIBRARIES = ("posix", "windows", "intrinsics", "highway", "smart_ptr", "zlib", "isal",
-                   "openexr", "openimageio", "cli11", "json")
+                   "openexr", "openimageio", "littlecms", "cli11", "json")
 
 # What a folder may include besides itself and "std": folders, single files or files by pattern of
 # the project, and libraries.

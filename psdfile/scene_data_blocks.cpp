@@ -1,0 +1,45 @@
+// The two blocks differ from other image resources in their signature.
+
+#include "psdfile/scene_data_blocks.h"
+
+#include <algorithm>
+
+#include "psdfile/four_char_code.h"
+
+namespace {
+
+constexpr std::uint32_t sceneDataSignature = psdfile::FourCharCode("qzMk");
+
+std::uint16_t HelperID(std::uint16_t index, std::uint32_t frame) {
+    constexpr std::uint64_t lastOffset = 1999;
+    const std::uint64_t offset = std::uint64_t{index} * 2 + frame;
+    return static_cast<std::uint16_t>(30000 + std::min(offset, lastOffset));
+}
+
+void AddVersionOne(psdfile::PSDPartList& data) {
+    data.Add<psdfile::PSint32>(1U);
+}
+
+void AddValues(psdfile::PSDPartList& data, const SceneDataValues& values) {
+    for (const double value : values) {
+        data.Add<psdfile::PSdouble32>(value);
+    }
+}
+
+}  // namespace
+
+PSDIRB_Camera::PSDIRB_Camera(int index, std::uint32_t value, const SceneDataValues& values)
+    : PSDImageResourceBlock(index == 0 ? 58151 : 58152) {
+    signature.value = sceneDataSignature;
+    AddVersionOne(data);
+    data.Add<psdfile::PSint32>(value);
+    AddValues(data, values);
+}
+
+PSDIRB_Helper::PSDIRB_Helper(const char* helperName, std::uint16_t index, std::uint32_t frame,
+                             const SceneDataValues& values)
+    : PSDImageResourceBlock(HelperID(index, frame), helperName) {
+    signature.value = sceneDataSignature;
+    AddVersionOne(data);
+    AddValues(data, values);
+}
