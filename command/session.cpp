@@ -48,7 +48,7 @@ Session::Session(const SaveArguments& arguments, const SavePlan& plan,
     app.settings.quiet = true;
     // Nothing of a document may change from run to run.
     app.settings.randomSeed = 1;
-    app.settings.render.output.name = host::FromUtf8(plan.output);
+    app.settings.render.output.SetName(host::FromUtf8(plan.output));
     gammaMgr.dithTrue = FALSE;
     gammaMgr.enable = arguments.gamma ? TRUE : FALSE;
     if (arguments.gamma) gammaMgr.SetFileOutGamma(*arguments.gamma);

@@ -5,6 +5,8 @@
 #include <new>
 #include <string_view>
 
+#include "effect/correction_layers.h"
+#include "effect/depth_group.h"
 #include "effect/empty_filters.h"
 #include "effect/frame.h"
 #include "effect/id_bounds.h"
@@ -13,6 +15,8 @@
 #include "effect/output_file.h"
 #include "effect/psd_output.h"
 #include "effect/renderer_kinds.h"
+#include "effect/saved_corrections.h"
+#include "effect/scene_data.h"
 #include "effect/vray_pixels.h"
 #include "effect/write_progress.h"
 #include "plugin/parameters.h"
@@ -99,6 +103,22 @@ void SetLargeFormat(OutputFile& stream) {
     psdfile::PSBMode(stream) = 1;
 }
 
+// At the top of the stack, gamma above the corrections. Pixels that are read from then on come
+// without the corrections that a layer carries.
+void AddCorrectionLayers(psdbuilder::PSDBuilder& builder, const Frame& frame,
+                         SavedCorrections& corrections) {
+    const auto isByLayer = [&frame](ParamID config) {
+        return frame.pblock.GetInt(config) == correctByAdjustmentLayer;
+    };
+    if (frame.colors.gammaActive && isByLayer("gammaCorrectConfig"_param)) {
+        AddGammaCorrectionLayer(builder);
+    }
+    if (frame.colors.ccActive && isByLayer("colorCorrectConfig"_param) && corrections.AnyOn() &&
+        AddColorCorrectionLayer(builder) == 1) {
+        corrections.SwitchAllOff();
+    }
+}
+
 // Writes the document anew, in the large format, under the same name.
 void ResaveLarge(OutputFile& stream, psdbuilder::PSDBuilder& builder, const MSTR& name) {
     stream.Close();
@@ -126,18 +146,22 @@ void PSDOutput::Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbo
     const RendererSwap swap(*gc);
     // Each half of a frame of fields comes on its own; only the whole frame is saved.
     if (IsClass(gc->renderer, RENDERER_A_CLASS_ID) && gc->fieldRender && gc->evenLines) return;
-    PSDFrameSources sources{bm, VRayPixels(gc->renderer)};
+    const VRayState vray = FindVRayState(gc->renderer);
+    SavedCorrections corrections(vray.corrections);
+    if (!pblock->GetInt("vrayColorCorrections"_param)) corrections.SwitchAllOff();
+    // Where the host tells of a frame's end only after its effects, this is the first to see it.
+    TakeSnapshot(snapshots, *gc);
     MSTR name;
     if (!ResolveOutputFileName(name, true, t)) return;
     try {
-        SaveFrame(name, sources, *gc, cb);
+        SaveFrame(name, {bm, vray.pixels}, corrections, t, *gc, cb);
     } catch (const std::bad_alloc&) {
         LogFileError(_M("Not enough memory to write %s."), name);
     }
 }
 
-void PSDOutput::SaveFrame(const MSTR& name, PSDFrameSources sources, const RenderGlobalContext& gc,
-                          CheckAbortCallback* cb) {
+void PSDOutput::SaveFrame(const MSTR& name, PSDFrameSources sources, SavedCorrections& corrections,
+                          TimeValue t, const RenderGlobalContext& gc, CheckAbortCallback* cb) {
     OutputFile stream;
     if (!stream.Open(name)) {
         LogFileError(_M("Could not open/create %s."), name);
@@ -155,6 +179,7 @@ void PSDOutput::SaveFrame(const MSTR& name, PSDFrameSources sources, const Rende
     using Solid = sources::SolidColorChannelImageSource;
     blackSource = boost::make_shared<Solid>(std::uint8_t{0}, size.width);
     whiteSource = boost::make_shared<Solid>(std::uint8_t{255}, size.width);
+    OwnedBitmap temporaryBitmap;
     const Frame frame{sources,
                       *this,
                       *pblock,
@@ -164,7 +189,9 @@ void PSDOutput::SaveFrame(const MSTR& name, PSDFrameSources sources, const Rende
                       size.width,
                       size.height,
                       blackSource,
-                      whiteSource};
+                      whiteSource,
+                      t,
+                      &temporaryBitmap};
 
     PSDOutputWriteProgressCallback progress(cb);
     psdbuilder::PSDBuilder builder(
@@ -178,10 +205,14 @@ void PSDOutput::SaveFrame(const MSTR& name, PSDFrameSources sources, const Rende
     } else {
         BuildBlankMergedImage(builder, frame);
     }
+    AddCorrectionLayers(builder, frame, corrections);
     RunLayerStack(builder, frame);
+    if (pblock->GetInt("createZDepthChannel"_param)) AddDepthGroup(builder, frame, false);
     if (IsFilterOn(*pblock, "filterEmptyLayerSets"_param, timeTypeOfHost)) {
         psdbuilder::RemoveEmptyLayerSets(*builder.doc);
     }
+    if (pblock->GetInt("embedCameraInfo"_param)) AddCameraBlock(builder, snapshots, frame);
+    if (pblock->GetInt("embedHelpersInfo"_param)) AddHelperBlock(builder, frame);
 
     builder.Write(stream);
     if (!isPSB && psdfile::FileTooLarge(stream)) ResaveLarge(stream, builder, name);

@@ -4,6 +4,8 @@
 #include <bitmap.h>
 #include <vrayframebuffer.h>
 
+#include <memory>
+
 #include "effect/color_decisions.h"
 #include "psdfile/channel_source.h"
 
@@ -22,6 +24,11 @@ struct PSDFrameSources {
     IVRayPixelBuffer* vfb = nullptr;
 };
 
+struct DeleteBitmap {
+    void operator()(Bitmap* bitmap) const { bitmap->DeleteThis(); }
+};
+using OwnedBitmap = std::unique_ptr<Bitmap, DeleteBitmap>;
+
 struct Frame {
     PSDFrameSources sources;
     PSDOutput& effect;
@@ -36,6 +43,10 @@ struct Frame {
     // Solid 0 and 255 in the frame's width.
     psdfile::PSDChannelImageDataSourcePtr blackSource;
     psdfile::PSDChannelImageDataSourcePtr whiteSource;
+    TimeValue time = 0;
+    // An image that a group has loaded goes here, and lives until the document is written. Never
+    // null while a group runs.
+    OwnedBitmap* temporaryBitmap = nullptr;
 };
 
 }  // namespace effect

@@ -8,6 +8,7 @@
 
 #include "effect/active_channels.h"
 #include "effect/layer_name.h"
+#include "effect/layer_set.h"
 #include "plugin/parameters.h"
 #include "psdfile/blend_keys.h"
 #include "sources/gbuffer_channel.h"
@@ -62,10 +63,8 @@ void AddGBufferLayer(psdbuilder::PSDBuilder& builder, const Frame& frame,
 void AddGBufferLayers(psdbuilder::PSDBuilder& builder, const Frame& frame) {
     const bool inLayerSet = frame.pblock.GetInt("createGBufferLayerSet"_param) != 0;
     if (inLayerSet) {
-        const LayerName name =
-            NameOr(frame.pblock.GetStr("gbufferLayerSetName"_param), _M("G-Buffer"));
-        builder.BeginLayerSet(name.Ansi(), name.Wide(), psdfile::blendKeyPassThrough, 0, false,
-                              nullptr, true);
+        BeginGroupSet(builder,
+                      NameOr(frame.pblock.GetStr("gbufferLayerSetName"_param), _M("G-Buffer")));
     }
     for (const GBufferLayer& layer : layers) {
         if (IsWanted(layer, frame)) AddGBufferLayer(builder, frame, layer);

@@ -7,6 +7,7 @@
 
 #include "effect/active_channels.h"
 #include "effect/empty_filters.h"
+#include "effect/layer_set.h"
 #include "effect/render_channels.h"
 #include "plugin/parameters.h"
 #include "psdbuilder/composer_channel.h"
@@ -98,10 +99,8 @@ MatteGroup::MatteGroup(psdbuilder::PSDBuilder& document, const Frame& ofFrame,
       premultiplied(IsPremultiplied(style, frame)),
       flags(frame.pblock.GetInt("matteLayersVisible"_param) ? 0 : 2) {
     if (!hasItsChannels || !style.color || !frame.pblock.GetInt(settings.ownLayerSet)) return;
-    const LayerName name =
-        NameOr(frame.pblock.GetStr(settings.layerSetName), settings.defaultLayerSetName);
-    builder.BeginLayerSet(name.Ansi(), name.Wide(), psdfile::blendKeyPassThrough, 0, false, nullptr,
-                          true);
+    BeginGroupSet(builder,
+                  NameOr(frame.pblock.GetStr(settings.layerSetName), settings.defaultLayerSetName));
     inLayerSet = true;
 }
 

@@ -15,6 +15,7 @@
 #include <boost/shared_ptr.hpp>
 #include <cstdint>
 
+#include "effect/scene_snapshot.h"
 #include "effect/warning_switches.h"
 #include "psdfile/channel_source.h"
 
@@ -26,6 +27,7 @@ constexpr Class_ID psdOutputClassID{0x70068609, 0x01d5d297};
 constexpr const MCHAR* messageTitle = _M("veltrane");
 
 class PSDOutputLayer;
+class SavedCorrections;
 struct PSDFrameSources;
 
 class PSDOutput : public Effect8 {
@@ -92,8 +94,8 @@ class PSDOutput : public Effect8 {
     bool CheckRenderOutputFilename();
     bool CheckOutputFile(TimeValue t);
 
-    void SaveFrame(const MSTR& name, PSDFrameSources sources, const RenderGlobalContext& gc,
-                   CheckAbortCallback* cb);
+    void SaveFrame(const MSTR& name, PSDFrameSources sources, SavedCorrections& corrections,
+                   TimeValue t, const RenderGlobalContext& gc, CheckAbortCallback* cb);
 
     ReadWarningSwitches readWarningSwitches;
     IParamBlock2* secondBlock = nullptr;
@@ -109,6 +111,7 @@ class PSDOutput : public Effect8 {
     std::uint32_t renderMilliseconds = 0;
     // What the frame goes to, for a renderer that doesn't call Apply itself. Not owned.
     Bitmap* outputBitmap = nullptr;
+    SceneSnapshots snapshots;
     // Solid 0 and 255 in the frame's width, shared by many layers.
     psdfile::PSDChannelImageDataSourcePtr blackSource;
     psdfile::PSDChannelImageDataSourcePtr whiteSource;

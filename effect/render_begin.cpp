@@ -94,6 +94,7 @@ int PSDOutput::RenderBegin(TimeValue t, ULONG flags) {
     RegisterNotification(OnNotification, this, NOTIFY_POST_RENDERFRAME);
     frameActive = false;
     saveArmed = false;
+    snapshots = {};
     saveArmed = MayBeSaved(t);
     return 0;
 }

@@ -6,9 +6,11 @@
 
 #include <optional>
 
+#include "effect/correction_layers.h"
 #include "effect/element_corrections.h"
 #include "effect/element_layer.h"
 #include "effect/layer_name.h"
+#include "effect/layer_set.h"
 #include "effect/psd_output.h"
 #include "effect/psd_output_layer.h"
 #include "effect/render_channels.h"
@@ -16,7 +18,6 @@
 #include "effect/sync_render_elements.h"
 #include "effect/vray_channels.h"
 #include "plugin/parameters.h"
-#include "psdfile/blend_keys.h"
 
 namespace effect {
 namespace {
@@ -130,10 +131,14 @@ void AddRenderElementsGroup(psdbuilder::PSDBuilder& builder, const Frame& frame)
     if (inSet) {
         const bool masked =
             frame.pblock.GetInt("createRenderElementsLayerSetMaskFromAlpha"_param) != 0;
-        const LayerName name =
-            NameOr(frame.pblock.GetStr("renderElementsLayerSetName"_param), _M("Render Elements"));
-        builder.BeginLayerSet(name.Ansi(), name.Wide(), psdfile::blendKeyPassThrough, 0, false,
-                              masked ? RenderAlpha(frame) : nullptr, true);
+        BeginGroupSet(
+            builder,
+            NameOr(frame.pblock.GetStr("renderElementsLayerSetName"_param), _M("Render Elements")),
+            masked ? RenderAlpha(frame) : nullptr);
+    }
+    if (frame.pblock.GetInt("createCurvesAdjustmentLayer"_param) &&
+        frame.pblock.GetInt("bitDepth"_param) != 32) {
+        AddCurvesLayer(builder, frame);
     }
     AddElementLayers(builder, frame);
     if (inSet) builder.EndLayerSet();

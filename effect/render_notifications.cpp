@@ -87,6 +87,7 @@ void PSDOutput::BeforeFrame(const RenderGlobalContext* gc) {
 void PSDOutput::AfterFrame(RenderGlobalContext* gc) {
     frameActive = true;
     renderMilliseconds = TickCount() - renderMilliseconds;
+    if (gc) TakeSnapshot(snapshots, *gc);
     Interface* host = GetCOREInterface();
     if (!gc || !host->GetRendEffects() || !Active(0) || !IsClass(gc->renderer, CORONA_CLASS_ID) ||
         host->CheckForRenderAbort()) {

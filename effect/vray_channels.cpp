@@ -13,9 +13,9 @@
 #include "effect/element_corrections.h"
 #include "effect/element_pixels.h"
 #include "effect/layer_name.h"
+#include "effect/layer_set.h"
 #include "effect/utf8.h"
 #include "plugin/parameters.h"
-#include "psdfile/blend_keys.h"
 #include "sources/pixel_rows.h"
 
 namespace effect {
@@ -143,8 +143,7 @@ void AddExtraChannels(psdbuilder::PSDBuilder& builder, const Frame& frame,
         if (description.alias > VRAY_CHANNEL_LAST_ALIAS) continue;
         if (!keepDenoiserChannels && IsDenoiserChannel(description.name)) continue;
         if (!begun) {
-            builder.BeginLayerSet("Extra", u"Extra", psdfile::blendKeyPassThrough, 0, false,
-                                  nullptr, true);
+            BeginGroupSet(builder, LayerName(_M("Extra")));
             begun = true;
         }
         // Without settings of its own a channel is corrected only where all elements are.

@@ -14,12 +14,16 @@ IVRayImage* ImageOf(Renderer* renderer) {
 
 }  // namespace
 
-IVRayPixelBuffer* VRayPixels(Renderer* renderer) {
+VRayState FindVRayState(Renderer* renderer) {
     IVRayImage* image = ImageOf(renderer);
-    void* answer = image ? image->GetInterface(VRAY_PIXEL_BUFFER_INTERFACE) : nullptr;
-    auto* pixels = static_cast<IVRayPixelBuffer*>(answer);
+    if (!image) return {};
+    VRayState state;
+    state.corrections =
+        static_cast<IVRayColorCorrections*>(image->GetInterface(VRAY_COLOR_CORRECTIONS_INTERFACE));
+    auto* pixels = static_cast<IVRayPixelBuffer*>(image->GetInterface(VRAY_PIXEL_BUFFER_INTERFACE));
     if (pixels) pixels->Prepare();
-    return UsesVRayFrameBuffer(renderer) ? pixels : nullptr;
+    if (UsesVRayFrameBuffer(renderer)) state.pixels = pixels;
+    return state;
 }
 
 }  // namespace effect

@@ -10,6 +10,7 @@
 #include <sfx.h>
 
 #include "host/class_directory.h"
+#include "host/image_loader.h"
 #include "host/log.h"
 #include "host/message_boxes.h"
 #include "host/notifications.h"
@@ -41,6 +42,8 @@ class Application {
     WindowTree windows;
 #endif
     Scene scene;
+    // What TheManager reads files with; empty: it reads none.
+    ImageLoader imageLoader;
     // By RenderSettingID.
     std::array<RenderElementManager, 2> elements;
     UndoStack undo;

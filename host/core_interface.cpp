@@ -101,6 +101,10 @@ void CoreInterface::SetSaveRequired() {
     App().settings.saveRequired = true;
 }
 
+INode* CoreInterface::GetRootNode() {
+    return &App().scene.Root();
+}
+
 int CoreInterface::NumEffects() {
     return static_cast<int>(App().effects.size());
 }

@@ -31,6 +31,7 @@ class CoreInterface final : public Interface {
     // Of a target (REF_TARGET_CLASS_ID) the pointer is a ReferenceTarget's.
     void* CreateInstance(SClass_ID superID, Class_ID classID) override;
     void SetSaveRequired() override;
+    INode* GetRootNode() override;
     int NumEffects() override;
     // Null for an index out of range.
     Effect* GetEffect(int index) override;

@@ -1,6 +1,7 @@
 #include "host/render_loop.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <exception>
 #include <iterator>
@@ -45,6 +46,24 @@ Owned<ImageBitmap> Provide(const RenderJob& job, int frame, std::string& error) 
         error = exception.what();
         return nullptr;
     }
+}
+
+// Pixels of the frame for a length of 1 (see RenderGlobalContext::xscale); 0 for a view of no
+// sense.
+float ScaleOf(const CameraView& view, int devWidth) {
+    const double shown = view.projection == PROJ_PARALLEL
+                             ? static_cast<double>(view.width)
+                             : 2.0 * std::tan(static_cast<double>(view.fieldOfView) / 2.0);
+    const auto scale = static_cast<float>(devWidth / shown);
+    return shown > 0.0 && std::isfinite(scale) ? scale : 0.0F;
+}
+
+void TellView(const CameraView& view, RenderGlobalContext& context) {
+    context.projType = view.projection;
+    context.camToWorld = view.camToWorld;
+    context.xscale = ScaleOf(view, context.devWidth);
+    context.nearRange = view.nearRange;
+    context.farRange = view.farRange;
 }
 
 // One effect during a frame.
@@ -123,6 +142,9 @@ class RenderRun {
             context.devWidth = bitmap->Storage()->Width();
             context.devHeight = bitmap->Storage()->Height();
             context.devAspect = bitmap->Storage()->Aspect();
+            if (settings.view) {
+                TellView(*settings.view, context);
+            }
             GiveToEffects(*bitmap, context);
         }
         report.outcome = bitmap ? FrameOutcome::Rendered : FrameOutcome::Failed;

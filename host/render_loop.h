@@ -63,6 +63,7 @@ struct RenderReport {
 DWORD RequiredGBufferChannels(TimeValue t);
 
 // Nodes of the scene have their render ids before a frame is asked for and before effects see it.
+// The provider may set RenderSettings::view: effects are told the one that is there after it.
 // Sets the application's time type, and its time to each frame's, and leaves them so. What happens:
 // NOTIFY_PRE_RENDER; RenderBegin of the active effects; for each frame NOTIFY_PRE_RENDERFRAME, the
 // provider, SupportsBitmap, Apply of the active effects if render effects are on and the effect

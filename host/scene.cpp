@@ -9,6 +9,7 @@
 #include <notify.h>
 
 #include "host/application.h"
+#include "host/user_properties.h"
 
 namespace host {
 namespace {
@@ -44,9 +45,91 @@ void MoveTo(T* object, T*& parent, std::vector<T*> T::*children, T* newParent) {
     }
 }
 
+class ShownObject final : public Object {
+  public:
+    explicit ShownObject(NodeKind kind) : kind_(kind) {}
+
+    SClass_ID SuperClassID() override {
+        static constexpr SClass_ID CLASSES[] = {GEOMOBJECT_CLASS_ID, CAMERA_CLASS_ID,
+                                                LIGHT_CLASS_ID, HELPER_CLASS_ID};
+        return CLASSES[static_cast<std::size_t>(kind_)];
+    }
+    // Nobody knows which geometry, camera or light it is.
+    Class_ID ClassID() override {
+        return kind_ == NodeKind::PointHelper ? Class_ID(POINTHELP_CLASS_ID, 0) : Class_ID();
+    }
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
+                               BOOL) override {
+        return REF_SUCCEED;
+    }
+
+  private:
+    NodeKind kind_;
+};
+
 }  // namespace
 
+// The root
+
+class RootNode final : public INode {
+  public:
+    explicit RootNode(Scene& scene) : scene_(scene) {}
+    ~RootNode() override = default;
+    // It stays as long as its scene.
+    void DeleteThis() override {}
+
+    const MCHAR* GetName() override { return _M("Scene Root"); }
+    USHORT GetRenderID() override { return NO_RENDER_ID; }
+    INode* GetParentNode() override { return nullptr; }
+    BOOL IsRootNode() override { return TRUE; }
+    int NumberOfChildren() override { return static_cast<int>(scene_.TopNodes().size()); }
+    INode* GetChildNode(int index) override { return At(scene_.TopNodes(), index); }
+    BOOL IsGroupHead() override { return FALSE; }
+    BOOL IsGroupMember() override { return FALSE; }
+    BOOL IsNodeHidden(BOOL) override { return FALSE; }
+    const ObjectState& EvalWorldState(TimeValue, BOOL) override { return shown_; }
+    Matrix3 GetNodeTM(TimeValue, Interval*) override { return {}; }
+    BOOL GetUserPropBool(const MSTR&, BOOL&) override { return FALSE; }
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
+                               BOOL) override {
+        return REF_SUCCEED;
+    }
+
+  private:
+    Scene& scene_;
+    ObjectState shown_;
+};
+
 // Nodes
+
+Node::Node(Scene& scene, const MSTR& name)
+    : scene_(scene),
+      name_(name),
+      object_(new ShownObject(NodeKind::Geometry)),
+      shown_{object_.get()} {}
+
+INode* Node::GetParentNode() {
+    return parent_ ? static_cast<INode*>(parent_) : scene_.root_.get();
+}
+
+BOOL Node::GetUserPropBool(const MSTR& key, BOOL& b) {
+    const std::optional<bool> value = FindUserPropertyBool(userProperties_, key);
+    if (value) {
+        b = *value;
+    }
+    return value.has_value();
+}
+
+void Node::SetKind(NodeKind kind) {
+    object_.reset(new ShownObject(kind));
+    shown_.obj = object_.get();
+    Changed();
+}
+
+void Node::SetTransform(const Matrix3& transform) {
+    transform_ = transform;
+    Changed();
+}
 
 void Node::DeleteThis() {
     scene_.Remove(*this);
@@ -73,6 +156,7 @@ bool Node::SetParent(Node* parent) {
         return false;
     }
     MoveTo(this, parent_, &Node::children_, parent);
+    scene_.topNodes_.clear();
     Changed();
     return true;
 }
@@ -142,6 +226,27 @@ void SceneLayer::SetHidden(bool on) {
 
 // The scene's nodes
 
+Scene::Scene() : root_(std::make_unique<RootNode>(*this)) {}
+
+Scene::~Scene() {
+    Clear();
+}
+
+INode& Scene::Root() const {
+    return *root_;
+}
+
+const std::vector<Node*>& Scene::TopNodes() {
+    if (topNodes_.empty()) {
+        for (const auto& node : nodes_) {
+            if (!node->parent_) {
+                topNodes_.push_back(node.get());
+            }
+        }
+    }
+    return topNodes_;
+}
+
 void Scene::EnterName(Node& node) {
     nodesByName_[node.name_.data()].push_back(&node);
 }
@@ -162,6 +267,7 @@ Node& Scene::AddNode(const MSTR& name, Node* parent) {
     Node& node = *nodes_.back();
     EnterName(node);
     MoveTo(&node, node.parent_, &Node::children_, parent);
+    topNodes_.clear();
     return node;
 }
 
@@ -184,6 +290,7 @@ void Scene::Remove(Node& node) {
     // Out of the scene first: those who are told then find it gone.
     const std::unique_ptr<Node> removed = std::move(*found);
     nodes_.erase(found);
+    topNodes_.clear();
     LeaveName(node);
     for (SelectionSet& set : sets_) {
         std::erase(set.nodes, &node);
@@ -349,6 +456,7 @@ bool Scene::RemoveSelectionSet(const MSTR& name) {
 void Scene::Clear() {
     sets_.clear();
     sortedLayers_.clear();
+    topNodes_.clear();
     nodesByName_.clear();
     nextRenderID_ = 0;
     // Out of the scene first, and out of each other: those who are told then find nothing there.

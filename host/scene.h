@@ -9,10 +9,16 @@
 #include <ilayermanager.h>
 #include <inode.h>
 
+#include "host/owned.h"
+
 namespace host {
 
+class RootNode;
 class Scene;
 class SceneLayer;
+
+// What a node shows, as far as effects tell things apart.
+enum class NodeKind { Geometry, Camera, Light, PointHelper };
 
 // Owned by its scene; DeleteThis is Scene::Remove. A change of its name, visibility or place is
 // told to its dependents.
@@ -23,13 +29,18 @@ class Node final : public INode {
 
     const MCHAR* GetName() override { return name_.data(); }
     USHORT GetRenderID() override { return renderID_; }
-    Node* GetParentNode() override { return parent_; }
+    INode* GetParentNode() override;
+    BOOL IsRootNode() override { return FALSE; }
     int NumberOfChildren() override { return static_cast<int>(children_.size()); }
-    // In order of creation.
+    // In the order in which they came to it.
     Node* GetChildNode(int index) override;
     BOOL IsGroupHead() override { return groupHead_; }
     BOOL IsGroupMember() override { return groupMember_; }
     BOOL IsNodeHidden(BOOL hflagsOverride = FALSE) override;
+    // The same at all times, as the transform is; so `valid` stays as it was.
+    const ObjectState& EvalWorldState(TimeValue, BOOL = TRUE) override { return shown_; }
+    Matrix3 GetNodeTM(TimeValue, Interval* = nullptr) override { return transform_; }
+    BOOL GetUserPropBool(const MSTR& key, BOOL& b) override;
     RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
                                BOOL) override {
         return REF_SUCCEED;
@@ -42,6 +53,10 @@ class Node final : public INode {
     void SetGroupHead(bool on) { groupHead_ = on; }
     void SetGroupMember(bool on) { groupMember_ = on; }
     void SetHidden(bool on);
+    // A node starts as geometry. What it showed before goes, and its dependents are told.
+    void SetKind(NodeKind kind);
+    // To the world's space; the nodes below stay where they are.
+    void SetTransform(const Matrix3& transform);
     // Null for none. The layer must be of the same scene.
     void SetLayer(SceneLayer* layer);
     SceneLayer* GetLayer() const { return layer_; }
@@ -56,7 +71,7 @@ class Node final : public INode {
 
   private:
     friend class Scene;
-    Node(Scene& scene, const MSTR& name) : scene_(scene), name_(name) {}
+    Node(Scene& scene, const MSTR& name);
     void Changed() { NotifyDependents(FOREVER, PART_ALL, REFMSG_CHANGE); }
 
     Scene& scene_;
@@ -65,6 +80,9 @@ class Node final : public INode {
     Node* parent_ = nullptr;
     std::vector<Node*> children_;
     SceneLayer* layer_ = nullptr;
+    Owned<Object> object_;
+    ObjectState shown_;
+    Matrix3 transform_;
     UWORD objectID_ = 0;
     USHORT renderID_ = 65535;
     bool hidden_ = false;
@@ -126,11 +144,15 @@ struct SelectionSet {
 
 class Scene {
   public:
-    Scene() = default;
+    Scene();
     // Layers and nodes go, and their dependents are told.
-    ~Scene() { Clear(); }
+    ~Scene();
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
+
+    // The node that those without a parent hang from, in order of creation. It stays as long as the
+    // scene, and is none of the nodes that are counted and found by name.
+    INode& Root() const;
 
     // In no layer, and without a render id. Names may repeat.
     Node& AddNode(const MSTR& name, Node* parent = nullptr);
@@ -169,20 +191,26 @@ class Scene {
     // In order of creation.
     const std::vector<SelectionSet>& SelectionSets() const { return sets_; }
 
-    // Removes all, and tells dependents. Broadcasts nothing.
+    // Removes all but the root, and tells dependents. Broadcasts nothing.
     void Clear();
 
   private:
     friend class Node;
+    friend class RootNode;
     friend class SceneLayer;
     using Name = std::basic_string<MCHAR>;
 
     void EnterName(Node& node);
     void LeaveName(Node& node);
     SelectionSet* FindSet(const MSTR& name);
+    // The nodes without a parent, in order of creation.
+    const std::vector<Node*>& TopNodes();
 
+    std::unique_ptr<RootNode> root_;
     // In order of creation.
     std::vector<std::unique_ptr<Node>> nodes_;
+    // Empty when it is to be made anew.
+    std::vector<Node*> topNodes_;
     std::unordered_map<Name, std::vector<Node*>> nodesByName_;
     int nextRenderID_ = 0;
     std::vector<std::unique_ptr<SceneLayer>> layers_;

@@ -2,6 +2,7 @@
 
 #include "host/application.h"
 #include "host/host_renderer.h"
+#include "host/script_calls.h"
 #include "host/text.h"
 
 namespace host {
@@ -75,11 +76,14 @@ std::optional<FPValue> ScriptProperties::Evaluate(std::string_view expression) c
 }  // namespace host
 
 BOOL ExecuteMAXScriptScript(const MCHAR* script, BOOL quietErrors, FPValue* value) {
-    const std::optional<FPValue> result = host::EvaluateProperty(script);
+    std::optional<FPValue> result = host::EvaluateProperty(script);
+    if (!result) {
+        result = host::CallScript(script);
+    }
     if (!result) {
         if (!quietErrors) {
             host::App().log.LogEntry(SYSLOG_ERROR, DISPLAY_DIALOG, _M("MAXScript"),
-                                     _M("Unknown property: %s"), script);
+                                     _M("The script failed: %s"), script);
         }
         return FALSE;
     }

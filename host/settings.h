@@ -7,14 +7,9 @@
 #include <maxapi.h>
 #include <strclass.h>
 
+#include "host/camera_view.h"
+
 namespace host {
-
-class OutputFile final : public BitmapInfo {
-  public:
-    const MCHAR* Name() override { return name.data(); }
-
-    MSTR name;
-};
 
 struct RenderSettings {
     // Pixels.
@@ -23,8 +18,11 @@ struct RenderSettings {
     // A REND_TIME value.
     int timeType = REND_TIMESINGLE;
     int fileNumberBase = 0;
-    OutputFile output;
+    BitmapInfo output;
     BOOL saveFile = FALSE;
+    // Nothing when nobody knows how the frame is seen: effects then find a camera at the world's
+    // origin, and no field of view.
+    std::optional<CameraView> view;
     // Whether render effects run at all.
     bool effects = true;
     // Hidden objects are rendered.
@@ -48,6 +46,8 @@ struct Settings {
     int frameRate = 30;
     // Without its folder; empty for a scene that was never saved.
     MSTR sceneFileName;
+    // For files of a moment; empty: the system's own.
+    MSTR temporaryFolder;
     // The scene was changed and wants saving.
     bool saveRequired = false;
     // Null without windows.

@@ -1,7 +1,10 @@
 // V-Ray's frame buffer as effects see it, over bitmaps in memory.
 #pragma once
 
+#include <array>
+#include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -20,8 +23,24 @@ struct VRayChannel {
     std::shared_ptr<ImageBitmap> image;
 };
 
-// It corrects no colours, so both values of `readFlag` read the same.
-class VRayFrameBuffer final : public IVRayFrameBuffer, public IVRayImage, public IVRayPixelBuffer {
+// Which of the colour corrections' values switches the look on.
+constexpr int VRAY_LOOK_ON = 17;
+
+// A look that lies over what the frame buffer shows.
+struct VRayLook {
+    // Corrects `count` linear pixels in place; their colours are not premultiplied.
+    std::function<void(BMM_Color_fl* pixels, int count)> correct;
+    // Writes what `correct` does as the text of a .cube table. False when it can't.
+    std::function<bool(std::ostream& stream)> writeTable;
+};
+
+// With `readFlag` 0 channels of three values (RDCT_3FLOAT) are read with the look, while there is
+// one and it is switched on. It is applied to straight colours, so that it does at the edges of
+// objects what an adjustment layer does there.
+class VRayFrameBuffer final : public IVRayFrameBuffer,
+                              public IVRayImage,
+                              public IVRayPixelBuffer,
+                              public IVRayColorCorrections {
   public:
     // A frame without channels; sizes in pixels, both above 0.
     void BeginFrame(int width, int height);
@@ -32,9 +51,19 @@ class VRayFrameBuffer final : public IVRayFrameBuffer, public IVRayImage, public
     void EndFrame();
     // What VRAY_PROPERTY_COLOR_MAPPED answers.
     void SetColorMapped(DWORD value) { colorMapped_ = value; }
+    // Both functions are there. Switches the look on; it stays from frame to frame.
+    void SetLook(VRayLook look);
+    // What "vfbControl #saveglobalccpreset" does, whether the look is switched on or not. False
+    // without a look, which makes no file, and when the file can't be written, of which nothing
+    // stays.
+    bool SaveCorrections(const MCHAR* path) const;
 
     IVRayImage* GetImage() override { return width_ > 0 ? this : nullptr; }
     void* GetInterface(DWORD id) override;
+
+    // 0, and nothing done, for an index out of range.
+    float GetValue(int index) override;
+    void SetValue(int index, float value) override;
 
     void Prepare() override {}
     int GetWidth() override { return width_; }
@@ -58,13 +87,22 @@ class VRayFrameBuffer final : public IVRayFrameBuffer, public IVRayImage, public
         bool inAlpha = false;
     };
     Alpha PictureAlpha();
+    // `alpha` is for a channel that has none.
     template <class Pixel>
-    bool Read(VRayChannel& channel, const VRayRegion& region, std::size_t bytes, void* buffer);
+    static void ReadSpan(ImageBitmap& image, const Alpha& alpha, int x, int y, int count,
+                         Pixel* out);
+    template <class Pixel>
+    bool Read(VRayChannel& channel, const VRayRegion& region, bool corrected, std::size_t bytes,
+              void* buffer);
+    bool Corrects(const VRayChannel& channel, int readFlag) const;
+    void Correct(BMM_Color_fl* pixels, int count) const;
 
     int width_ = 0;
     int height_ = 0;
     DWORD colorMapped_ = 0;
     std::vector<VRayChannel> channels_;
+    VRayLook look_;
+    std::array<float, VRAY_COLOR_CORRECTIONS> corrections_{};
 };
 
 }  // namespace host

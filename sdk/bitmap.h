@@ -5,6 +5,7 @@
 
 #include "gbuf.h"
 #include "maxtypes.h"
+#include "strclass.h"
 
 // Red, green, blue, alpha in 16 bits.
 struct BMM_Color_64 {
@@ -64,12 +65,40 @@ class Bitmap {
 // What the host knows of an image file.
 class BitmapInfo {
   public:
+    BitmapInfo() = default;
+    explicit BitmapInfo(const MCHAR* name) : name_(name) {}
+
     // Path and name; empty when none is assigned. Valid until the name changes.
-    virtual const MCHAR* Name() = 0;
+    const MCHAR* Name() const { return name_.data(); }
+    BOOL SetName(const MCHAR* name) {
+        name_ = MSTR(name);
+        return TRUE;
+    }
+
+  private:
+    MSTR name_;
+};
+
+enum BMMRES : int {
+    BMMRES_SUCCESS = 0,
+    BMMRES_ERRORTAKENCARE = 1,
+    BMMRES_FILENOTFOUND = 2,
+    BMMRES_INTERNALERROR = 5,
+    BMMRES_BADFILE = 6,
+};
+
+class BitmapManager {
+  public:
+    // Reads the image file. The bitmap is the caller's, to be destroyed with DeleteThis. Null, with
+    // the reason in `status` when that is given, for a file that can't be read.
+    virtual Bitmap* Load(BitmapInfo* bi, BMMRES* status = nullptr) = 0;
 
   protected:
-    ~BitmapInfo() = default;
+    ~BitmapManager() = default;
 };
+
+// The host's own; lives as long as the process.
+extern BitmapManager* TheManager;
 
 constexpr int BMM_FRAME_NUMBER_NONE = -2000000;
 

@@ -7,6 +7,7 @@
 
 class Effect;
 class ILayerManager;
+class INode;
 class IRenderElementMgr;
 
 // The sets of render settings that the host keeps.
@@ -87,6 +88,9 @@ class Interface {
     // The scene was changed and wants saving.
     virtual void SetSaveRequired() = 0;
 
+    // The node that all others hang from; never null.
+    virtual INode* GetRootNode() = 0;
+
     virtual int NumEffects() = 0;
     virtual Effect* GetEffect(int index) = 0;
 
@@ -103,3 +107,6 @@ Interface* GetCOREInterface();
 // Compares names without regard to case, and digits in them by the numbers' values: "Box2" comes
 // before "box10". Below, equal to or above 0.
 int MaxAlphaNumCompI(const MCHAR* left, const MCHAR* right);
+
+// `*` in the pattern stands for any run of characters, `?` for one.
+bool MatchPattern(const MSTR& text, const MSTR& pattern, bool ignoreCase = true);

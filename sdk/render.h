@@ -1,9 +1,14 @@
 // The renderer, and what it tells an effect of a frame.
 #pragma once
 
+#include "matrix3.h"
 #include "ref.h"
 
 class IRenderElementMgr;
+
+// Values of RenderGlobalContext::projType.
+constexpr int PROJ_PERSPECTIVE = 0;
+constexpr int PROJ_PARALLEL = 1;
 
 class Renderer : public ReferenceTarget {};
 
@@ -11,6 +16,16 @@ class Renderer : public ReferenceTarget {};
 class RenderGlobalContext {
   public:
     Renderer* renderer = nullptr;
+    // How the frame is seen: a PROJ_ value, and the camera in the world. It looks along its
+    // negative z, with y up.
+    int projType = PROJ_PERSPECTIVE;
+    Matrix3 camToWorld;
+    // From the camera's space to pixels: of a perspective, pixels for x / z of 1, and of a parallel
+    // projection, pixels for an x of 1. The sign depends on the renderer. 0 when it isn't known.
+    float xscale = 0.0F;
+    // Along the camera's axis, where the surroundings (fog) begin and end. 0 when not known.
+    float nearRange = 0.0F;
+    float farRange = 0.0F;
     // Pixels.
     int devWidth = 0;
     int devHeight = 0;

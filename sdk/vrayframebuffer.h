@@ -66,6 +66,20 @@ class IVRayPixelBuffer {
     ~IVRayPixelBuffer() = default;
 };
 
+// The colour corrections of the frame buffer's window.
+constexpr int VRAY_COLOR_CORRECTIONS = 19;
+
+class IVRayColorCorrections {
+  public:
+    // `index` from 0 to below VRAY_COLOR_CORRECTIONS. Some values are switches, on from 1. What is
+    // read of the frame buffer from then on has the corrections that are set.
+    virtual float GetValue(int index) = 0;
+    virtual void SetValue(int index, float value) = 0;
+
+  protected:
+    ~IVRayColorCorrections() = default;
+};
+
 class IVRayImage {
   public:
     // Null for an interface that the image doesn't have.
@@ -76,6 +90,8 @@ class IVRayImage {
 };
 // IVRayImage::GetInterface's id of IVRayPixelBuffer.
 constexpr DWORD VRAY_PIXEL_BUFFER_INTERFACE = 0x7783b785;
+// That of IVRayColorCorrections.
+constexpr DWORD VRAY_COLOR_CORRECTIONS_INTERFACE = 0x77c074c6;
 
 class IVRayFrameBuffer : public BaseInterface {
   public:

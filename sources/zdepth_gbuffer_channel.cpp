@@ -3,19 +3,12 @@
 #include <algorithm>
 
 #include "sources/bitmap_parts.h"
+#include "sources/depth_weight.h"
 #include "sources/fragment_reader.h"
-#include "sources/fragment_weight.h"
 #include "sources/whole_sample.h"
 
 namespace sources {
 namespace {
-
-// Weights and transparencies count only beside all that identifies an object.
-WeightChannels DepthWeightChannels(DWORD present) {
-    constexpr DWORD identities = BMM_CHAN_NODE_RENDER_ID | BMM_CHAN_NODE_ID;
-    if ((present & identities) != identities) present &= ~BMM_CHAN_WEIGHT;
-    return WeightChannelsOf(present);
-}
 
 // 0 near to 1 far, also for what lies outside; 0 in a range without extent at its own depth.
 float FractionOf(float z, float min, float max) {
@@ -51,9 +44,7 @@ const std::uint16_t* ZDepthGBufferToPSDChannel::GetRow16(std::uint32_t row) {
     gbuffer->GetChannelMax(GB_Z, &max);
     if (customMin != noMin) min = customMin;
     if (customMax != noMax) max = customMax;
-    const WeightChannels channels = DepthWeightChannels(gbuffer->ChannelsPresent());
-    const bool hasOpaque =
-        channels == WeightChannels::weightAndTransparency && opaqueRenderID != noRenderID;
+    const DepthWeight depthWeight(gbuffer->ChannelsPresent(), opaqueRenderID);
     FragmentReader reader(gbuffer);
     reader.ForEachPixel(static_cast<int>(row), 0, width - 1, [&](int x, auto fragments) {
         float sum = 0.0F;
@@ -61,11 +52,7 @@ const std::uint16_t* ZDepthGBufferToPSDChannel::GetRow16(std::uint32_t row) {
         fragments([&](GBufReader* fragment) {
             float z = 0.0F;
             if (!fragment->ReadChannelData(GB_Z, &z)) return;
-            UWORD renderID = noRenderID;
-            const bool opaque = hasOpaque &&
-                                fragment->ReadChannelData(GB_NODE_RENDER_ID, &renderID) &&
-                                renderID == opaqueRenderID;
-            const int part = ReadFullOrFragmentWeight(fragment, channels, opaque);
+            const int part = depthWeight.Of(fragment);
             sum += static_cast<float>(part) * FractionOf(z, min, max);
             weight += part;
         });

@@ -50,7 +50,7 @@ TEST(ApplyScene, MakesNodesLayersAndSets) {
     ASSERT_EQ(scene.NumNodes(), 3);
     host::Node& shade = *nodes[0];
     EXPECT_EQ(shade.GetParentNode(), nodes[1]);
-    EXPECT_EQ(nodes[1]->GetParentNode(), nullptr);
+    EXPECT_EQ(nodes[1]->GetParentNode(), &scene.Root());
     EXPECT_TRUE(shade.IsGroupMember());
     EXPECT_FALSE(shade.IsGroupHead());
     EXPECT_TRUE(nodes[1]->IsGroupHead());
@@ -100,13 +100,41 @@ TEST(ApplyScene, WhatIsThereByNameIsChangedAndNothingElse) {
     EXPECT_EQ(b.GetParentLayer(), &a);
 }
 
+TEST(ApplyScene, NodesAreOfTheirKindsAndStandWhereTheFileSays) {
+    host::Scene scene;
+    const std::string members = R"("nodes": [
+        {"name": "o", "transform": [[1,2,3,4],[5,6,7,8],[9,10,11,12],[0,0,0,1]]},
+        {"name": "c", "type": "camera"}, {"name": "l", "type": "light"},
+        {"name": "h", "type": "helper"}])";
+    const auto nodes = ApplyScene(Parse(members), scene);
+    const auto classOf = [&](std::size_t node) {
+        return nodes[node]->EvalWorldState(0).obj->SuperClassID();
+    };
+    EXPECT_EQ(classOf(0), GEOMOBJECT_CLASS_ID);
+    EXPECT_EQ(classOf(1), CAMERA_CLASS_ID);
+    EXPECT_EQ(classOf(2), LIGHT_CLASS_ID);
+    EXPECT_EQ(classOf(3), HELPER_CLASS_ID);
+    EXPECT_EQ(nodes[3]->EvalWorldState(0).obj->ClassID(), Class_ID(POINTHELP_CLASS_ID, 0));
+    // The file's points are columns, the host's are rows.
+    const Matrix3 transform = nodes[0]->GetNodeTM(0);
+    EXPECT_EQ(transform.GetRow(0), Point3(1, 5, 9));
+    EXPECT_EQ(transform.GetRow(1), Point3(2, 6, 10));
+    EXPECT_EQ(transform.GetRow(2), Point3(3, 7, 11));
+    EXPECT_EQ(transform.GetTrans(), Point3(4, 8, 12));
+
+    ApplyScene(Parse(R"("nodes": [{"name": "o", "type": "helper"}])"), scene);
+    EXPECT_EQ(classOf(0), HELPER_CLASS_ID);
+    EXPECT_EQ(nodes[0]->GetNodeTM(0).GetRow(0), Point3(1, 0, 0));
+    EXPECT_EQ(nodes[0]->GetNodeTM(0).GetTrans(), Point3());
+}
+
 TEST(ApplyScene, ParentsMayTurnRound) {
     host::Scene scene;
     host::Node& a = scene.AddNode(_M("a"));
     host::Node& b = scene.AddNode(_M("b"), &a);
     ApplyScene(Parse(R"("nodes": [{"name": "a", "parent": "b"}, {"name": "b"}])"), scene);
     EXPECT_EQ(a.GetParentNode(), &b);
-    EXPECT_EQ(b.GetParentNode(), nullptr);
+    EXPECT_EQ(b.GetParentNode(), &scene.Root());
 }
 
 TEST(ApplyScene, TheSameFileTwiceChangesNothing) {

@@ -500,14 +500,14 @@ TEST_F(RendererSwap, FieldsAreSavedUnderClassB) {
 
 TEST_F(RendererSwap, GoesAgainWhereTheNameIsNone) {
     Begin();
-    Render().output.name = MSTR();
+    Render().output.SetName(MSTR());
     effect->Apply(0, nullptr, &context, nullptr);
     EXPECT_EQ(context.renderer, classA.get());
 }
 
 TEST_F(RendererSwap, GoesAgainWhereTheFileCantBeOpened) {
     Begin();
-    Render().output.name = Text(File("missing") / "frame.exr");
+    Render().output.SetName(Text(File("missing") / "frame.exr"));
     effect->Apply(0, nullptr, &context, nullptr);
     EXPECT_EQ(context.renderer, classA.get());
     EXPECT_EQ(TakeLog().size(), 1U);
@@ -566,7 +566,7 @@ TEST_F(Apply, AFolderThatForbidsFilesIsToldAsAFileThatCantBeOpened) {
 TEST_F(Apply, ANameThatIsNoneAnyMoreMakesNothing) {
     const auto frame = Image(2, 2);
     Begin();
-    Render().output.name = MSTR();
+    Render().output.SetName(MSTR());
     effect->Apply(0, frame.get(), &context, nullptr);
     EXPECT_THAT(TakeLog(), IsEmpty());
     EXPECT_FALSE(Exists("frame.psd"));

@@ -15,7 +15,6 @@
 #include <functional>
 #include <iterator>
 #include <ostream>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -26,6 +25,7 @@
 #include "host/render_loop.h"
 #include "host/text.h"
 #include "plugin/entry.h"
+#include "tests/host/temporary_folder.h"
 
 // The host keeps entries of one frame in its log and its boxes; a test names each that it expects.
 struct LogLine {
@@ -76,25 +76,6 @@ inline Box YesNoBox(const std::string& text) {
 inline Box QuestionBoxWithTick(const std::string& text) {
     return {0x24, 1, "veltrane", text};
 }
-
-// A folder that goes with the object.
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        std::random_device random;
-        path = std::filesystem::temp_directory_path() /
-               ("veltrane-" + std::to_string(random()) + "-" + std::to_string(random()));
-        std::filesystem::create_directories(path);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-
-    std::filesystem::path path;
-};
 
 inline MSTR Text(const std::filesystem::path& path) {
     return host::FromNativePath(path);
@@ -159,7 +140,7 @@ class EffectTest : public testing::Test {
             std::filesystem::create_directories(folder.path / name);
             Host().paths.SetDir(number, Text(folder.path / name));
         }
-        Render().output.name = Text(folder.path / "frame.exr");
+        Render().output.SetName(Text(folder.path / "frame.exr"));
         Host().boxes.SetResponder([this](const host::BoxRecord& box) {
             return host::BoxAnswer{answer == 0 ? box.answer.button : answer, tick};
         });

@@ -185,8 +185,10 @@ TEST_F(LayerStack, HasARowForEachKindOfOutputInTheOrderOfTheTies) {
     std::vector<std::pair<int, int>> made;
     for (const StackRow& row : effect::StackRows())
         made.emplace_back(row.position, row.enabling.value_or(-1));
-    EXPECT_THAT(made, ElementsAre(Pair(93, 25), Pair(94, 26), Pair(95, 48), Pair(96, 71),
-                                  Pair(97, 18), Pair(98, 20), Pair(99, 28), Pair(100, -1)));
+    EXPECT_THAT(made, ElementsAre(Pair(101, 102), Pair(106, 105), Pair(120, 119), Pair(93, 25),
+                                  Pair(94, 26), Pair(95, 48), Pair(96, 71), Pair(97, 18),
+                                  Pair(98, 20), Pair(99, 28), Pair(100, -1), Pair(118, 116),
+                                  Pair(112, -1), Pair(115, 113)));
 }
 
 // A scene with something for each group, and a frame in which it is to be seen.
@@ -204,7 +206,8 @@ class WholeStack : public MatteFrameTest {
         ReferenceTarget* target = &node;
         effect->pblock->Append("objectList"_param, 1, &target);
         for (const ParamID id :
-             {"createRenderOutputLayer"_param, "outputSceneLayers"_param,
+             {"customLayerSet1"_param, "customLayerSet2"_param, "customLayerSet3"_param,
+              "backgroundLayer"_param, "createRenderOutputLayer"_param, "outputSceneLayers"_param,
               "outputNamedSelectionSets"_param, "outputNodeIDs"_param, "outputMtlIDs"_param,
               "outputObjects"_param, "createGBufferLayerSet"_param, "createNodeIDLayer"_param}) {
             Set(id, TRUE);
@@ -222,19 +225,22 @@ class WholeStack : public MatteFrameTest {
 
 TEST_F(WholeStack, HasEachGroupAtItsPosition) {
     EXPECT_EQ(Build(),
-              "Render Scene Layers(Furniture) Selection Sets(Selection) Object IDs(ID) "
-              "Material IDs(Material) Objects(Table) G-Buffer(IDs)");
-    int position = 900;
+              "Layer Set 1() Layer Set 2() Layer Set 3() Render Scene Layers(Furniture) "
+              "Selection Sets(Selection) Object IDs(ID) Material IDs(Material) Objects(Table) "
+              "G-Buffer(IDs) Background");
+    int position = 1900;
     for (const StackRow& row : effect::StackRows())
         Set(row.position, position -= 100);
     EXPECT_EQ(Build(),
-              "G-Buffer(IDs) Objects(Table) Material IDs(Material) Object IDs(ID) "
-              "Selection Sets(Selection) Scene Layers(Furniture) Render");
+              "Background G-Buffer(IDs) Objects(Table) Material IDs(Material) Object IDs(ID) "
+              "Selection Sets(Selection) Scene Layers(Furniture) Render Layer Set 3() "
+              "Layer Set 2() Layer Set 1()");
     for (const StackRow& row : effect::StackRows())
         Set(row.position, 0);
     EXPECT_EQ(Build(),
-              "Render Scene Layers(Furniture) Selection Sets(Selection) Object IDs(ID) "
-              "Material IDs(Material) Objects(Table) G-Buffer(IDs)");
+              "Layer Set 1() Layer Set 2() Layer Set 3() Render Scene Layers(Furniture) "
+              "Selection Sets(Selection) Object IDs(ID) Material IDs(Material) Objects(Table) "
+              "G-Buffer(IDs) Background");
 }
 
 TEST_F(WholeStack, WithAllSwitchedOffIsEmptyAndItsListsAreInStepAllTheSame) {

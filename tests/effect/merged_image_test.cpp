@@ -1,5 +1,6 @@
 #include "effect/merged_image.h"
 
+#include "effect/render_channels.h"
 #include "sources/srgb_curve.h"
 #include "sources/srgb_filter.h"
 #include "tests/effect/document_frame.h"
@@ -15,6 +16,20 @@ class MergedImage : public DocumentFrameTest {
     }
     static int Curved(int sample) {
         return static_cast<int>(sources::SRGB(sample / 65535.0) * 65535.0 + 0.5);
+    }
+    void SwitchGammaOn() {
+        Set("gammaCorrectRender"_param, TRUE);
+        Set("bitDepth"_param, 16);
+        gammaMgr.enable = TRUE;
+        gammaMgr.SetFileOutGamma(2.2F);
+    }
+    static int Corrected(int sample) { return gammaMgr.fileOutGammaTable[sample >> 3]; }
+    static int CorrectedImageAt(int component) { return Corrected(ImageAt(component)); }
+    void ExpectSamples(int red, int green, int blue, int alpha) {
+        EXPECT_EQ(SampleOf(Document().mergedRed), red);
+        EXPECT_EQ(SampleOf(Document().mergedGreen), green);
+        EXPECT_EQ(SampleOf(Document().mergedBlue), blue);
+        EXPECT_EQ(SampleOf(Document().mergedAlpha), alpha);
     }
     void ExpectCurves(bool expected) {
         EXPECT_EQ(FollowsCurves(Document().mergedRed), expected);
@@ -59,6 +74,79 @@ TEST_F(MergedImage, IsCorrectedWheneverGammaIsActive) {
     EXPECT_EQ(SampleOf(Document().mergedRed), gammaMgr.fileOutGammaTable[ImageAt(0) >> 3])
         << "also where an adjustment layer corrects the layers";
     EXPECT_EQ(SampleOf(Document().mergedAlpha), ImageAt(3));
+}
+
+TEST_F(MergedImage, IsCorrectedInEveryConfigurationOfTheGamma) {
+    const auto vray = VRayFrame(width, height);
+    for (const int config : {0, 1, 2, 3}) {
+        SwitchGammaOn();
+        Set("gammaCorrectConfig"_param, config);
+        const bool reachesRender = config != 3;
+        colors = effect::DecideColors(*effect->pblock);
+        EXPECT_EQ(colors.gammaToRender, reachesRender);
+        const auto frame = FrameOf(image.get());
+        effect::BuildMergedImage(builder, frame);
+        ExpectSamples(CorrectedImageAt(0), CorrectedImageAt(1), CorrectedImageAt(2), ImageAt(3));
+        EXPECT_EQ(SampleOf(effect::RenderColor(frame, 0, colors.gammaToRender)),
+                  reachesRender ? CorrectedImageAt(0) : ImageAt(0))
+            << "the layer below differs";
+        effect::BuildMergedImage(builder,
+                                 FrameOf(effect::PSDFrameSources{image.get(), vray.get()}));
+        ExpectSamples(Corrected(VRaySample(2, 1, 0)), Corrected(VRaySample(2, 1, 1)),
+                      Corrected(VRaySample(2, 1, 2)), VRayAlphaSample(2, 1));
+    }
+}
+
+TEST_F(MergedImage, IsLinearWhereTheGammaIsNotActiveWhateverItsConfiguration) {
+    const struct {
+        const char* why;
+        std::function<void()> switchOff;
+    } rows[] = {
+        {"the effect's switch", [this] { Set("gammaCorrectRender"_param, FALSE); }},
+        {"the host's switch", [] { gammaMgr.enable = FALSE; }},
+        {"a gamma of 1", [] { gammaMgr.SetFileOutGamma(1.0F); }},
+        {"floats", [this] { Set("bitDepth"_param, 32); }},
+    };
+    for (const auto& row : rows) {
+        for (const int config : {0, 1, 2, 3}) {
+            SwitchGammaOn();
+            Set("gammaCorrectConfig"_param, config);
+            row.switchOff();
+            colors = effect::DecideColors(*effect->pblock);
+            Build(image.get());
+            SCOPED_TRACE(row.why);
+            ExpectSamples(ImageAt(0), ImageAt(1), ImageAt(2), ImageAt(3));
+        }
+    }
+}
+
+TEST_F(MergedImage, AsksOnlyWhetherTheGammaIsActiveAndNotWhatItReaches) {
+    SwitchGammaOn();
+    colors.gammaToRender = true;
+    colors.gammaToElements = true;
+    Build(image.get());
+    ExpectSamples(ImageAt(0), ImageAt(1), ImageAt(2), ImageAt(3));
+}
+
+TEST_F(MergedImage, SendsCorrectedColoursThroughTheCurve) {
+    SwitchGammaOn();
+    Set("createCurvesAdjustmentLayer"_param, TRUE);
+    colors = effect::DecideColors(*effect->pblock);
+    Build(image.get());
+    ExpectSamples(Curved(CorrectedImageAt(0)), Curved(CorrectedImageAt(1)),
+                  Curved(CorrectedImageAt(2)), ImageAt(3));
+}
+
+// Whatever becomes of the corrections, V-Ray itself applies what is still switched on.
+TEST_F(MergedImage, HasVRaysCorrectionsInEveryConfiguration) {
+    const auto vray = VRayFrame(width, height);
+    CorrectingFrame correcting(*vray);
+    for (const int config : {0, 1, 2, 3}) {
+        Set("colorCorrectConfig"_param, config);
+        colors = effect::DecideColors(*effect->pblock);
+        effect::BuildMergedImage(builder, FrameOf(effect::PSDFrameSources{nullptr, &correcting}));
+        ExpectSamples(65535, 65535, 65535, 65535);
+    }
 }
 
 TEST_F(MergedImage, TakesTheSRGBVariantBelow32Bits) {

@@ -11,7 +11,7 @@ class OutputFileName : public EffectTest {
         if (!effect->ResolveOutputFileName(name, numbered, frame * GetTicksPerFrame())) return none;
         return host::ToUtf8(name);
     }
-    void RenderOutput(const std::filesystem::path& name) { Render().output.name = Text(name); }
+    void RenderOutput(const std::filesystem::path& name) { Render().output.SetName(Text(name)); }
 };
 
 TEST_F(OutputFileName, ComesFromTheRenderOutputWithTheDocumentsExtension) {
@@ -36,7 +36,7 @@ TEST_F(OutputFileName, InTheRootHasOneSeparator) {
 
 TEST_F(OutputFileName, IsNoneForARenderOutputWithoutNameBaseOrExtension) {
     for (const char* name : {"", "/renders/", "/renders/shot", "/renders/.exr"}) {
-        Render().output.name = host::FromUtf8(name);
+        Render().output.SetName(host::FromUtf8(name));
         EXPECT_EQ(Resolved(true), none) << name;
         EXPECT_EQ(Resolved(false), none) << name;
     }

@@ -103,7 +103,7 @@ TEST_F(RenderBegin, ARenderInOrderIsSavedWithoutAWord) {
 }
 
 TEST_F(RenderBegin, TheMaterialEditorsRenderIsLeftAlone) {
-    Render().output.name = MSTR();
+    Render().output.SetName(MSTR());
     EXPECT_FALSE(Saves(1));
     EXPECT_FALSE(Saves(1 | 4)) << "whatever the other flags say";
 }
@@ -363,7 +363,7 @@ TEST_F(RenderBegin, CoronasMissingGBufferIsWarnedOfAndSaved) {
 }
 
 TEST_F(RenderBegin, ARenderOutputWithoutANameIsAskedAbout) {
-    Render().output.name = MSTR();
+    Render().output.SetName(MSTR());
     for (const int button : {IDYES, IDNO}) {
         answer = button;
         Render().aborted = false;
@@ -380,7 +380,7 @@ TEST_F(RenderBegin, ARenderOutputWithoutANameIsAskedAbout) {
 }
 
 TEST_F(RenderBegin, ARenderOutputThatIsTheFolderOfTheScenesIsNoName) {
-    Render().output.name = Text(folder.path);
+    Render().output.SetName(Text(folder.path));
     EXPECT_FALSE(Saves());
     EXPECT_THAT(TakeBoxes(), ElementsAre(YesNoBox(noOutputNameQuestion)));
     EXPECT_THAT(TakeLog(), ElementsAre(Error(invalidNameLog)));
@@ -388,12 +388,12 @@ TEST_F(RenderBegin, ARenderOutputThatIsTheFolderOfTheScenesIsNoName) {
 
 TEST_F(RenderBegin, ANameOfItsOwnNeedsNoRenderOutput) {
     SetFilename(File("frame.psd"));
-    Render().output.name = MSTR();
+    Render().output.SetName(MSTR());
     EXPECT_TRUE(Saves());
 }
 
 TEST_F(RenderBegin, ANameThatIsNoneIsToldAndStopsTheRender) {
-    Render().output.name = Text(File("frame"));
+    Render().output.SetName(Text(File("frame")));
     EXPECT_FALSE(Saves());
     EXPECT_THAT(TakeBoxes(), ElementsAre(OkBox("\"\" is not a valid filename.")));
     EXPECT_THAT(TakeLog(), ElementsAre(Error(invalidNameLog)));
@@ -410,7 +410,7 @@ TEST_F(RenderBegin, AnInvalidNameIsToldAsFarAsItGot) {
 }
 
 TEST_F(RenderBegin, AQuietHostsRenderGoesOnWithAnInvalidName) {
-    Render().output.name = Text(File("frame"));
+    Render().output.SetName(Text(File("frame")));
     Host().settings.quiet = true;
     EXPECT_FALSE(Saves());
     EXPECT_THAT(TakeLog(), ElementsAre(Error(invalidNameLog)));
@@ -510,7 +510,7 @@ TEST_F(RenderBegin, TheFirstCheckThatFailsEndsThem) {
     Set("createNodeIDLayer"_param, TRUE);
     Set("matchRenderOutputFilename"_param, FALSE);
     Render().timeType = REND_TIMERANGE;
-    Render().output.name = MSTR();
+    Render().output.SetName(MSTR());
     Render().preview = true;
     EXPECT_FALSE(Saves());
     EXPECT_THAT(TakeLog(), IsEmpty());
@@ -530,7 +530,7 @@ TEST_F(RenderBegin, TheFirstCheckThatFailsEndsThem) {
     EXPECT_THAT(TakeLog(), ElementsAre(Error(samplerLog), Error(invalidNameLog)));
     EXPECT_THAT(TakeBoxes(), ElementsAre(OkBox(samplerWarning), YesNoBox(noOutputNameQuestion)));
 
-    Render().output.name = Text(File("noExtension"));
+    Render().output.SetName(Text(File("noExtension")));
     EXPECT_FALSE(Saves());
     EXPECT_THAT(TakeLog(), ElementsAre(Error(samplerLog), Error(invalidNameLog)));
     EXPECT_THAT(TakeBoxes(),

@@ -67,7 +67,7 @@ TEST_F(RenderNotifications, RenderToFileIsLeftAloneWithoutAVRayFrameBuffer) {
 
 TEST_F(RenderNotifications, RenderToFileIsLeftAloneWithoutAFileName) {
     UseVRay(true);
-    Render().output.name = MSTR();
+    Render().output.SetName(MSTR());
     host::Broadcast(NOTIFY_PRE_RENDER);
     EXPECT_EQ(Render().saveFile, FALSE);
 }

@@ -4,43 +4,55 @@
 
 namespace {
 
-class VRayPixels : public EffectTest {};
+class VRayState : public EffectTest {
+  protected:
+    static void ExpectNothing(const effect::VRayState& state) {
+        EXPECT_EQ(state.pixels, nullptr);
+        EXPECT_EQ(state.corrections, nullptr);
+    }
+};
 
-TEST_F(VRayPixels, AreThoseOfTheFrameBufferInUse) {
+TEST_F(VRayState, IsTheFrameBufferInUse) {
     const auto frame = VRayFrame(3, 2);
     host::HostRenderer& vray = UseRenderer(VRAY_CLASS_ID);
     UseVRayFrameBuffer(vray, frame);
-    IVRayPixelBuffer* pixels = effect::VRayPixels(&vray);
-    ASSERT_EQ(pixels, frame.get());
-    EXPECT_EQ(pixels->GetWidth(), 3);
+    const effect::VRayState state = effect::FindVRayState(&vray);
+    ASSERT_EQ(state.pixels, frame.get());
+    EXPECT_EQ(state.pixels->GetWidth(), 3);
+    ASSERT_EQ(state.corrections, frame.get());
+    frame->SetValue(5, 0.75F);
+    EXPECT_EQ(state.corrections->GetValue(5), 0.75F);
 }
 
-TEST_F(VRayPixels, AreNoneWhereTheFrameBufferIsOff) {
+TEST_F(VRayState, HasNoPixelsWhereTheFrameBufferIsOff) {
+    const auto frame = VRayFrame(3, 2);
     host::HostRenderer& vray = UseRenderer(VRAY_CLASS_ID);
-    UseVRayFrameBuffer(vray, VRayFrame(3, 2));
+    UseVRayFrameBuffer(vray, frame);
     vray.GetParamBlock(15)->SetValue(170, 0, 0);
-    EXPECT_EQ(effect::VRayPixels(&vray), nullptr);
+    EXPECT_EQ(effect::FindVRayState(&vray).pixels, nullptr);
+    EXPECT_EQ(effect::FindVRayState(&vray).corrections, frame.get());
 }
 
-TEST_F(VRayPixels, AreNoneWithoutAFrame) {
+TEST_F(VRayState, IsNothingWithoutAFrame) {
     host::HostRenderer& vray = UseRenderer(VRAY_CLASS_ID);
     UseVRayFrameBuffer(vray, std::make_shared<host::VRayFrameBuffer>());
-    EXPECT_EQ(effect::VRayPixels(&vray), nullptr);
+    ExpectNothing(effect::FindVRayState(&vray));
     UseVRayFrameBuffer(vray, nullptr);
-    EXPECT_EQ(effect::VRayPixels(&vray), nullptr);
+    ExpectNothing(effect::FindVRayState(&vray));
 }
 
-TEST_F(VRayPixels, AreNoneOfOtherRenderers) {
-    EXPECT_EQ(effect::VRayPixels(nullptr), nullptr);
-    EXPECT_EQ(effect::VRayPixels(&UseRenderer(CORONA_CLASS_ID)), nullptr);
+TEST_F(VRayState, IsNothingOfOtherRenderers) {
+    ExpectNothing(effect::FindVRayState(nullptr));
+    ExpectNothing(effect::FindVRayState(&UseRenderer(CORONA_CLASS_ID)));
 }
 
 // Counts how often a frame buffer is made ready.
-struct PreparedFrame : IVRayFrameBuffer, IVRayImage, IVRayPixelBuffer {
+struct PreparedFrame : IVRayFrameBuffer, IVRayImage, IVRayPixelBuffer, IVRayColorCorrections {
     IVRayImage* GetImage() override { return this; }
     void* GetInterface(DWORD id) override {
         asked.push_back(id);
-        return offersPixels ? static_cast<IVRayPixelBuffer*>(this) : nullptr;
+        if (id == 0x7783b785) return offersPixels ? static_cast<IVRayPixelBuffer*>(this) : nullptr;
+        return offersCorrections ? static_cast<IVRayColorCorrections*>(this) : nullptr;
     }
     void Prepare() override { ++prepared; }
     int GetWidth() override { return 1; }
@@ -52,8 +64,11 @@ struct PreparedFrame : IVRayFrameBuffer, IVRayImage, IVRayPixelBuffer {
     bool GetPixels(int, DWORD, const VRayRegion&, int, std::size_t, void*, int, int, int) override {
         return false;
     }
+    float GetValue(int) override { return 0.0F; }
+    void SetValue(int, float) override {}
 
     bool offersPixels = true;
+    bool offersCorrections = true;
     int prepared = 0;
     std::vector<DWORD> asked;
 };
@@ -75,14 +90,25 @@ class OtherVRay : public Renderer {
     PreparedFrame& frame_;
 };
 
-TEST_F(VRayPixels, AreMadeReadyOnceWhetherTheyAreUsedOrNot) {
+TEST_F(VRayState, HasPixelsThatAreMadeReadyOnceWhetherTheyAreUsedOrNot) {
     PreparedFrame frame;
     const host::Owned<OtherVRay> vray(new OtherVRay(frame));
-    EXPECT_EQ(effect::VRayPixels(vray.get()), nullptr) << "it has no settings";
+    EXPECT_EQ(effect::FindVRayState(vray.get()).pixels, nullptr) << "it has no settings";
     EXPECT_EQ(frame.prepared, 1);
-    EXPECT_THAT(frame.asked, testing::ElementsAre(0x7783b785));
+    EXPECT_THAT(frame.asked, testing::UnorderedElementsAre(0x7783b785, 0x77c074c6));
     frame.offersPixels = false;
-    EXPECT_EQ(effect::VRayPixels(vray.get()), nullptr);
+    EXPECT_EQ(effect::FindVRayState(vray.get()).pixels, nullptr);
+    EXPECT_EQ(frame.prepared, 1);
+}
+
+TEST_F(VRayState, HasEachOfTheTwoWithoutTheOther) {
+    PreparedFrame frame;
+    const host::Owned<OtherVRay> vray(new OtherVRay(frame));
+    frame.offersPixels = false;
+    EXPECT_EQ(effect::FindVRayState(vray.get()).corrections, &frame);
+    frame.offersPixels = true;
+    frame.offersCorrections = false;
+    EXPECT_EQ(effect::FindVRayState(vray.get()).corrections, nullptr);
     EXPECT_EQ(frame.prepared, 1);
 }
 

@@ -21,7 +21,7 @@ TEST_F(CoreInterfaceTest, TheRenderSettingsAreTheApplications) {
     render.height = 1080;
     render.timeType = REND_TIMERANGE;
     render.fileNumberBase = 5;
-    render.output.name = MSTR(_M("/out/a.exr"));
+    render.output.SetName(MSTR(_M("/out/a.exr")));
     render.saveFile = 2;
     EXPECT_EQ(core->GetRendWidth(), 1920);
     EXPECT_EQ(core->GetRendHeight(), 1080);
@@ -105,6 +105,13 @@ TEST_F(CoreInterfaceTest, HiddenObjectsAreRenderedWhenTheSettingsSaySo) {
     EXPECT_FALSE(GetCOREInterface()->GetRendHidden());
     host::App().settings.render.hidden = true;
     EXPECT_TRUE(GetCOREInterface()->GetRendHidden());
+}
+
+TEST_F(CoreInterfaceTest, TheRootNodeIsTheScenes) {
+    INode* root = GetCOREInterface()->GetRootNode();
+    ASSERT_EQ(root, &host::App().scene.Root());
+    host::App().scene.AddNode(_M("Box"));
+    EXPECT_EQ(root->NumberOfChildren(), 1);
 }
 
 TEST_F(CoreInterfaceTest, AChangeOfTheSceneIsRemembered) {

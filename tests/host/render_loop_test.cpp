@@ -87,6 +87,78 @@ TEST_F(RenderLoop, TheContextTellsTheFrame) {
     EXPECT_FALSE(context.fieldRender);
 }
 
+TEST_F(RenderLoop, TheContextTellsHowTheFrameIsSeen) {
+    host::CameraView view;
+    view.camToWorld.SetRow(3, {1.0F, 2.0F, 3.0F});
+    view.fieldOfView = 1.5707964F;
+    view.nearRange = 5.0F;
+    view.farRange = 50.0F;
+    host::App().settings.render.view = view;
+    // The frame's own size counts, not that of the settings.
+    host::App().settings.render.width = 100;
+    host::RenderFrames(job);
+    EXPECT_EQ(context.projType, PROJ_PERSPECTIVE);
+    EXPECT_EQ(context.camToWorld.GetTrans(), Point3(1.0F, 2.0F, 3.0F));
+    EXPECT_NEAR(context.xscale, 2.0F, 1e-6F) << "x / z of 1 is half the width of 4 pixels away";
+    EXPECT_EQ(context.nearRange, 5.0F);
+    EXPECT_EQ(context.farRange, 50.0F);
+
+    view.projection = PROJ_PARALLEL;
+    view.width = 8.0F;
+    host::App().settings.render.view = view;
+    host::RenderFrames(job);
+    EXPECT_EQ(context.projType, PROJ_PARALLEL);
+    EXPECT_EQ(context.xscale, 0.5F) << "4 pixels for a width of 8";
+}
+
+TEST_F(RenderLoop, WithoutAViewTheContextKnowsNone) {
+    context.xscale = 9.0F;
+    host::RenderFrames(job);
+    EXPECT_EQ(context.projType, PROJ_PERSPECTIVE);
+    EXPECT_EQ(context.camToWorld.GetRow(0), Point3(1.0F, 0.0F, 0.0F));
+    EXPECT_EQ(context.camToWorld.GetTrans(), Point3());
+    EXPECT_EQ(context.xscale, 0.0F);
+    EXPECT_EQ(context.nearRange, 0.0F);
+    EXPECT_EQ(context.farRange, 0.0F);
+}
+
+TEST_F(RenderLoop, AViewWithoutAMeasureHasNoScale) {
+    host::CameraView view;
+    view.width = 8.0F;
+    constexpr float NONE = std::numeric_limits<float>::quiet_NaN();
+    // Not known, turned round, more than all that lies ahead, none at all.
+    for (const float fieldOfView : {0.0F, -1.0F, 4.0F, NONE}) {
+        view.fieldOfView = fieldOfView;
+        host::App().settings.render.view = view;
+        host::RenderFrames(job);
+        EXPECT_EQ(context.xscale, 0.0F) << fieldOfView;
+    }
+    view.projection = PROJ_PARALLEL;
+    view.fieldOfView = 1.0F;
+    for (const float width : {0.0F, -1.0F, NONE, std::numeric_limits<float>::denorm_min()}) {
+        view.width = width;
+        host::App().settings.render.view = view;
+        host::RenderFrames(job);
+        EXPECT_EQ(context.xscale, 0.0F) << width;
+    }
+}
+
+TEST_F(RenderLoop, TheProviderMaySetTheViewOfItsFrame) {
+    job.frames = {1, 2};
+    job.provider = [](int frame, std::string&) {
+        host::CameraView view;
+        view.nearRange = static_cast<float>(frame);
+        host::App().settings.render.view = view;
+        return Image(4, 2);
+    };
+    std::vector<float> seen;
+    effect->onApply = [&](RenderGlobalContext* gc, CheckAbortCallback*) {
+        seen.push_back(gc->nearRange);
+    };
+    host::RenderFrames(job);
+    EXPECT_THAT(seen, ElementsAre(1.0F, 2.0F));
+}
+
 TEST_F(RenderLoop, TheTimeTypeFollowsTheFramesUnlessItIsGiven) {
     host::RenderFrames(job);
     EXPECT_EQ(GetCOREInterface()->GetRendTimeType(), REND_TIMESINGLE);

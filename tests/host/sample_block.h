@@ -167,13 +167,19 @@ class SampleNode : public INode {
     const MCHAR* GetName() override { return _M("Node"); }
     USHORT GetRenderID() override { return 65535; }
     INode* GetParentNode() override { return nullptr; }
+    BOOL IsRootNode() override { return FALSE; }
     int NumberOfChildren() override { return 0; }
     INode* GetChildNode(int) override { return nullptr; }
     BOOL IsGroupHead() override { return FALSE; }
     BOOL IsGroupMember() override { return FALSE; }
     BOOL IsNodeHidden(BOOL) override { return FALSE; }
+    const ObjectState& EvalWorldState(TimeValue, BOOL) override { return shown; }
+    Matrix3 GetNodeTM(TimeValue, Interval*) override { return {}; }
+    BOOL GetUserPropBool(const MSTR&, BOOL&) override { return FALSE; }
     RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
                                BOOL) override {
         return REF_SUCCEED;
     }
+
+    ObjectState shown;
 };

@@ -29,8 +29,8 @@ class SceneTest : public testing::Test {
     static SceneLayer& AddLayer(const char* name, SceneLayer* parent = nullptr) {
         return Scene().AddLayer(host::FromUtf8(name), parent);
     }
-    static std::vector<Node*> Children(Node& node) {
-        std::vector<Node*> children;
+    static std::vector<INode*> Children(INode& node) {
+        std::vector<INode*> children;
         for (int index = 0; index < node.NumberOfChildren(); ++index) {
             children.push_back(node.GetChildNode(index));
         }
@@ -60,7 +60,7 @@ TEST_F(SceneTest, NodesHangBelowEachOther) {
     Node& wheel = AddNode("Wheel", &car);
     Node& door = AddNode("Door", &car);
     EXPECT_EQ(MSTR(car.GetName()), MSTR(_M("Car")));
-    EXPECT_EQ(car.GetParentNode(), nullptr);
+    EXPECT_EQ(car.GetParentNode(), &Scene().Root());
     EXPECT_EQ(wheel.GetParentNode(), &car);
     EXPECT_THAT(Children(car), ElementsAre(&wheel, &door));
     EXPECT_EQ(car.GetChildNode(2), nullptr);
@@ -78,7 +78,7 @@ TEST_F(SceneTest, ANodeThatMovesHangsElsewhere) {
     EXPECT_THAT(Children(car), IsEmpty());
     EXPECT_THAT(Children(garage), ElementsAre(&wheel));
     EXPECT_TRUE(wheel.SetParent(nullptr));
-    EXPECT_EQ(wheel.GetParentNode(), nullptr);
+    EXPECT_EQ(wheel.GetParentNode(), &Scene().Root());
     EXPECT_THAT(Children(garage), IsEmpty());
 }
 
@@ -87,10 +87,138 @@ TEST_F(SceneTest, ANodeCannotHangBelowItself) {
     Node& wheel = AddNode("Wheel", &car);
     EXPECT_FALSE(car.SetParent(&wheel));
     EXPECT_FALSE(car.SetParent(&car));
-    EXPECT_EQ(car.GetParentNode(), nullptr);
+    EXPECT_EQ(car.GetParentNode(), &Scene().Root());
     EXPECT_EQ(wheel.GetParentNode(), &car);
     host::Scene other;
     EXPECT_FALSE(car.SetParent(&other.AddNode(_M("Other"))));
+}
+
+TEST_F(SceneTest, TheRootHoldsWhatHangsFromNoOtherNode) {
+    INode& root = Scene().Root();
+    EXPECT_TRUE(root.IsRootNode());
+    EXPECT_EQ(root.GetParentNode(), nullptr);
+    EXPECT_THAT(Children(root), IsEmpty());
+    Node& a = AddNode("a");
+    Node& b = AddNode("b");
+    Node& c = AddNode("c", &a);
+    EXPECT_FALSE(a.IsRootNode());
+    EXPECT_EQ(a.GetParentNode(), &root);
+    EXPECT_THAT(Children(root), ElementsAre(&a, &b));
+    EXPECT_EQ(root.GetChildNode(2), nullptr);
+    EXPECT_EQ(root.GetChildNode(-1), nullptr);
+    a.SetParent(&b);
+    EXPECT_THAT(Children(root), ElementsAre(&b));
+    c.SetParent(nullptr);
+    a.SetParent(nullptr);
+    EXPECT_THAT(Children(root), ElementsAre(&a, &b, &c)) << "in order of creation";
+    Scene().Remove(b);
+    EXPECT_THAT(Children(root), ElementsAre(&a, &c));
+    Node& d = AddNode("d");
+    EXPECT_THAT(Children(root), ElementsAre(&a, &c, &d));
+}
+
+TEST_F(SceneTest, TheChildrenOfATopNodeThatGoesHangFromTheRoot) {
+    Node& head = AddNode("head");
+    Node& later = AddNode("later");
+    Node& member = AddNode("member", &head);
+    Scene().Remove(head);
+    EXPECT_EQ(member.GetParentNode(), &Scene().Root());
+    EXPECT_THAT(Children(Scene().Root()), ElementsAre(&later, &member));
+}
+
+TEST_F(SceneTest, TheRootShowsNothingAndIsNoneOfTheNodes) {
+    INode& root = Scene().Root();
+    EXPECT_EQ(MSTR(root.GetName()), MSTR(_M("Scene Root")));
+    EXPECT_EQ(root.EvalWorldState(0).obj, nullptr);
+    EXPECT_EQ(root.GetRenderID(), 65535);
+    EXPECT_FALSE(root.IsGroupHead());
+    EXPECT_FALSE(root.IsGroupMember());
+    EXPECT_FALSE(root.IsNodeHidden());
+    EXPECT_EQ(root.GetNodeTM(0).GetRow(0), Point3(1.0F, 0.0F, 0.0F));
+    EXPECT_EQ(root.GetNodeTM(0).GetTrans(), Point3());
+    BOOL value = 5;
+    EXPECT_FALSE(root.GetUserPropBool(_M("a"), value));
+    EXPECT_EQ(value, 5);
+    Scene().AssignRenderIDs();
+    EXPECT_EQ(root.GetRenderID(), 65535);
+    EXPECT_EQ(Scene().NumNodes(), 0);
+    EXPECT_EQ(Scene().FindNode(_M("Scene Root")), nullptr);
+}
+
+TEST_F(SceneTest, TheRootStaysWhileItsSceneIsCleared) {
+    INode& root = Scene().Root();
+    SampleTarget maker;
+    maker.ReplaceReference(0, &root);
+    AddNode("a");
+    EXPECT_EQ(root.NumberOfChildren(), 1);
+    root.DeleteThis();
+    Scene().Clear();
+    ASSERT_EQ(&Scene().Root(), &root);
+    EXPECT_EQ(maker.GetReference(0), &root);
+    EXPECT_THAT(Children(root), IsEmpty());
+    Node& b = AddNode("b");
+    EXPECT_THAT(Children(root), ElementsAre(&b));
+    maker.DeleteAllRefsFromMe();
+}
+
+TEST_F(SceneTest, TheRootGoesWithItsScene) {
+    SampleTarget maker;
+    {
+        host::Scene scene;
+        maker.ReplaceReference(0, &scene.Root());
+    }
+    EXPECT_EQ(maker.GetReference(0), nullptr);
+}
+
+TEST_F(SceneTest, ANodeIsGeometryUntilItIsToldOtherwise) {
+    Node& node = AddNode("a");
+    ASSERT_TRUE(node.EvalWorldState(0).obj);
+    EXPECT_EQ(node.EvalWorldState(0).obj->SuperClassID(), GEOMOBJECT_CLASS_ID);
+    constexpr struct {
+        host::NodeKind kind;
+        SClass_ID superClass;
+    } KINDS[] = {{host::NodeKind::Camera, CAMERA_CLASS_ID},
+                 {host::NodeKind::Light, LIGHT_CLASS_ID},
+                 {host::NodeKind::PointHelper, HELPER_CLASS_ID},
+                 {host::NodeKind::Geometry, GEOMOBJECT_CLASS_ID}};
+    for (const auto& row : KINDS) {
+        node.SetKind(row.kind);
+        Object* object = node.EvalWorldState(480).obj;
+        ASSERT_TRUE(object);
+        EXPECT_EQ(object->SuperClassID(), row.superClass);
+        EXPECT_EQ(object->ClassID() == Class_ID(POINTHELP_CLASS_ID, 0),
+                  row.kind == host::NodeKind::PointHelper);
+    }
+}
+
+TEST_F(SceneTest, ANodeStandsWhereItIsPut) {
+    Node& car = AddNode("Car");
+    Node& wheel = AddNode("Wheel", &car);
+    EXPECT_EQ(car.GetNodeTM(0).GetRow(1), Point3(0.0F, 1.0F, 0.0F));
+    EXPECT_EQ(car.GetNodeTM(0).GetTrans(), Point3());
+    Matrix3 transform;
+    transform.SetRow(0, {0.0F, 2.0F, 0.0F});
+    transform.SetRow(3, {1.0F, 2.0F, 3.0F});
+    car.SetTransform(transform);
+    Interval valid(3, 4);
+    const Matrix3 read = car.GetNodeTM(480, &valid);
+    EXPECT_EQ(read.GetRow(0), Point3(0.0F, 2.0F, 0.0F));
+    EXPECT_EQ(read.GetTrans(), Point3(1.0F, 2.0F, 3.0F));
+    EXPECT_EQ(valid.Start(), 3);
+    EXPECT_EQ(valid.End(), 4);
+    EXPECT_EQ(wheel.GetNodeTM(0).GetTrans(), Point3()) << "it is told in the world's space";
+}
+
+TEST_F(SceneTest, ANodesUserPropertiesAnswerByName) {
+    Node& node = AddNode("Box");
+    BOOL value = 5;
+    EXPECT_FALSE(node.GetUserPropBool(_M("a"), value));
+    EXPECT_EQ(value, 5);
+    node.SetUserProperties(_M("a = yes\r\nb = no"));
+    EXPECT_TRUE(node.GetUserPropBool(_M("A"), value));
+    EXPECT_EQ(value, TRUE);
+    EXPECT_TRUE(node.GetUserPropBool(_M("b"), value));
+    EXPECT_EQ(value, FALSE);
 }
 
 TEST_F(SceneTest, NodesAreFoundByNameTheOldestFirst) {
@@ -112,7 +240,9 @@ TEST_F(SceneTest, AChangeOfANodeIsToldToItsDependents) {
     node.SetName(_M("Ball"));
     node.SetHidden(true);
     node.SetParent(&AddNode("Car"));
-    EXPECT_EQ(maker.messages, std::vector<Message>(3, Message{&node, REFMSG_CHANGE, PART_ALL}));
+    node.SetKind(host::NodeKind::Light);
+    node.SetTransform({});
+    EXPECT_EQ(maker.messages, std::vector<Message>(5, Message{&node, REFMSG_CHANGE, PART_ALL}));
     maker.DeleteAllRefsFromMe();
 }
 
@@ -147,7 +277,7 @@ TEST_F(SceneTest, TheChildrenOfANodeThatGoesHangFromItsParent) {
     EXPECT_EQ(leaf.GetParentNode(), &root);
     EXPECT_THAT(Children(root), ElementsAre(&leaf));
     Scene().Remove(root);
-    EXPECT_EQ(leaf.GetParentNode(), nullptr);
+    EXPECT_EQ(leaf.GetParentNode(), &Scene().Root());
 }
 
 TEST_F(SceneTest, AGroupHasAHeadAndMembers) {

@@ -41,7 +41,7 @@ TEST_F(ScriptPropertiesTest, AnUnknownTextFailsAndLeavesTheValue) {
 TEST_F(ScriptPropertiesTest, AFailureIsShownUnlessErrorsAreQuiet) {
     EXPECT_FALSE(ExecuteMAXScriptScript(_M("no.such"), FALSE));
     ASSERT_EQ(host::App().log.Entries().size(), 1U);
-    EXPECT_EQ(host::App().log.Entries()[0].text, MSTR(_M("Unknown property: no.such")));
+    EXPECT_EQ(host::App().log.Entries()[0].text, MSTR(_M("The script failed: no.such")));
     EXPECT_EQ(host::App().boxes.Shown().size(), 1U);
 }
 

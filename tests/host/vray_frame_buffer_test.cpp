@@ -4,9 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <limits>
 
 #include "host/host_renderer.h"
+#include "host/text.h"
+#include "tests/host/temporary_folder.h"
 
 namespace {
 
@@ -211,5 +216,246 @@ TEST_F(VRayFrame, ReadsThatCannotBeHadLeaveTheBuffer) {
     }
     EXPECT_FALSE(frame.GetPixels(0, 0, good, VRAY_PIXELS_FLOAT, BYTES, nullptr, 0, 0, 0));
 }
+
+// A look that swaps red and blue, doubles green and claims the alpha for itself.
+host::VRayLook SampleLook() {
+    return {[](BMM_Color_fl* pixels, int count) {
+                for (int i = 0; i < count; ++i) {
+                    pixels[i] = {pixels[i].b, 2 * pixels[i].g, pixels[i].r, 7.0F};
+                }
+            },
+            [](std::ostream& stream) {
+                stream << "table";
+                return true;
+            }};
+}
+
+class VRayLookTest : public VRayFrame {
+  protected:
+    VRayLookTest() { frame.SetLook(SampleLook()); }
+    // One row of pixels, as a channel of the type.
+    void AddRow(std::vector<float> components, VRayChannelType type = RDCT_3FLOAT,
+                int componentsOfAPixel = 4) {
+        const int width = static_cast<int>(components.size()) / componentsOfAPixel;
+        if (frame.GetWidth() != width || frame.GetHeight() != 1) {
+            frame.BeginFrame(width, 1);
+        }
+        host::ImageFormat format{width, 1};
+        format.components = componentsOfAPixel;
+        ASSERT_TRUE(frame.AddChannel(
+            {101, type, "", host::ImageBitmap::FromFloat(format, std::move(components))}));
+    }
+    template <class Pixel>
+    std::vector<Pixel> Row(int channel, int readFlag, int format) {
+        const int width = frame.GetWidth();
+        std::vector<Pixel> row(static_cast<std::size_t>(width));
+        EXPECT_TRUE(frame.GetPixels(channel, 0, {0, 0, width, 1, width, 1, 0, 0}, format,
+                                    row.size() * sizeof(Pixel), row.data(), 0, readFlag, 0));
+        return row;
+    }
+    std::vector<std::array<float, 4>> Floats(int channel = 0, int readFlag = 0) {
+        std::vector<std::array<float, 4>> units;
+        for (const auto& pixel : Row<BMM_Color_fl>(channel, readFlag, VRAY_PIXELS_FLOAT)) {
+            units.push_back(Units(pixel));
+        }
+        return units;
+    }
+};
+
+using Unit = std::array<float, 4>;
+
+TEST_F(VRayLookTest, LiesOverThePixels) {
+    AddRow({0.125F, 0.25F, 0.5F, 1.0F, 4.0F, -1.0F, 0.0F, 1.0F});
+    EXPECT_THAT(Floats(), ElementsAre(Unit{0.5F, 0.5F, 0.125F, 1.0F}, Unit{0, -2, 4, 1}));
+}
+
+TEST_F(VRayLookTest, IsAppliedToStraightColours) {
+    // Green squared tells what the look saw: 0.5 of a pixel that covers a quarter.
+    frame.SetLook({[](BMM_Color_fl* pixels, int count) {
+                       for (int i = 0; i < count; ++i) {
+                           pixels[i].g *= pixels[i].g;
+                       }
+                   },
+                   SampleLook().writeTable});
+    AddRow({0.0F, 0.125F, 0.25F, 0.25F, 0.0F, 0.5F, 0.25F, 0.0F, 0.0F, 0.5F, 0.25F, -1.0F});
+    EXPECT_THAT(Floats(), ElementsAre(Unit{0, 0.0625F, 0.25F, 0.25F}, Unit{0, 0.25F, 0.25F, 0},
+                                      Unit{0, 0.25F, 0.25F, -1}))
+        << "without coverage the colours are taken as they are";
+}
+
+TEST_F(VRayLookTest, TakesThePicturesAlphaForAChannelWithoutItsOwn) {
+    AddRow({0.25F, 0.5F, 0.125F}, RDCT_3FLOAT, 3);
+    ASSERT_TRUE(frame.AddChannel(
+        {VRAY_CHANNEL_ALPHA, RDCT_FLOAT, "",
+         host::ImageBitmap::FromFloat({.width = 1, .height = 1, .components = 1}, {0.5F})}));
+    EXPECT_THAT(Floats(), ElementsAre(Unit{0.125F, 1.0F, 0.25F, 0.5F}));
+}
+
+TEST_F(VRayLookTest, IsRoundedAfterItWasApplied) {
+    // Below a step of 16 bits before it is divided by the alpha and lifted.
+    frame.SetLook({[](BMM_Color_fl* pixels, int count) {
+                       for (int i = 0; i < count; ++i) {
+                           pixels[i].r *= 65536.0F;
+                       }
+                   },
+                   SampleLook().writeTable});
+    AddRow({1.0F / 65536 / 4, 2.0F, -1.0F, 1.0F});
+    const auto row = Row<BMM_Color_64>(0, 0, VRAY_PIXELS_16);
+    EXPECT_EQ(row[0].r, 16384) << "0.25";
+    EXPECT_EQ(row[0].g, 65535);
+    EXPECT_EQ(row[0].b, 0);
+    EXPECT_EQ(row[0].a, 65535);
+}
+
+TEST_F(VRayLookTest, CorrectsLongRowsToTheEndAndEachPixelOnce) {
+    constexpr std::size_t PIXELS = 1000;
+    std::vector<float> components;
+    for (std::size_t pixel = 0; pixel < PIXELS; ++pixel) {
+        components.insert(components.end(), {static_cast<float>(pixel), 3.0F, 5.0F, 1.0F});
+    }
+    AddRow(std::move(components));
+    const auto row = Floats();
+    const auto row16 = Row<BMM_Color_64>(0, 0, VRAY_PIXELS_16);
+    for (std::size_t pixel = 0; pixel < PIXELS; ++pixel) {
+        ASSERT_EQ(row[pixel], (Unit{5, 6, static_cast<float>(pixel), 1})) << pixel;
+        ASSERT_EQ(row16[pixel].b, pixel == 0 ? 0 : 65535) << pixel;
+    }
+}
+
+TEST_F(VRayLookTest, OfARegionStartsAtItsLeft) {
+    frame.BeginFrame(WIDTH, HEIGHT);
+    Add(126, Image(4, 0.0F, true));
+    const BMM_Color_fl plain = [&] {
+        BMM_Color_fl pixel{};
+        EXPECT_TRUE(frame.GetPixels(0, 0, {1, 1, 2, 2, 1, 1, 0, 0}, VRAY_PIXELS_FLOAT,
+                                    sizeof(pixel), &pixel, 0, -1, 0));
+        return pixel;
+    }();
+    EXPECT_EQ(plain.r, 0.25F);
+    const BMM_Color_fl looked = Pixel(0);
+    EXPECT_NEAR(looked.r, plain.b, 1e-6F);
+    EXPECT_NEAR(looked.g, 2 * plain.g, 1e-6F);
+    EXPECT_EQ(looked.a, plain.a);
+}
+
+TEST_F(VRayLookTest, IsLeftOutWhenItIsNotAskedFor) {
+    AddRow({1, 2, 3, 1});
+    EXPECT_THAT(Floats(0, -1), ElementsAre(Unit{1, 2, 3, 1}));
+    EXPECT_EQ(Row<BMM_Color_64>(0, -1, VRAY_PIXELS_16)[0].g, 65535);
+}
+
+TEST_F(VRayLookTest, IsLeftOutOfChannelsOfOtherTypes) {
+    for (const VRayChannelType type :
+         {RDCT_FLOAT, RDCT_2FLOAT, RDCT_INT, RDCT_3FLOAT_SIGNED, RDCT_LAST}) {
+        frame.BeginFrame(1, 1);
+        AddRow({1, 2, 3, 1}, type);
+        EXPECT_THAT(Floats(), ElementsAre(Unit{1, 2, 3, 1})) << type;
+    }
+}
+
+TEST_F(VRayLookTest, IsSwitchedByOneOfTheCorrections) {
+    AddRow({1, 2, 3, 1});
+    auto* corrections = static_cast<IVRayColorCorrections*>(
+        frame.GetImage()->GetInterface(VRAY_COLOR_CORRECTIONS_INTERFACE));
+    ASSERT_TRUE(corrections);
+    for (int index = 0; index < VRAY_COLOR_CORRECTIONS; ++index) {
+        EXPECT_EQ(corrections->GetValue(index), index == host::VRAY_LOOK_ON ? 1.0F : 0.0F);
+        corrections->SetValue(index, 0.0F);
+    }
+    EXPECT_THAT(Floats(), ElementsAre(Unit{1, 2, 3, 1}));
+    for (int index = 0; index < VRAY_COLOR_CORRECTIONS; ++index) {
+        if (index != host::VRAY_LOOK_ON) {
+            corrections->SetValue(index, 1.0F);
+        }
+    }
+    corrections->SetValue(host::VRAY_LOOK_ON, 0.5F);
+    EXPECT_THAT(Floats(), ElementsAre(Unit{1, 2, 3, 1})) << "half is not on";
+    corrections->SetValue(host::VRAY_LOOK_ON, 1.0F);
+    EXPECT_THAT(Floats(), ElementsAre(Unit{3, 4, 1, 1}));
+}
+
+TEST_F(VRayLookTest, StaysFromFrameToFrame) {
+    frame.SetValue(3, 0.25F);
+    frame.EndFrame();
+    AddRow({1, 2, 3, 1});
+    EXPECT_EQ(frame.GetValue(3), 0.25F);
+    EXPECT_THAT(Floats(), ElementsAre(Unit{3, 4, 1, 1}));
+}
+
+TEST_F(VRayFrame, KeepsCorrectionsThatMeanNothingWithoutALook) {
+    EXPECT_EQ(frame.GetValue(host::VRAY_LOOK_ON), 0.0F);
+    frame.SetValue(host::VRAY_LOOK_ON, 1.0F);
+    EXPECT_EQ(frame.GetValue(host::VRAY_LOOK_ON), 1.0F);
+    Add(126, Image(4, 0.0F));
+    EXPECT_EQ(Pixel(0).r, 0.25F);
+}
+
+TEST_F(VRayFrame, CorrectionsOutOfRangeAreNone) {
+    for (const int index : {-1, VRAY_COLOR_CORRECTIONS, std::numeric_limits<int>::min(),
+                            std::numeric_limits<int>::max()}) {
+        frame.SetValue(index, 1.0F);
+        EXPECT_EQ(frame.GetValue(index), 0.0F);
+    }
+    for (int index = 0; index < VRAY_COLOR_CORRECTIONS; ++index) {
+        EXPECT_EQ(frame.GetValue(index), 0.0F);
+    }
+}
+
+class SavedCorrectionsTest : public VRayFrame {
+  protected:
+    bool Save() const { return frame.SaveCorrections(host::FromNativePath(file)); }
+
+    TemporaryFolder folder;
+    std::filesystem::path file = folder.path / host::ToNativePath(_M("\u00e9 \U0001f600.cube"));
+};
+
+TEST_F(SavedCorrectionsTest, AreTheLooksTable) {
+    std::ofstream(file) << "what was there before";
+    frame.SetLook(SampleLook());
+    frame.SetValue(host::VRAY_LOOK_ON, 0.0F);
+    EXPECT_TRUE(Save());
+    std::ifstream stream(file, std::ios::binary);
+    EXPECT_EQ((std::string{std::istreambuf_iterator<char>(stream), {}}), "table");
+}
+
+TEST_F(SavedCorrectionsTest, WithoutALookMakeNoFile) {
+    EXPECT_FALSE(Save());
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path));
+}
+
+TEST_F(SavedCorrectionsTest, LeaveNothingOfATableThatCantBeWritten) {
+    host::VRayLook look = SampleLook();
+    look.writeTable = [](std::ostream& stream) {
+        stream << "half";
+        return false;
+    };
+    frame.SetLook(look);
+    EXPECT_FALSE(Save());
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path));
+    look.writeTable = [](std::ostream& stream) {
+        stream.setstate(std::ios::failbit);
+        return true;
+    };
+    frame.SetLook(look);
+    EXPECT_FALSE(Save());
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path));
+}
+
+TEST_F(SavedCorrectionsTest, NeedAPlaceForTheFile) {
+    frame.SetLook(SampleLook());
+    for (const std::filesystem::path& path :
+         {folder.path, folder.path / "missing" / "a.cube", std::filesystem::path()}) {
+        EXPECT_FALSE(frame.SaveCorrections(host::FromNativePath(path))) << path;
+    }
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path));
+}
+
+#ifdef __linux__
+TEST_F(SavedCorrectionsTest, LeaveADeviceThatIsFull) {
+    frame.SetLook(SampleLook());
+    EXPECT_FALSE(frame.SaveCorrections(_M("/dev/full")));
+    EXPECT_TRUE(std::filesystem::exists("/dev/full"));
+}
+#endif
 
 }  // namespace

@@ -119,16 +119,21 @@ struct NodeWithHoles : INode {
     const MCHAR* GetName() override { return _M(""); }
     USHORT GetRenderID() override { return 12; }
     INode* GetParentNode() override { return nullptr; }
+    BOOL IsRootNode() override { return FALSE; }
     int NumberOfChildren() override { return 2; }
     INode* GetChildNode(int) override { return nullptr; }
     BOOL IsGroupHead() override { return isHead; }
     BOOL IsGroupMember() override { return FALSE; }
     BOOL IsNodeHidden(BOOL) override { return FALSE; }
+    const ObjectState& EvalWorldState(TimeValue, BOOL) override { return shown; }
+    Matrix3 GetNodeTM(TimeValue, Interval*) override { return {}; }
+    BOOL GetUserPropBool(const MSTR&, BOOL&) override { return FALSE; }
     RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
                                BOOL) override {
         return REF_SUCCEED;
     }
     BOOL isHead = FALSE;
+    ObjectState shown;
 };
 
 struct LayerWithHoles : ILayerProperties {
