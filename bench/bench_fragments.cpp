@@ -1,5 +1,6 @@
 // Rows made of a G-Buffer's fragments, in pixels of the picture a second: mattes of objects small
-// and large, depth, normals and false colours, and the search for the boxes of all IDs.
+// and large, depth, normals and false colours, and the searches for the boxes of all IDs and for
+// the range of depth.
 #include <benchmark/benchmark.h>
 #include <gbuf.h>
 
@@ -8,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "effect/depth_range.h"
 #include "effect/id_bounds.h"
 #include "host/application.h"
 #include "host/fragment_buffer.h"
@@ -126,6 +128,13 @@ void Bounds(benchmark::State& state) {
     Count(state);
 }
 
+void Range(benchmark::State& state, DWORD channels, UWORD opaque) {
+    const auto& picture = PictureOf(channels);
+    for (auto unused : state)
+        benchmark::DoNotOptimize(effect::ScanDepthRange(picture.get(), 0.05F, opaque));
+    Count(state);
+}
+
 BENCHMARK_CAPTURE(ObjectMatte, small_object, 2, 3, byCoverage);
 BENCHMARK_CAPTURE(ObjectMatte, whole_frame, 1, 3, byCoverage);
 BENCHMARK_CAPTURE(ObjectMatte, whole_frame_by_weight, 1, 3, byWeight);
@@ -140,5 +149,7 @@ BENCHMARK_CAPTURE(Channel, normal, BMM_CHAN_NORMAL);
 BENCHMARK_CAPTURE(Depth16, by_coverage, byCoverage, 65535);
 BENCHMARK_CAPTURE(Depth16, by_weight_with_opaque, byWeight, 2);
 BENCHMARK(Bounds);
+BENCHMARK_CAPTURE(Range, by_coverage, byCoverage, 65535);
+BENCHMARK_CAPTURE(Range, by_weight_with_opaque, byWeight, 2);
 
 }  // namespace

@@ -733,6 +733,203 @@ TEST_F(ApplyVRay, NeedsNoBitmap) {
     EXPECT_EQ(Sample(document.layers[0].channels[1].pixels, 2, 3, 2, 1), VRaySample(2, 1, 0));
 }
 
+// V-Ray's frame buffer with a look that makes all reds 0, and its corrections as a user set them.
+class ApplyLook : public ApplyVRay {
+  protected:
+    ApplyLook() {
+        gammaMgr.enable = TRUE;
+        gammaMgr.SetFileOutGamma(2.2F);
+        std::filesystem::create_directories(folder.path / "temporary");
+        Host().settings.temporaryFolder = Text(folder.path / "temporary");
+        SetLook("LUT_3D_SIZE 2\n0 0 0\n0 0 0\n0 1 0\n0 1 0\n0 0 1\n0 0 1\n0 1 1\n0 1 1\n");
+    }
+    ~ApplyLook() override {
+        for (int i = 0; i < VRAY_COLOR_CORRECTIONS; ++i)
+            EXPECT_EQ(vray->GetValue(i), static_cast<float>(i) + 0.5F) << "correction " << i;
+        EXPECT_FALSE(Exists("temporary/psd_tmp.cube"));
+    }
+
+    // `table` is what the frame buffer writes.
+    void SetLook(std::string table, bool succeeds = true) {
+        SetLook({[](BMM_Color_fl* pixels, int count) {
+                     for (int i = 0; i < count; ++i)
+                         pixels[i].r = 0.0F;
+                 },
+                 [table = std::move(table), succeeds](std::ostream& out) {
+                     out << table;
+                     return succeeds;
+                 }});
+    }
+    void SetLook(host::VRayLook look) {
+        vray->SetLook(std::move(look));
+        for (int i = 0; i < VRAY_COLOR_CORRECTIONS; ++i)
+            vray->SetValue(i, static_cast<float>(i) + 0.5F);
+    }
+    // Names of the layers from the top, and the picture's red.
+    std::pair<std::string, int> NamesAndRed() {
+        const WalkedDocument document = Save(frame.get());
+        std::string names;
+        for (const WalkedLayer& layer : document.layers)
+            names = layer.name + (names.empty() ? "" : " | ") + names;
+        return {names, Sample(document.layers.at(0).channels.at(1).pixels, 2, 3, 2, 1)};
+    }
+    void ExpectInThePixels(const std::string& why) {
+        EXPECT_EQ(NamesAndRed(), std::pair(std::string("Gamma Correction (2.2) | Render"), 0))
+            << why;
+    }
+};
+
+TEST_F(ApplyLook, BecomesALayerBelowTheGammaAndLeavesThePixels) {
+    EXPECT_EQ(NamesAndRed(),
+              std::pair(std::string("Gamma Correction (2.2) | Color Corrections | Render"),
+                        VRaySample(2, 1, 0) + 0));
+}
+
+TEST_F(ApplyLook, StandsAboveGroupsAtPosition0) {
+    Set("customLayerSet1"_param, TRUE);
+    EXPECT_EQ(NamesAndRed().first,
+              "Gamma Correction (2.2) | Color Corrections | Layer Set 1 | </Layer set> | Render");
+}
+
+TEST_F(ApplyLook, IsInNoPixelsOfTheMergedImageThen) {
+    const WalkedDocument document = Save(frame.get());
+    EXPECT_EQ(Sample(document.imageChannels.at(0), 2, 3, 2, 1),
+              gammaMgr.fileOutGammaTable[VRaySample(2, 1, 0) >> 3]);
+}
+
+TEST_F(ApplyLook, IsInThePixelsByTheOtherSettings) {
+    for (const int config : {0, 1, 2}) {
+        Set("colorCorrectConfig"_param, config);
+        ExpectInThePixels("colorCorrectConfig " + std::to_string(config));
+    }
+}
+
+TEST_F(ApplyLook, IsNowhereWhenTheUserWantsNoCorrections) {
+    Set("vrayColorCorrections"_param, FALSE);
+    EXPECT_EQ(NamesAndRed(),
+              std::pair(std::string("Gamma Correction (2.2) | Render"), VRaySample(2, 1, 0) + 0));
+}
+
+TEST_F(ApplyLook, StaysInThePixelsWhenNoneOfTheSwitchesIsOn) {
+    constexpr int switches[] = {3, 4, 5, 16, 17, 18};
+    for (const int i : switches)
+        vray->SetValue(i, 0.9F);
+    EXPECT_EQ(NamesAndRed().first, "Gamma Correction (2.2) | Render");
+    for (const int i : switches) {
+        EXPECT_EQ(vray->GetValue(i), 0.9F);
+        vray->SetValue(i, static_cast<float>(i) + 0.5F);
+    }
+}
+
+TEST_F(ApplyLook, StaysInThePixelsWhicheverStepToTheLayerFails) {
+    Host().settings.temporaryFolder = Text(File("nowhere"));
+    ExpectInThePixels("no folder for the table");
+    Host().settings.temporaryFolder = Text(File("temporary"));
+    SetLook("LUT_3D_SIZE 2\n0 0 0\n");
+    ExpectInThePixels("a table that ends too soon");
+    SetLook("", false);
+    ExpectInThePixels("a script that says false");
+}
+
+TEST_F(ApplyLook, ComesBackWhenMemoryRanOut) {
+    SetLook(host::VRayLook{[](BMM_Color_fl*, int) { throw std::bad_alloc(); },
+                           [](std::ostream&) { return false; }});
+    RenderFrame(frame.get());
+    const std::vector<LogLine> log = TakeLog();
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_EQ(log[0].text, "Not enough memory to write " + File("frame.psd").string() + ".");
+}
+
+TEST_F(ApplyLook, ComesBackWhereTheNameIsNoneAnyMore) {
+    SetFilename(File("frame.psd"));
+    Begin();
+    SetText("filename"_param, MSTR());
+    effect->Apply(time, frame.get(), &context, nullptr);
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
+TEST_F(ApplyLook, ComesBackWhereTheFileCantBeOpened) {
+    SetFilename(File("none") / "frame.psd");
+    Set("vrayColorCorrections"_param, FALSE);
+    Begin();
+    effect->Apply(time, frame.get(), &context, nullptr);
+    EXPECT_THAT(TakeLog(), testing::SizeIs(1));
+}
+
+TEST_F(ApplyLook, ComesBackAfterAnAbort) {
+    RecordingCallback callback;
+    callback.abort = TRUE;
+    Render().aborted = true;
+    Begin();
+    effect->Apply(time, frame.get(), &context, &callback);
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
+TEST_F(ApplyLook, At32BitsNeedsNoGamma) {
+    Set("bitDepth"_param, 32);
+    const WalkedDocument document = Save(frame.get());
+    ASSERT_EQ(document.layers.size(), 2U);
+    EXPECT_EQ(document.layers[1].name, "Color Corrections");
+}
+
+TEST_F(Apply, WithoutGammaHasNoLayerOfItWhateverTheSettingSays) {
+    const auto frame = Image(3, 2);
+    for (const bool enabled : {false, true}) {
+        gammaMgr.enable = enabled;
+        gammaMgr.SetFileOutGamma(enabled ? 1.0F : 2.2F);
+        for (const int config : {0, 1, 2, 3}) {
+            Set("gammaCorrectConfig"_param, config);
+            EXPECT_EQ(Save(frame.get()).layers.size(), 1U) << enabled << config;
+            std::filesystem::remove(File("frame.psd"));
+        }
+    }
+}
+
+TEST_F(Apply, TheCamerasBlockIsOfTheFrameInHand) {
+    const auto frame = Image(3, 2);
+    for (const float x : {1.0F, 2.0F}) {
+        context.camToWorld.SetRow(3, {x, 0.0F, 0.0F});
+        const WalkedDocument document = Save(frame.get());
+        std::filesystem::remove(File("frame.psd"));
+        const std::string data = Resource(document, 58151);
+        ASSERT_EQ(data.size(), 80U);
+        // The double 1.0 begins with 3F F0, 2.0 with 40 00.
+        EXPECT_EQ(data.substr(8, 2), x == 1.0F ? "\x3F\xF0" : std::string("\x40\0", 2));
+        EXPECT_EQ(Resource(document, 58152), "absent");
+        EXPECT_EQ(Resource(document, 30000), "absent");
+    }
+    Set("embedCameraInfo"_param, FALSE);
+    EXPECT_EQ(Resource(Save(frame.get()), 58151), "absent");
+}
+
+TEST_F(Apply, PointHelpersHaveABlockEachIfTheUserWantsThem) {
+    Host().scene.AddNode(_M("Null 1")).SetKind(host::NodeKind::PointHelper);
+    Host().scene.AddNode(_M("Box"));
+    Host().scene.AddNode(_M("null 2")).SetKind(host::NodeKind::PointHelper);
+    Set("embedHelpersInfo"_param, TRUE);
+    SetText("embedHelpersWildcard"_param, _M("NULL*"));
+    const auto frame = Image(3, 2);
+    const WalkedDocument document = Save(frame.get());
+    std::vector<std::tuple<std::string, int, std::string>> own;
+    for (const psdfile::WalkedResource& resource : document.resources) {
+        if (resource.signature == "qzMk")
+            own.emplace_back(resource.signature, resource.id, resource.name);
+    }
+    EXPECT_THAT(own, ElementsAre(std::tuple("qzMk", 58151, ""), std::tuple("qzMk", 30000, "Null 1"),
+                                 std::tuple("qzMk", 30002, "null 2")));
+}
+
+TEST_F(Apply, TheShadowImageLivesUntilTheDocumentIsWritten) {
+    WriteFile(File("shadow.png"), "an image");
+    SetText("shadowPassSource"_param, Text(File("shadow.png")));
+    Host().imageLoader = [](const std::string&) { return Image(3, 2); };
+    const auto frame = Image(3, 2);
+    const WalkedDocument document = Save(frame.get());
+    ASSERT_EQ(document.layers.size(), 2U);
+    EXPECT_EQ(document.layers[0].name, "Shadows");
+    EXPECT_EQ(Sample(document.layers[0].channels.back().pixels, 2, 3, 2, 1), ImageSample(2, 1, 3));
+}
+
 class ApplyGroups : public MatteFrameTest {
   protected:
     ApplyGroups() {
