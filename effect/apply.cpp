@@ -149,12 +149,13 @@ void PSDOutput::Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbo
     const VRayState vray = FindVRayState(gc->renderer);
     SavedCorrections corrections(vray.corrections);
     if (!pblock->GetInt("vrayColorCorrections"_param)) corrections.SwitchAllOff();
+    IVRayPixelBuffer* vfb = PreparePixels(vray);
     // Where the host tells of a frame's end only after its effects, this is the first to see it.
     TakeSnapshot(snapshots, *gc);
     MSTR name;
     if (!ResolveOutputFileName(name, true, t)) return;
     try {
-        SaveFrame(name, {bm, vray.pixels}, corrections, t, *gc, cb);
+        SaveFrame(name, {bm, vfb}, corrections, t, *gc, cb);
     } catch (const std::bad_alloc&) {
         LogFileError(_M("Not enough memory to write %s."), name);
     }

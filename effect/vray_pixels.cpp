@@ -20,10 +20,14 @@ VRayState FindVRayState(Renderer* renderer) {
     VRayState state;
     state.corrections =
         static_cast<IVRayColorCorrections*>(image->GetInterface(VRAY_COLOR_CORRECTIONS_INTERFACE));
-    auto* pixels = static_cast<IVRayPixelBuffer*>(image->GetInterface(VRAY_PIXEL_BUFFER_INTERFACE));
-    if (pixels) pixels->Prepare();
-    if (UsesVRayFrameBuffer(renderer)) state.pixels = pixels;
+    state.buffer = static_cast<IVRayPixelBuffer*>(image->GetInterface(VRAY_PIXEL_BUFFER_INTERFACE));
+    state.isInUse = UsesVRayFrameBuffer(renderer);
     return state;
+}
+
+IVRayPixelBuffer* PreparePixels(const VRayState& state) {
+    if (state.buffer) state.buffer->Prepare();
+    return state.isInUse ? state.buffer : nullptr;
 }
 
 }  // namespace effect

@@ -7,15 +7,19 @@
 
 namespace effect {
 
-// Both live as long as the frame.
+// Both live as long as the frame; null when there is none.
 struct VRayState {
-    // Ready to be read; null where the frame goes to the host's bitmap.
-    IVRayPixelBuffer* pixels = nullptr;
-    // Null when the frame buffer has none. Given whether or not the pixels are.
+    IVRayPixelBuffer* buffer = nullptr;
+    // The frame goes there, and not to the host's bitmap.
+    bool isInUse = false;
     IVRayColorCorrections* corrections = nullptr;
 };
 
 // Nothing of either for other renderers.
 VRayState FindVRayState(Renderer* renderer);
+
+// The frame's pixels, ready to be read with the corrections that are set by now; null where the
+// frame goes to the host's bitmap.
+IVRayPixelBuffer* PreparePixels(const VRayState& state);
 
 }  // namespace effect

@@ -7,8 +7,10 @@ namespace {
 class VRayState : public EffectTest {
   protected:
     static void ExpectNothing(const effect::VRayState& state) {
-        EXPECT_EQ(state.pixels, nullptr);
+        EXPECT_EQ(state.buffer, nullptr);
+        EXPECT_FALSE(state.isInUse);
         EXPECT_EQ(state.corrections, nullptr);
+        EXPECT_EQ(effect::PreparePixels(state), nullptr);
     }
 };
 
@@ -17,8 +19,7 @@ TEST_F(VRayState, IsTheFrameBufferInUse) {
     host::HostRenderer& vray = UseRenderer(VRAY_CLASS_ID);
     UseVRayFrameBuffer(vray, frame);
     const effect::VRayState state = effect::FindVRayState(&vray);
-    ASSERT_EQ(state.pixels, frame.get());
-    EXPECT_EQ(state.pixels->GetWidth(), 3);
+    EXPECT_EQ(effect::PreparePixels(state), frame.get());
     ASSERT_EQ(state.corrections, frame.get());
     frame->SetValue(5, 0.75F);
     EXPECT_EQ(state.corrections->GetValue(5), 0.75F);
@@ -29,7 +30,7 @@ TEST_F(VRayState, HasNoPixelsWhereTheFrameBufferIsOff) {
     host::HostRenderer& vray = UseRenderer(VRAY_CLASS_ID);
     UseVRayFrameBuffer(vray, frame);
     vray.GetParamBlock(15)->SetValue(170, 0, 0);
-    EXPECT_EQ(effect::FindVRayState(&vray).pixels, nullptr);
+    EXPECT_EQ(effect::PreparePixels(effect::FindVRayState(&vray)), nullptr);
     EXPECT_EQ(effect::FindVRayState(&vray).corrections, frame.get());
 }
 
@@ -93,11 +94,13 @@ class OtherVRay : public Renderer {
 TEST_F(VRayState, HasPixelsThatAreMadeReadyOnceWhetherTheyAreUsedOrNot) {
     PreparedFrame frame;
     const host::Owned<OtherVRay> vray(new OtherVRay(frame));
-    EXPECT_EQ(effect::FindVRayState(vray.get()).pixels, nullptr) << "it has no settings";
+    const effect::VRayState state = effect::FindVRayState(vray.get());
+    EXPECT_EQ(frame.prepared, 0) << "corrections may still change";
+    EXPECT_EQ(effect::PreparePixels(state), nullptr) << "it has no settings";
     EXPECT_EQ(frame.prepared, 1);
     EXPECT_THAT(frame.asked, testing::UnorderedElementsAre(0x7783b785, 0x77c074c6));
     frame.offersPixels = false;
-    EXPECT_EQ(effect::FindVRayState(vray.get()).pixels, nullptr);
+    EXPECT_EQ(effect::PreparePixels(effect::FindVRayState(vray.get())), nullptr);
     EXPECT_EQ(frame.prepared, 1);
 }
 
@@ -108,8 +111,9 @@ TEST_F(VRayState, HasEachOfTheTwoWithoutTheOther) {
     EXPECT_EQ(effect::FindVRayState(vray.get()).corrections, &frame);
     frame.offersPixels = true;
     frame.offersCorrections = false;
-    EXPECT_EQ(effect::FindVRayState(vray.get()).corrections, nullptr);
-    EXPECT_EQ(frame.prepared, 1);
+    const effect::VRayState state = effect::FindVRayState(vray.get());
+    EXPECT_EQ(state.corrections, nullptr);
+    EXPECT_EQ(state.buffer, &frame);
 }
 
 }  // namespace
