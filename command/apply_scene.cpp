@@ -2,6 +2,7 @@
 
 #include <iparamb2.h>
 
+#include "command/host_transform.h"
 #include "host/text.h"
 
 namespace command {
@@ -17,6 +18,20 @@ Nodes NodesOf(const std::vector<std::size_t>& indices, const Nodes& nodes) {
     return chosen;
 }
 
+host::NodeKind KindOf(NodeKind kind) {
+    switch (kind) {
+        case NodeKind::Object:
+            return host::NodeKind::Geometry;
+        case NodeKind::Camera:
+            return host::NodeKind::Camera;
+        case NodeKind::Light:
+            return host::NodeKind::Light;
+        case NodeKind::Helper:
+            break;
+    }
+    return host::NodeKind::PointHelper;
+}
+
 void ApplyNode(const SceneNode& description, host::Node& node) {
     if (description.id) node.SetRenderID(static_cast<USHORT>(*description.id));
     node.SetObjectID(static_cast<UWORD>(description.objectID));
@@ -24,6 +39,8 @@ void ApplyNode(const SceneNode& description, host::Node& node) {
     node.SetGroupHead(description.groupHead);
     node.SetGroupMember(description.groupMember);
     node.SetUserProperties(host::FromUtf8(description.properties));
+    node.SetKind(KindOf(description.kind));
+    node.SetTransform(description.transform ? HostTransform(*description.transform) : Matrix3());
 }
 
 bool ApplyNodeTable(const Setting& setting, const host::Scene& scene, IParamBlock2& block) {

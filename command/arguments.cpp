@@ -33,6 +33,7 @@ constexpr const char* saveExamples =
     "  veltrane save still.exr --set bitDepth=8 --set outputRenderAs=0\n"
     "  veltrane save still.exr --all --scene still.json --element 'Shadow*:visible=true'\n"
     "  veltrane save still.exr --beauty ViewLayer.Combined --gamma off\n"
+    "  veltrane save still.exr --all --lut look.cube --shadow shadow.exr\n"
     "  veltrane save 'shot.$F4.exr' --frames 1-10,20-40x2 --progress lines\n"
     "\n"
     "Exit status: 0 all frames saved, 1 a frame was not saved, 2 wrong usage.";
@@ -77,6 +78,7 @@ class Parser {
         }
         if (saveCommand->parsed()) {
             CheckNoValueIsEmpty();
+            CheckLook();
             save.gamma = ParseGamma(gamma);
             save.fastDeflate = deflate == "fast";
             return save;
@@ -98,6 +100,14 @@ class Parser {
                                  option->get_name() + " out");
             }
         }
+    }
+
+    // Only V-Ray's frame buffer has looks.
+    void CheckLook() const {
+        if (save.lut.empty() || save.renderer != "none") return;
+        throw UsageError("--lut " + save.lut +
+                         ": with --renderer none there is no frame buffer that has a look; leave "
+                         "one of them out");
     }
 
     static void CheckCommand(const std::vector<std::string>& arguments) {
@@ -135,7 +145,8 @@ class Parser {
             ->take_all();
         saveCommand->add_flag("--all", save.all,
                               "Turn on all that the input has: elements, mattes of objects\n"
-                              "and materials, scene layers, selection sets, IDs, normals");
+                              "and materials, scene layers, selection sets, IDs, normals,\n"
+                              "depth");
         saveCommand
             ->add_option("--element", save.elementSettings,
                          "Set one setting of a render element (\"veltrane params\n"
@@ -160,6 +171,15 @@ class Parser {
             ->type_name("auto|vray|none")
             ->check(CLI::IsMember({"auto", "vray", "none"}).description(""))
             ->capture_default_str();
+        saveCommand
+            ->add_option("--lut", save.lut,
+                         "Look over the picture, a table for linear colours: an\nadjustment layer")
+            ->type_name("FILE.cube");
+        saveCommand
+            ->add_option("--shadow", save.shadow,
+                         "Image whose alpha becomes the shadow layer; in a sequence\n"
+                         "#### stands right before its suffix")
+            ->type_name("FILE");
         saveCommand->add_option("--gamma", gamma, "File gamma of the host, 0.01 to 10, or off")
             ->type_name("G|off")
             ->capture_default_str();

@@ -22,6 +22,10 @@ struct SaveArguments {
     std::string scene;
     // auto, none or vray.
     std::string renderer = "auto";
+    // A .cube file; empty for none.
+    std::string lut;
+    // Image file of the shadow pass; empty for none.
+    std::string shadow;
     std::string frames;
     std::string beauty;
     // Nothing for off.

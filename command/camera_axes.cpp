@@ -28,7 +28,12 @@ std::optional<CameraAxes> AxesOf(const std::array<double, 16>& transform) {
         camera.axes[axis] = {static_cast<float>(x / length), static_cast<float>(y / length),
                              static_cast<float>(z / length)};
     }
-    return camera;
+    // Of unit vectors at right angles it is 1.
+    constexpr float leastVolume = 1e-4F;
+    const auto& [x, y, z] = camera.axes;
+    const float volume = x[0] * (y[1] * z[2] - y[2] * z[1]) + x[1] * (y[2] * z[0] - y[0] * z[2]) +
+                         x[2] * (y[0] * z[1] - y[1] * z[0]);
+    return std::abs(volume) >= leastVolume ? std::optional(camera) : std::nullopt;
 }
 
 }  // namespace command

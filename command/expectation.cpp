@@ -47,20 +47,22 @@ Expectation Expect(const Description& file, const PassPlan& plan) {
     std::uint64_t bytesAPixel = 4 * BytesOf(pictureType);
     for (const PassElement& element : plan.elements)
         bytesAPixel += BytesAPixel(file, element.channels);
-    const bool fragments = plan.objectMatte || plan.materialMatte || plan.objectID ||
-                           plan.materialID || plan.normals || plan.deep;
-    // The pixel's count, and of each fragment its ids, coverage and normal.
-    constexpr std::uint64_t fragmentBytes = 2 + 2 + 1 + 1 + 4;
+    expected.depthImage = plan.HasDistances();
+    const bool fragments = expected.depthImage || plan.objectMatte || plan.materialMatte ||
+                           plan.objectID || plan.materialID || plan.normals;
+    // The pixel's count, and of each fragment its ids, coverage, normal and depth.
+    const std::uint64_t fragmentBytes = 2 + 2 + 1 + 1 + 4 + (expected.depthImage ? 4 : 0);
     if (fragments) bytesAPixel += 2 + fragmentBytes * 3 / 2;
     expected.memory = bytesAPixel * expected.pixels;
 
     const std::uint64_t idLayers = (plan.objectID ? 1 : 0) + (plan.objectMatte ? 1 : 0) +
                                    (plan.materialMatte || plan.materialID ? 1 : 0) +
                                    (plan.normals ? 1 : 0);
-    // The picture's layer has a mask besides, and the merged image has no layer.
+    // The picture's layer has a mask besides, and the merged image has no layer. Of the depth
+    // layer's channels the mask alone has pixels.
     expected.channels =
         layerChannels * (2 + expected.elements + expected.objects + expected.materials + idLayers) +
-        1;
+        1 + (expected.depthImage ? 1 : 0);
     return expected;
 }
 

@@ -14,6 +14,7 @@ struct Expectation {
     // Names of the manifests; those without coverage make no layer.
     std::size_t objects = 0;
     std::size_t materials = 0;
+    bool depthImage = false;
     // Bytes of decoded passes and fragments that are in memory at a time. Fragments are counted as
     // one and a half a pixel.
     std::uint64_t memory = 0;

@@ -20,6 +20,7 @@
 #include <string_view>
 #include <utility>
 
+#include "command/exr_camera.h"
 #include "command/layer_names.h"
 
 namespace command {
@@ -112,6 +113,7 @@ AttributeValue ValueOf(const Imf::Attribute& attribute) {
     if (const auto* box = ValueAs<Imath::Box2i>(attribute)) return Numbers(*box);
     if (const auto* matrix = ValueAs<Imath::M33f>(attribute)) return MatrixNumbers(*matrix, 3);
     if (const auto* matrix = ValueAs<Imath::M44f>(attribute)) return MatrixNumbers(*matrix, 4);
+    if (const auto* matrix = ValueAs<Imath::M44d>(attribute)) return MatrixNumbers(*matrix, 4);
     return std::monostate{};
 }
 
@@ -152,6 +154,13 @@ std::vector<Channel> DescribeChannels(const Imf::Header& header) {
     return channels;
 }
 
+// Parts share what they say of the scene.
+void AddNew(const std::vector<std::string>& warnings, std::vector<std::string>& all) {
+    for (const std::string& each : warnings) {
+        if (std::find(all.begin(), all.end(), each) == all.end()) all.push_back(each);
+    }
+}
+
 std::string NameOf(const Part& part) {
     return part.name.empty() ? "the file" : "part \"" + part.name + "\"";
 }
@@ -181,7 +190,10 @@ Description DescribeExr(const std::string& path, Imf::MultiPartInputFile& file) 
     for (int i = 0; i < file.parts(); ++i) {
         const Imf::Header& header = file.header(i);
         description.parts.push_back(DescribePart(header, file.partComplete(i)));
-        const Part& part = description.parts.back();
+        Part& part = description.parts.back();
+        CameraFinding finding = FindCamera(part.attributes);
+        part.camera = std::move(finding.camera);
+        AddNew(finding.warnings, description.warnings);
         std::vector<Layer> layers =
             SortIntoLayers(DescribeChannels(header), static_cast<std::size_t>(i),
                            several ? part.name : std::string());

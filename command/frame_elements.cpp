@@ -53,7 +53,8 @@ FrameElements::FrameElements(Session& hostSession, const SceneDescription* scene
         settings.push_back(ParseElementSetting(text));
 }
 
-std::vector<FrameElement> FrameElements::SetUp(const std::vector<PassElement>& passes) {
+std::vector<FrameElement> FrameElements::SetUp(const std::vector<PassElement>& passes,
+                                               bool sharesAlpha) {
     std::vector<FrameElement> frame;
     for (const PassElement& pass : passes) {
         const MSTR name = host::FromUtf8(pass.name);
@@ -68,16 +69,20 @@ std::vector<FrameElement> FrameElements::SetUp(const std::vector<PassElement>& p
         frame.push_back({&pass, element});
     }
     plugin::SyncRenderElements(session.GetEffect());
-    Settle(frame);
+    Settle(frame, sharesAlpha);
     return frame;
 }
 
-void FrameElements::Settle(const std::vector<FrameElement>& frame) {
+void FrameElements::Settle(const std::vector<FrameElement>& frame, bool sharesAlpha) {
     for (const FrameElement& each : frame) {
         if (!settled.insert(each.element).second) continue;
         IParamBlock2* block = SettingsOf(session.Block(), each.element);
         if (!block) continue;
         if (each.pass->isDouble) block->SetValue(LayerParameter("visible"), 0, FALSE);
+        if (inVRay && !sharesAlpha && !each.pass->channels.alpha) {
+            block->SetValue(LayerParameter("premultiply"), 0, TRUE);
+            block->SetValue(LayerParameter("transparency"), 0, FALSE);
+        }
         for (const ElementSetting& setting : settings) {
             if (IsFor(setting, each.pass->name)) Apply(setting.setting, *block);
         }

@@ -34,8 +34,10 @@ class FrameElements {
                   const std::vector<std::string>& userSettings, bool inVRay);
 
     // Elements of earlier frames stay, without pixels if this frame has none. New ones have their
-    // settings. `passes` outlives the result.
-    std::vector<FrameElement> SetUp(const std::vector<PassElement>& passes);
+    // settings. In V-Ray's frame buffer an element without an alpha has the picture's; when that
+    // isn't so in the file (`sharesAlpha`), its settings make no use of it. `passes` outlives the
+    // result.
+    std::vector<FrameElement> SetUp(const std::vector<PassElement>& passes, bool sharesAlpha);
 
     // Names of settings that fit no element so far, where that may be: with a star in them, or in a
     // scene, which may know more than one file. Throws InputError for other such names.
@@ -53,7 +55,7 @@ class FrameElements {
   private:
     const SceneElement* FindInScene(const std::string& name) const;
     void ApplyScene(const SceneElement& known, host::RenderElement& element) const;
-    void Settle(const std::vector<FrameElement>& frame);
+    void Settle(const std::vector<FrameElement>& frame, bool sharesAlpha);
 
     Session& session;
     const SceneDescription* scene;

@@ -12,6 +12,7 @@
 #include "command/deep_numbers.h"
 #include "command/fragments.h"
 #include "command/half_ids.h"
+#include "command/host_images.h"
 #include "command/library_errors.h"
 #include "command/pixel_aspect.h"
 #include "command/turn_on_all.h"
@@ -64,8 +65,11 @@ FrameLoader::FrameLoader(const SaveArguments& saveArguments, Session& hostSessio
       scene(sceneDescription),
       vray(VRay() ? std::make_shared<host::VRayFrameBuffer>() : nullptr),
       elements(session, scene, arguments.elementSettings, vray != nullptr),
+      view(session, scene),
       identities(host::App().scene) {
-    if (vray) VRay()->SetFrameBuffer(vray);
+    if (!vray) return;
+    if (Look* look = session.GetLook()) vray->SetLook(look->ForFrameBuffer());
+    VRay()->SetFrameBuffer(vray);
 }
 
 FrameLoader::~FrameLoader() {
@@ -91,8 +95,9 @@ host::Owned<host::ImageBitmap> FrameLoader::Read(const std::string& path) {
     host::RenderSettings& render = host::App().settings.render;
     render.width = frame.width;
     render.height = frame.height;
+    view.Set(file, frame.FramePart(), warn);
 
-    frame.elements = elements.SetUp(frame.plan.elements);
+    frame.elements = elements.SetUp(frame.plan.elements, SharesAlpha(frame.plan));
     for (const std::string& name : elements.SettingsWithoutElement(path))
         WarnOnce(std::string(path).append(": no render element fits \"").append(name).append("\""));
     if (arguments.all) TurnOnAll(session, frame.plan, scene);
@@ -171,6 +176,12 @@ void FrameLoader::SetIdentities(const Frame& frame) {
     }
 }
 
+// V-Ray's elements have its picture's alpha, and are made for that.
+bool FrameLoader::SharesAlpha(const PassPlan& plan) const {
+    return plan.renderer == Renderer::VRay ||
+           (plan.renderer == Renderer::Any && arguments.renderer == "vray");
+}
+
 // What of the G-Buffer the effect wants and the file can tell.
 DWORD FrameLoader::ChannelsToKeep(const Frame& frame) const {
     const PassPlan& plan = frame.plan;
@@ -179,7 +190,7 @@ DWORD FrameLoader::ChannelsToKeep(const Frame& frame) const {
     DWORD known = BMM_CHAN_COVERAGE | BMM_CHAN_NODE_RENDER_ID | BMM_CHAN_COLOR | BMM_CHAN_REALPIX;
     if (plan.objectMatte || plan.objectID || deepObjects) known |= BMM_CHAN_NODE_ID;
     if (plan.materialMatte || plan.materialID || deepMaterials) known |= BMM_CHAN_MTL_ID;
-    if (plan.deep || (plan.depth && plan.depth->isDistance)) known |= BMM_CHAN_Z;
+    if (plan.HasDistances()) known |= BMM_CHAN_Z;
     if (plan.normals) known |= BMM_CHAN_NORMAL;
     const bool anyFragments = plan.objectMatte || plan.materialMatte || plan.objectID ||
                               plan.materialID || plan.depth || plan.normals || plan.deep;
@@ -320,14 +331,7 @@ void FrameLoader::ReadDeep(Frame& frame) {
 
 void FrameLoader::TakePicture(Frame& frame, Picture picture) {
     WarnOfNotFinite(frame, picture.notFinite);
-    const host::ImageFormat format{picture.width, picture.height, picture.hasAlpha,
-                                   picture.pixelAspect};
-    if (auto* halfs = std::get_if<std::vector<std::uint16_t>>(&picture.components)) {
-        frame.picture = host::ImageBitmap::FromHalf(format, std::move(*halfs));
-    } else {
-        frame.picture = host::ImageBitmap::FromFloat(
-            format, std::move(std::get<std::vector<float>>(picture.components)));
-    }
+    frame.picture = BitmapOf(std::move(picture));
 }
 
 void FrameLoader::WarnOfNotFinite(const Frame& frame, std::uint64_t count) {
@@ -338,8 +342,8 @@ void FrameLoader::WarnOfNotFinite(const Frame& frame, std::uint64_t count) {
 
 // Gives the images to their owners.
 void FrameLoader::Finish(Frame& frame, std::unique_ptr<host::FragmentBuffer> fragments) {
-    // Only documents of 32 bits are made from floats.
-    const bool rounded = session.GetInt("bitDepth") != 32;
+    // Only documents of 32 bits are made from floats; and a look is for the colours as they are.
+    const bool rounded = session.GetInt("bitDepth") != 32 && !session.IsLookInPixels();
     if (rounded) frame.picture->Storage()->RoundHalfsTo16Bits();
     frame.picture->Storage()->SetGBuffer(std::move(fragments));
     for (FrameElement& each : frame.elements) {
@@ -356,7 +360,10 @@ void FrameLoader::FillVRay(Frame& frame) {
         std::find_if(frame.elements.begin(), frame.elements.end(), [](const FrameElement& each) {
             return each.image && each.element->ClassID() == VRAY_ALPHA_ELEMENT;
         });
-    target.AddPicture(alpha != frame.elements.end() ? std::move(alpha->image) : nullptr);
+    std::vector<std::string> names;
+    for (const FrameElement& each : frame.elements)
+        names.push_back(each.pass->name);
+    target.AddPicture(alpha != frame.elements.end() ? std::move(alpha->image) : nullptr, names);
     for (FrameElement& each : frame.elements) {
         if (!each.image) continue;
         target.AddElement(each.element->ClassID(), each.pass->name, std::move(each.image));

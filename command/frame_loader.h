@@ -14,6 +14,7 @@
 #include "command/arguments.h"
 #include "command/flat_reading.h"
 #include "command/frame_elements.h"
+#include "command/frame_view.h"
 #include "command/id_lists.h"
 #include "command/identities.h"
 #include "command/passes.h"
@@ -52,6 +53,7 @@ class FrameLoader {
     void WarnOfNotFinite(const Frame& frame, std::uint64_t count);
     void ReleaseFrame();
 
+    bool SharesAlpha(const PassPlan& plan) const;
     DWORD ChannelsToKeep(const Frame& frame) const;
     void SetIdentities(const Frame& frame);
     bool UsesMaterialNumbers(const PassPlan& plan) const;
@@ -76,6 +78,7 @@ class FrameLoader {
     // Null with other renderers.
     std::shared_ptr<host::VRayFrameBuffer> vray;
     FrameElements elements;
+    FrameView view;
     Identities identities;
     // What pixels had in files that tell numbers.
     NumberSet objectNumbers;

@@ -37,9 +37,12 @@ std::string_view NameOf(SampleType type) {
     return "";
 }
 
+std::size_t FramePartOf(const RenderInfo& info) {
+    return info.plan ? info.file.layers[info.plan->beauty.layer].part : 0;
+}
+
 const Part& FrameOf(const RenderInfo& info) {
-    const Description& file = info.file;
-    return file.parts[info.plan ? file.layers[info.plan->beauty.layer].part : 0];
+    return info.file.parts[FramePartOf(info)];
 }
 
 std::string Text(const Window& window) {
@@ -157,6 +160,48 @@ Json ToJson(const RenderInfo& info, std::size_t index) {
     return json;
 }
 
+// Null without one.
+const RenderCamera* CameraOf(const RenderInfo& info) {
+    return command::CameraOf(info.file, FramePartOf(info));
+}
+
+std::string_view ProjectionOf(const CameraLens& lens) {
+    if (lens.width > 0.0) return "parallel";
+    return lens.fieldOfView > 0.0 ? "perspective" : "";
+}
+
+std::string CameraText(const RenderCamera& camera) {
+    std::string text = "camera: ";
+    if (camera.lens.width > 0.0) {
+        text += "parallel, " + NumberText(camera.lens.width, 2) + " across, ";
+    } else if (camera.lens.fieldOfView > 0.0) {
+        text += "perspective, " + NumberText(camera.lens.fieldOfView, 2) + " degrees across, ";
+    }
+    text += "at";
+    for (const std::size_t place : {3U, 7U, 11U})
+        text += " " + NumberText(camera.transform[place], 2);
+    return text + " with z up; from " + camera.attribute + ", whose world has " +
+           (camera.up == UpAxis::Y ? "y" : "z") + " up";
+}
+
+Json NumberOrNull(double number) {
+    return number > 0.0 ? Json(number) : Json(nullptr);
+}
+
+Json ToJson(const RenderCamera& camera) {
+    Json rows = Json::array();
+    for (auto row = camera.transform.begin(); row != camera.transform.end(); row += 4)
+        rows.push_back(std::vector<double>(row, row + 4));
+    return {{"attribute", camera.attribute},
+            {"up", camera.up == UpAxis::Y ? "y" : "z"},
+            {"transform", std::move(rows)},
+            {"projection", NameOrNull(std::string(ProjectionOf(camera.lens)))},
+            {"fov", NumberOrNull(camera.lens.fieldOfView)},
+            {"width", NumberOrNull(camera.lens.width)},
+            {"near", NumberOrNull(camera.lens.nearRange)},
+            {"far", NumberOrNull(camera.lens.farRange)}};
+}
+
 // Those of the file, then those of what becomes of it.
 std::vector<std::string> WarningsOf(const RenderInfo& info) {
     std::vector<std::string> warnings = info.file.warnings;
@@ -175,7 +220,8 @@ std::string CryptomatteText(const Cryptomatte& matte) {
 std::string ExpectationText(const Expectation& expected) {
     return "with --all: " + std::to_string(expected.elements) + " render elements, " +
            std::to_string(expected.objects) + " objects, " + std::to_string(expected.materials) +
-           " materials; " + SizeText(expected.memory) + " of memory for pixels, and at most " +
+           " materials" + (expected.depthImage ? ", a depth image; " : "; ") +
+           SizeText(expected.memory) + " of memory for pixels, and at most " +
            SizeText(expected.DocumentBytes(16)) + " of document at 16 bits";
 }
 
@@ -209,6 +255,7 @@ void AddPlan(const RenderInfo& info, Json& json) {
     json["expect"] = {{"elements", expected.elements},
                       {"objects", expected.objects},
                       {"materials", expected.materials},
+                      {"depthImage", expected.depthImage},
                       {"memoryBytes", expected.memory},
                       {"mostDocumentBytes",
                        {{"8", expected.DocumentBytes(8)},
@@ -282,6 +329,7 @@ std::string DescribeAsText(const RenderInfo& info) {
     } else {
         line("beauty: none; " + info.fault);
     }
+    if (const RenderCamera* camera = CameraOf(info)) line(CameraText(*camera));
     for (const std::string& warning : WarningsOf(info))
         line("warning: " + warning);
     return text;
@@ -298,6 +346,7 @@ std::string DescribeAsJson(const RenderInfo& info) {
               {"parts", Json::array()},
               {"beauty", nullptr},
               {"renderer", nullptr},
+              {"camera", nullptr},
               {"elements", Json::array()},
               {"cryptomattes", Json::array()},
               {"expect", nullptr},
@@ -306,6 +355,7 @@ std::string DescribeAsJson(const RenderInfo& info) {
         json["parts"].push_back(ToJson(info, i));
     }
     if (info.plan) AddPlan(info, json);
+    if (const RenderCamera* camera = CameraOf(info)) json["camera"] = ToJson(*camera);
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -92,6 +92,8 @@ struct PassPlan {
     std::optional<NormalPass> normals{};
     // Set where the picture is deep; then nothing flat of it is above.
     std::optional<DeepPass> deep{};
+    // The fragments have a depth in the scene's units.
+    bool HasDistances() const { return deep || (depth && depth->isDistance); }
 
     // One for each of the file's layers, for the user: "render element \"DiffDir\" (...)".
     std::vector<std::string> becomes{};

@@ -1,5 +1,6 @@
 #include "command/render_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -58,6 +59,13 @@ Signature ReadSignature(const std::string& path) {
 }
 
 }  // namespace
+
+const RenderCamera* CameraOf(const Description& file, std::size_t framePart) {
+    if (file.parts[framePart].camera) return &*file.parts[framePart].camera;
+    const auto found = std::find_if(file.parts.begin(), file.parts.end(),
+                                    [](const Part& each) { return each.camera.has_value(); });
+    return found == file.parts.end() ? nullptr : &*found->camera;
+}
 
 void RenderFile::ReadDeepRows(std::size_t, const DeepChannels&, const DeepRowConsumer&) {
     Fail(GetDescription().path, "the file has no deep pixels; give a deep OpenEXR file");

@@ -5,11 +5,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <variant>
 #include <vector>
 
+#include "command/camera.h"
 #include "command/deep_samples.h"
 
 namespace command {
@@ -80,6 +82,8 @@ struct Part {
     // Every block of pixels is there.
     bool complete = true;
     std::vector<Attribute> attributes{};
+    // As the attributes tell it.
+    std::optional<RenderCamera> camera{};
 };
 
 struct Description {
@@ -91,6 +95,9 @@ struct Description {
     // One line each, without the path.
     std::vector<std::string> warnings;
 };
+
+// The camera of the frame's part, else of the first part that has one; null when none has.
+const RenderCamera* CameraOf(const Description& file, std::size_t framePart);
 
 // The layer that is the picture, and which of its channels is which.
 struct Beauty {

@@ -1,5 +1,6 @@
 #include "command/save.h"
 
+#include <gamma.h>
 #include <maxapi.h>
 #include <rendererclasses.h>
 
@@ -13,6 +14,7 @@
 
 #include "command/failure.h"
 #include "command/frame_loader.h"
+#include "command/host_images.h"
 #include "command/isal_deflate.h"
 #include "command/native_path.h"
 #include "command/pass_names.h"
@@ -75,6 +77,7 @@ class FrameRun : public CheckAbortCallback {
         : plan(framePlan),
           session(hostSession),
           console(userConsole),
+          images([this](const std::string& text) { console.Warning(text); }),
           loader(saveArguments, session, scene,
                  [this](const std::string& text) { console.Warning(text); }) {}
 
@@ -87,6 +90,8 @@ class FrameRun : public CheckAbortCallback {
             return false;
         }
         document = session.DocumentPath(plan.frames.front(), plan.isSequence);
+        WarnOfLook();
+        host::App().imageLoader = [this](const std::string& path) { return images.Load(path); };
         host::App().log.SetSink([this](const host::LogRecord& record) { TakeEntry(record); });
         host::RenderJob job;
         job.frames = plan.frames;
@@ -99,6 +104,7 @@ class FrameRun : public CheckAbortCallback {
         FinishFrame();
         console.EndProgress();
         host::App().log.SetSink({});
+        host::App().imageLoader = {};
         return saved == plan.frames.size();
     }
 
@@ -122,8 +128,12 @@ class FrameRun : public CheckAbortCallback {
 
     void TakeEntry(const host::LogRecord& record) {
         const int systemError = errno;
+        const auto faultOfImage = [this](const std::string& path) {
+            const host::RenderSettings& render = host::App().settings.render;
+            return images.FaultOf(path, render.width, render.height);
+        };
         const std::string text =
-            ExplainEntry(host::ToUtf8(record.text.data()), document, systemError);
+            ExplainEntry(host::ToUtf8(record.text.data()), document, systemError, faultOfImage);
         if ((record.type & SYSLOG_ERROR) != 0) {
             console.Error(text);
             failed = true;
@@ -139,6 +149,7 @@ class FrameRun : public CheckAbortCallback {
         state = State::Unreadable;
         failed = false;
         allWritten = false;
+        if (Look* look = session.GetLook()) look->TakeWritten();
         if (refused) {
             error = "the effect saves nothing";
             return nullptr;
@@ -167,6 +178,35 @@ class FrameRun : public CheckAbortCallback {
         return loader.Load(path);
     }
 
+    // What the settings make of the look that isn't what one expects of --lut.
+    void WarnOfLook() const {
+        const Look* look = session.GetLook();
+        if (!look) return;
+        if (session.GetInt("vrayColorCorrections") == 0) {
+            console.Warning("--lut " + look->File() +
+                            ": the document is without it, since vrayColorCorrections is off");
+        }
+        const bool gammaInLayers = gammaMgr.enable && gammaMgr.fileOutGamma != 1.0F &&
+                                   session.GetInt("bitDepth") != 32 &&
+                                   session.GetInt("gammaCorrectRender") != 0 &&
+                                   session.GetInt("gammaCorrectConfig") != byAdjustmentLayer;
+        if (session.IsLookInLayer() && gammaInLayers) {
+            console.Warning("--lut " + look->File() +
+                            ": its layer is for linear colours, and those below it have the gamma; "
+                            "use --set gammaCorrectConfig=3, or --set colorCorrectConfig=0 for a "
+                            "look without a layer");
+        }
+    }
+
+    // The effect keeps the look in the pixels when it can't have the table, without a word.
+    void WarnOfLookInPixels() {
+        Look* look = session.GetLook();
+        if (!session.IsLookInLayer() || look->TakeWritten()) return;
+        if (std::exchange(toldOfLookInPixels, true)) return;
+        console.Warning(document + ": the look of " + look->File() +
+                        " is in the pixels and no layer: " + look->WhyNotWritten());
+    }
+
     // Tells what became of the frame that the effect had last.
     void FinishFrame() {
         if (std::exchange(state, State::None) == State::Given && !failed) {
@@ -174,6 +214,7 @@ class FrameRun : public CheckAbortCallback {
             const std::uintmax_t bytes = fs::file_size(Native(document), fault);
             if (allWritten && !fault) {
                 ++saved;
+                WarnOfLookInPixels();
                 const DocumentHeader header = ReadHeader(Native(document));
                 if (header.channels > mostChannels) {
                     console.Warning(document + ": it has " + std::to_string(header.channels) +
@@ -195,6 +236,7 @@ class FrameRun : public CheckAbortCallback {
     const SavePlan& plan;
     Session& session;
     Console& console;
+    HostImages images;
     FrameLoader loader;
 
     // Frames so far.
@@ -202,6 +244,7 @@ class FrameRun : public CheckAbortCallback {
     std::size_t saved = 0;
     // The effect said before the first frame that it saves none.
     bool refused = false;
+    bool toldOfLookInPixels = false;
 
     // Of the frame in hand.
     State state = State::None;
@@ -227,7 +270,7 @@ void WarnOfUnused(const std::vector<Setting>& settings, const std::string& where
     for (const Setting& setting : settings) {
         if (IsSettingInUse(setting.row->name) || AsksForNothing(setting)) continue;
         console.Warning(where + std::string(setting.row->name) +
-                        ": this version does nothing with it yet");
+                        ": it is kept for old scenes and changes no document");
     }
 }
 
@@ -236,6 +279,10 @@ std::vector<Setting> ParseSettings(const SaveArguments& arguments) {
     for (const std::string& text : arguments.settings) {
         settings.push_back(ParseSetting(text, plugin::EffectParameters()));
         const Setting& setting = settings.back();
+        if (setting.row->name == "shadowPassSource" && !arguments.shadow.empty()) {
+            throw UsageError(
+                "--shadow and --set shadowPassSource both name the shadow pass; leave one of them");
+        }
         if (setting.row->name != "filename") continue;
         if (!arguments.output.empty()) {
             throw UsageError("-o and --set filename both name the document; leave one of them");
@@ -248,7 +295,8 @@ std::vector<Setting> ParseSettings(const SaveArguments& arguments) {
 // The class that effects know the renderer by.
 Class_ID RendererClass(const SaveArguments& arguments, const SavePlan& plan) {
     if (arguments.renderer == "none") return {};
-    if (arguments.renderer == "vray") return VRAY_CLASS_ID;
+    // Of all renderers' frame buffers V-Ray's alone has a look.
+    if (arguments.renderer == "vray" || !arguments.lut.empty()) return VRAY_CLASS_ID;
     try {
         const auto file = OpenRenderFile(plan.inputOf(plan.frames.front()));
         return RendererOf(file->GetDescription()) == Renderer::VRay ? VRAY_CLASS_ID : Class_ID();

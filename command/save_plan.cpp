@@ -33,6 +33,25 @@ std::string SequenceOutput(const SaveArguments& arguments, const FramePattern& i
     return WithoutFramePattern(*pattern);
 }
 
+// The host numbers it as it does the document.
+std::string SequenceShadow(const std::string& path) {
+    // Digits, at least.
+    constexpr int hostWidth = 4;
+    if (path.empty()) return path;
+    const auto pattern = FindFramePattern(path);
+    if (!pattern) {
+        throw UsageError("--shadow " + path +
+                         ": with --frames the name holds the frame number, such as "
+                         "shadow.####.exr; put it there");
+    }
+    if (!IsBeforeExtension(*pattern) || pattern->width != hostWidth) {
+        throw UsageError("--shadow " + path +
+                         ": the frame number of a shadow pass has four digits and stands right "
+                         "before the suffix, as in shadow.####.exr; rename the files so");
+    }
+    return WithoutFramePattern(*pattern);
+}
+
 }  // namespace
 
 void CheckSuffix(const std::string& output) {
@@ -56,6 +75,7 @@ SavePlan MakePlan(const SaveArguments& arguments) {
         plan.inputOf = [path = arguments.input](int) { return path; };
         plan.output =
             arguments.output.empty() ? WithDocumentSuffix(arguments.input) : arguments.output;
+        plan.shadow = arguments.shadow;
     } else {
         plan.frames = ParseFrames(arguments.frames);
         if (!pattern) {
@@ -66,6 +86,7 @@ SavePlan MakePlan(const SaveArguments& arguments) {
         plan.isSequence = true;
         plan.inputOf = [pattern = *pattern](int frame) { return pattern.PathOf(frame); };
         plan.output = SequenceOutput(arguments, *pattern);
+        plan.shadow = SequenceShadow(arguments.shadow);
     }
     CheckSuffix(plan.output);
     return plan;

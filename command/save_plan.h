@@ -16,6 +16,8 @@ struct SavePlan {
     std::function<std::string(int frame)> inputOf;
     // Without the frame number, which the host puts before the suffix.
     std::string output;
+    // The shadow pass in the same way; empty for none.
+    std::string shadow;
 };
 
 // Throws UsageError.

@@ -130,6 +130,13 @@ class SceneReader {
             {"groupMember", [&](const JsonValue& member) { node.groupMember = member.Bool(); }},
             {"properties", [&](const JsonValue& text) { node.properties = text.Text(); }},
             {"transform", [&](const JsonValue& rows) { node.transform = ReadTransform(rows); }},
+            {"view",
+             [&](const JsonValue& view) {
+                 node.view = ReadLens(view);
+                 if (node.kind != NodeKind::Camera) {
+                     view.Complain("the node \"" + node.name + "\" is no camera");
+                 }
+             }},
         });
         scene.nodes.push_back(std::move(node));
     }
@@ -157,6 +164,37 @@ class SceneReader {
             rows.Complain("the last row must be 0, 0, 0, 1");
         }
         return matrix;
+    }
+
+    static CameraLens ReadLens(const JsonValue& value) {
+        constexpr double most = std::numeric_limits<float>::max();
+        CameraLens lens;
+        value.Read({
+            {"fov",
+             [&](const JsonValue& angle) {
+                 const auto degrees = static_cast<float>(angle.Number(-most, most));
+                 if (!(degrees > 0.0F && degrees < 180.0F)) {
+                     angle.Complain("must be above 0 and below 180");
+                 }
+                 lens.fieldOfView = angle.Number(-most, most);
+             }},
+            {"width",
+             [&](const JsonValue& width) {
+                 lens.width = width.Number(0.0, most);
+                 if (static_cast<float>(lens.width) == 0.0F) width.Complain("must be above 0");
+             }},
+            {"near", [&](const JsonValue& range) { lens.nearRange = range.Number(0.0, most); }},
+            {"far", [&](const JsonValue& range) { lens.farRange = range.Number(0.0, most); }},
+        });
+        if (lens.fieldOfView > 0.0 && lens.width > 0.0) {
+            value.Complain(
+                "has fov, which is a perspective's, and width, which is a parallel "
+                "projection's; leave one of them");
+        }
+        if (lens.farRange > 0.0 && lens.farRange < lens.nearRange) {
+            value.Complain("has far below near");
+        }
+        return lens;
     }
 
     void ReadParent(const JsonValue& value, std::size_t index) {

@@ -13,6 +13,7 @@
 
 #include <plugapi.h>
 
+#include "command/camera.h"
 #include "command/element_setting.h"
 #include "command/setting.h"
 
@@ -40,6 +41,8 @@ struct SceneNode {
     // From the node's space to the world's, row by row: x of a point is the first row times
     // (x, y, z, 1). All values are finite in 32 bits, and the last row is 0, 0, 0, 1.
     std::optional<std::array<double, 16>> transform;
+    // Of a camera.
+    std::optional<CameraLens> view;
 };
 
 // Parents stand before their children.

@@ -42,12 +42,14 @@ void SetUpScene(const SceneDescription& scene) {
 }  // namespace
 
 Session::Session(const SaveArguments& arguments, const SavePlan& plan,
-                 std::vector<Setting> settings, const SceneDescription* scene, Class_ID renderer) {
+                 std::vector<Setting> settings, const SceneDescription* scene, Class_ID renderer)
+    : look(arguments.lut.empty() ? nullptr : std::make_unique<Look>(arguments.lut)) {
     host::ResetApplication();
     host::Application& app = host::App();
     app.settings.quiet = true;
     // Nothing of a document may change from run to run.
     app.settings.randomSeed = 1;
+    if (look) app.settings.temporaryFolder = host::FromUtf8(look->Folder());
     app.settings.render.output.SetName(host::FromUtf8(plan.output));
     gammaMgr.dithTrue = FALSE;
     gammaMgr.enable = arguments.gamma ? TRUE : FALSE;
@@ -75,6 +77,7 @@ Session::Session(const SaveArguments& arguments, const SavePlan& plan,
             Set("filename", plan.output);
         }
     }
+    if (!plan.shadow.empty()) Set("shadowPassSource", plan.shadow);
     for (Setting& setting : settings) {
         Apply(setting, *block);
         given.push_back(std::move(setting));
@@ -95,6 +98,15 @@ ParamID Session::IdOf(std::string_view name) {
 bool Session::IsGiven(std::string_view name) const {
     return std::any_of(given.begin(), given.end(),
                        [&](const Setting& setting) { return setting.row->name == name; });
+}
+
+bool Session::IsLookInLayer() const {
+    return look && GetInt("vrayColorCorrections") != 0 &&
+           GetInt("colorCorrectConfig") == byAdjustmentLayer;
+}
+
+bool Session::IsLookInPixels() const {
+    return look && GetInt("vrayColorCorrections") != 0 && !IsLookInLayer();
 }
 
 void Session::Set(std::string_view name, const std::string& text) {

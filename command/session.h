@@ -5,21 +5,27 @@
 #include <iparamb2.h>
 #include <sfx.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "command/arguments.h"
+#include "command/look.h"
 #include "command/save_plan.h"
 #include "command/scene_file.h"
 #include "command/setting.h"
 
 namespace command {
 
+// Of gammaCorrectConfig and colorCorrectConfig.
+constexpr int byAdjustmentLayer = 3;
+
 class Session {
   public:
     // `scene` may be null; its parameters stand below the user's `settings`. `renderer` is the
-    // class of the renderer that made the frames; Class_ID() for none that effects know.
+    // class of the renderer that made the frames; Class_ID() for none that effects know. Throws
+    // InputError for the file of --lut.
     Session(const SaveArguments& arguments, const SavePlan& plan, std::vector<Setting> settings,
             const SceneDescription* scene, Class_ID renderer);
     Session(const Session&) = delete;
@@ -27,6 +33,12 @@ class Session {
     ~Session();
 
     Effect& GetEffect() const { return *effect; }
+    // Null without --lut.
+    Look* GetLook() const { return look.get(); }
+    // The effect makes a layer of the look, if it can, or else lays it over the pixels. Both are
+    // false when the document is to be without it.
+    bool IsLookInLayer() const;
+    bool IsLookInPixels() const;
     IParamBlock2& Block() const { return *block; }
 
     static ParamID IdOf(std::string_view name);
@@ -42,6 +54,7 @@ class Session {
   private:
     void Set(std::string_view name, const std::string& text);
 
+    std::unique_ptr<Look> look;
     Effect* effect = nullptr;
     IParamBlock2* block = nullptr;
     // The scene file's, then the user's.

@@ -1,5 +1,5 @@
-// Which parameters the effect acts on in this version. Setting any other one saves a document that
-// doesn't show it, and that must not pass without a word.
+// Which parameters the effect acts on. Setting any other one, which only old scenes hold, saves a
+// document that doesn't show it, and that must not pass without a word.
 #pragma once
 
 #include <algorithm>
@@ -26,6 +26,10 @@ inline constexpr auto settingsInUse = std::to_array<std::string_view>({
     "renderSRGBCorrect",
     "gammaCorrectRender",
     "gammaCorrectConfig",
+    "vrayColorCorrections",
+    "colorCorrectConfig",
+    "createCurvesAdjustmentLayer",
+    "curvesAdjustmentLayerName",
     // Render elements.
     "createRenderElementLayers",
     "renderElementsOrder",
@@ -80,6 +84,42 @@ inline constexpr auto settingsInUse = std::to_array<std::string_view>({
     "gbufferObjectIdLayerName",
     "gbufferMaterialIdLayerName",
     "gbufferOrder",
+    // The camera and helpers.
+    "embedCameraInfo",
+    "embedHelpersInfo",
+    "embedHelpersWildcard",
+    // Depth.
+    "depthLayer",
+    "depthLayerName",
+    "depthLayerOrder",
+    "createZDepthChannel",
+    "zDepthChannelName",
+    "zDepthCoverageThreshold",
+    "zDepthExtendToBack",
+    // Shadows, background, sets to fill by hand.
+    "shadowPassSource",
+    "shadowPassLayerStyle",
+    "shadowPassLayerOrder",
+    "shadowPassLayerName",
+    "backgroundLayer",
+    "backgroundLayerName",
+    "backgroundLayerOrder",
+    "customLayerSet1",
+    "customLayerSet1Name",
+    "customLayerSet1Order",
+    "customLayerSet1OpenInUI",
+    "customLayerSet1Visible",
+    "customLayerSet2",
+    "customLayerSet2Name",
+    "customLayerSet2Order",
+    "customLayerSet2OpenInUI",
+    "customLayerSet2Visible",
+    "customLayerSet2MaskFromRenderAlpha",
+    "customLayerSet3",
+    "customLayerSet3Name",
+    "customLayerSet3Order",
+    "customLayerSet3OpenInUI",
+    "customLayerSet3Visible",
     // Mattes and what is empty.
     "matteLayersVisible",
     "filterEmptyMattes",

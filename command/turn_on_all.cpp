@@ -25,6 +25,8 @@ void TurnOnAll(Session& session, const PassPlan& plan, const SceneDescription* s
         {"createMtlIDLayer", materials},
         {"createNodeRenderIDLayer", plan.objectMatte.has_value()},
         {"createNormalLayer", plan.normals.has_value()},
+        // A layer of it would lie over the passes and change what the document looks like.
+        {"createZDepthChannel", plan.HasDistances()},
     };
     for (const auto& [name, isThere] : outputs) {
         if (isThere) session.SetUnlessGiven(name, "true");

@@ -42,12 +42,16 @@ VRayFrame::VRayFrame(host::VRayFrameBuffer& frameBuffer, host::ImageBitmap& pict
     buffer.BeginFrame(frame.Storage()->Width(), frame.Storage()->Height());
 }
 
-void VRayFrame::AddPicture(host::Owned<host::ImageBitmap> alpha) {
+void VRayFrame::AddPicture(host::Owned<host::ImageBitmap> alpha,
+                           std::span<const std::string> taken) {
+    const auto unlessTaken = [taken](const char* name) {
+        return std::find(taken.begin(), taken.end(), name) == taken.end() ? name : "";
+    };
     // The picture stays its owner's.
     const std::shared_ptr<host::ImageBitmap> picture(&frame, [](host::ImageBitmap*) {});
-    buffer.AddChannel({VRAY_CHANNEL_RGB, RDCT_3FLOAT, "RGB color", picture});
+    buffer.AddChannel({VRAY_CHANNEL_RGB, RDCT_3FLOAT, unlessTaken("RGB color"), picture});
     if (!alpha) alpha = AlphaOf(*frame.Storage());
-    buffer.AddChannel({VRAY_CHANNEL_ALPHA, RDCT_FLOAT, "Alpha",
+    buffer.AddChannel({VRAY_CHANNEL_ALPHA, RDCT_FLOAT, unlessTaken("Alpha"),
                        std::shared_ptr<host::ImageBitmap>(std::move(alpha))});
 }
 

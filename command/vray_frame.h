@@ -2,6 +2,7 @@
 // for each render element.
 #pragma once
 
+#include <span>
 #include <string>
 
 #include <plugapi.h>
@@ -16,8 +17,9 @@ class VRayFrame {
     // Begins the frame. The picture outlives it in the buffer, and both outlive this.
     VRayFrame(host::VRayFrameBuffer& frameBuffer, host::ImageBitmap& picture);
 
-    // `alpha` may be null: then the picture's own stands in.
-    void AddPicture(host::Owned<host::ImageBitmap> alpha);
+    // `alpha` may be null: then the picture's own stands in. Elements are found by their channels'
+    // names, so a name among `taken` is none of the picture's.
+    void AddPicture(host::Owned<host::ImageBitmap> alpha, std::span<const std::string> taken);
     // Behind the picture. `name` is the element's (UTF-8).
     void AddElement(const Class_ID& classID, const std::string& name,
                     host::Owned<host::ImageBitmap> image);

@@ -43,7 +43,16 @@ std::string_view Remains(std::string_view entry) {
 
 }  // namespace
 
-std::string ExplainEntry(std::string_view entry, const std::string& document, int systemError) {
+std::string ExplainEntry(std::string_view entry, const std::string& document, int systemError,
+                         const FaultOfImage& faultOfImage) {
+    constexpr std::string_view shadowFault = "Error loading shadow pass image file: ";
+    if (entry.starts_with(shadowFault) && entry.ends_with('!')) {
+        entry.remove_prefix(shadowFault.size());
+        entry.remove_suffix(1);
+        const std::string image(entry);
+        return image + ": " + faultOfImage(image) + "; " + document +
+               " is saved without its shadow layer";
+    }
     const bool isFileFault =
         entry.starts_with("Error writing to ") || entry.starts_with("Could not open/create ");
     const bool isMemoryFault = entry.starts_with("Not enough memory to write ");

@@ -82,7 +82,8 @@ void AddCameraBlock(psdbuilder::PSDBuilder& builder, const SceneSnapshots& snaps
                     const Frame& frame) {
     const auto& [first, second] = snapshots;
     if (first.isTaken) AddCamera(builder, 0, first);
-    if (second.isTaken && frame.gc.fieldRender) AddCamera(builder, 1, second);
+    // At the first field what is there of a second one is the frame before's.
+    if (second.isTaken && FieldOf(frame.gc) == 1) AddCamera(builder, 1, second);
 }
 
 void AddHelperBlock(psdbuilder::PSDBuilder& builder, const Frame& frame) {

@@ -7,7 +7,7 @@
 
 namespace effect {
 
-// One block for the frame; a frame of fields has one a field that was seen.
+// One block for the frame; in its second field a frame of fields has one a field that was seen.
 void AddCameraBlock(psdbuilder::PSDBuilder& builder, const SceneSnapshots& snapshots,
                     const Frame& frame);
 

@@ -1,6 +1,8 @@
 // OpenEXR render files.
 #include "command/exr_file.h"
 
+#include <cmath>
+
 #include "command/deep_channels.h"
 #include "fuzz/read_render_file.h"
 
@@ -46,12 +48,32 @@ void ReadLayer(command::RenderFile& file, std::size_t layer) {
     static_cast<void>(seen);
 }
 
+// Sound enough for the application: in 32 bits, with axes of a length of 1.
+void CheckCamera(const command::RenderCamera& camera) {
+    const auto& matrix = camera.transform;
+    for (const double each : matrix) {
+        if (!std::isfinite(static_cast<float>(each))) __builtin_trap();
+    }
+    for (const std::size_t axis : {0U, 1U, 2U}) {
+        const double length = std::hypot(matrix[axis], matrix[4 + axis], matrix[8 + axis]);
+        if (std::abs(length - 1.0) > 1e-6) __builtin_trap();
+    }
+    const command::CameraLens& lens = camera.lens;
+    const bool sound = lens.fieldOfView >= 0.0 && lens.fieldOfView < 180.0 && lens.width >= 0.0 &&
+                       (lens.fieldOfView == 0.0 || lens.width == 0.0) && lens.nearRange >= 0.0 &&
+                       lens.farRange >= 0.0;
+    if (!sound) __builtin_trap();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (!ReadRenderFile("fuzz.exr", data, size)) return 0;
     const auto file = command::OpenExrFile(
         "fuzz.exr", static_cast<const char*>(static_cast<const void*>(data)), size);
+    for (const command::Part& part : file->GetDescription().parts) {
+        if (part.camera) CheckCamera(*part.camera);
+    }
     for (std::size_t layer = 0; layer < file->GetDescription().layers.size(); ++layer) {
         try {
             ReadLayer(*file, layer);

@@ -24,6 +24,13 @@ void CheckPlaces(const Indices& nodes, const command::SceneDescription& scene) {
 void CheckDescription(const command::SceneDescription& scene) {
     for (const command::SceneNode& node : scene.nodes) {
         Check(!node.name.empty() && node.objectID >= 0 && node.objectID <= 65535);
+        if (node.view) {
+            const command::CameraLens& lens = *node.view;
+            Check(node.kind == command::NodeKind::Camera);
+            Check(lens.fieldOfView >= 0.0 && lens.fieldOfView < 180.0 && lens.width >= 0.0);
+            Check(lens.fieldOfView == 0.0 || lens.width == 0.0);
+            Check(lens.nearRange >= 0.0 && lens.farRange >= 0.0);
+        }
         std::size_t steps = 0;
         for (auto parent = node.parent; parent; parent = scene.nodes[*parent].parent) {
             Check(*parent < scene.nodes.size() && ++steps < scene.nodes.size());

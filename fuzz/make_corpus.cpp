@@ -81,6 +81,14 @@ void WriteExr(const Corpus& corpus) {
           std::pair{"b44a", Imf::B44A_COMPRESSION}, std::pair{"dwaa", Imf::DWAA_COMPRESSION}}) {
         add(name, {Part{.compression = compression}});
     }
+    Part seen;
+    seen.matrices = {{"worldToCamera", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, -1, -3, -2, 1}},
+                     {"worldToNDC", {1, 0, 0, 0, 0, 1.5F, 0, 0, 0, 0, -1, -1, -1, -4.5F, -3, -2}}};
+    add("camera", {seen});
+    seen.matrices = {{"cameraTransform", {1, 0, 0, 1, 0, 0, -1, 2, 0, 1, 0, 3, 0, 0, 0, 1}}};
+    seen.numbers = {{"cameraFov", 45.0F}, {"cameraNearRange", 1.0F}, {"cameraFarRange", 1e18F}};
+    seen.attributes = {{"vrayInfo/filename", "a.mb"}};
+    add("camera_of_vray", {seen});
     corpus.Add("luminance_chroma.exr", exr_samples::WriteLumaChroma(8, 6, 0.5F, 0.25F, 0.125F));
     const std::string half = exr_samples::Write(Part{});
     corpus.Add("too_large.exr", exr_samples::WithWindows(half, {0, 0, 99999, 99999}));

@@ -1,5 +1,6 @@
 // What the library offers: the four entry points that the host calls, and for a host of our own the
-// tables of parameters, the list of render elements, and the choice of the deflate implementation.
+// tables of parameters, the list of render elements, the choice of the deflate implementation, and
+// the reader of colour tables.
 #pragma once
 
 #include <plugapi.h>
@@ -8,6 +9,7 @@
 #include <span>
 
 #include "plugin/parameters.h"
+#include "psdfile/cube_lut.h"
 
 class Effect;
 
@@ -36,5 +38,8 @@ void UseDeflate(int (*deflateInit2)(z_streamp stream, int level, int method, int
                                     int memLevel, int strategy, const char* version,
                                     int streamSize),
                 int (*deflate)(z_streamp stream, int flush), int (*deflateEnd)(z_streamp stream));
+
+// What a host's looks are read with, so that host and effect take the same .cube files.
+using psdfile::CubeLUT;
 
 }  // namespace plugin

@@ -4,8 +4,8 @@
 
 #include <array>
 
+#include "psdfile/descriptor_items.h"
 #include "psdfile/four_char_code.h"
-#include "psdfile/length_field.h"
 
 namespace psdfile {
 
@@ -13,26 +13,10 @@ namespace {
 
 constexpr std::array<const char*, 3> kindNames = {"3DLUT", "abstractProfile", "deviceLinkProfile"};
 
-void WriteKey(std::ostream& stream, const char* key) {
-    constexpr std::uint8_t lengthFieldSize = 4;
-    stream << PSString(key, 1, false, false, true, lengthFieldSize);
-}
-
 void WriteEnumerator(std::ostream& stream, const char* key, const char* type, const char* value) {
-    WriteKey(stream, key);
-    stream << PSint32(FourCharCode("enum"));
+    WriteItemHead(stream, key, FourCharCode("enum"));
     WriteKey(stream, type);
     WriteKey(stream, value);
-}
-
-// A key of four characters has a zero where others have their length.
-void WriteItemHead(std::ostream& stream, std::uint32_t key, std::uint32_t type) {
-    stream << PSint32(0) << PSint32(key) << PSint32(type);
-}
-
-void WriteItemHead(std::ostream& stream, const char* key, std::uint32_t type) {
-    WriteKey(stream, key);
-    stream << PSint32(type);
 }
 
 }  // namespace
@@ -55,9 +39,7 @@ PSDColorLookupAdjustmentLayer::PSDColorLookupAdjustmentLayer()
 void PSDColorLookupAdjustmentLayer::WriteData(std::ostream& stream) {
     const bool hasLUT = lookupKind == lookup3DLUT;
     stream << version << descriptorVersion;
-    stream << PSint32(1) << PSint16(0);  // a name for people: a terminator alone
-    stream << PSint32(0) << PSint32(FourCharCode("null"));
-    stream << PSint32(hasLUT ? 9 : 4);
+    WriteClass(stream, FourCharCode("null"), hasLUT ? 9U : 4U);
 
     WriteEnumerator(
         stream, "lookupType", "colorLookupType",

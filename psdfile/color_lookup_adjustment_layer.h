@@ -31,11 +31,14 @@ class PSDColorLookupAdjustmentLayer : public PSDLayerRecordExtraDataResourceBloc
     PSDColorLookupAdjustmentLayer();
 
     void WriteData(std::ostream& stream) override;
+    // The profile part with its length.
     virtual void WriteProfile(std::ostream& stream);
 
+    // Of ColorLookupKind; any other number is written as lookupDeviceLinkProfile.
     std::uint32_t lookupKind = lookupDeviceLinkProfile;
     PSint16 version{1};
     PSint32 descriptorVersion{16};
+    // Of the table, as people see it. Writing sets its length fields.
     PSUString name{u"veltrane"};
     // Written with lookup3DLUT only.
     PSDColorLookupAdjustmentLayerLUT lut;

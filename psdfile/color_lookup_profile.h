@@ -17,16 +17,15 @@ class PSDColorLookupAdjustmentLayerICCProfile : public PSDPart {
     void WriteBody(std::ostream& stream) override;
     virtual void WriteProfile(std::ostream& stream);
 
-    // Copies the table's 3D points. A table without them leaves the output curve alone, and so does
-    // one of 256 points on an axis, which a profile can't hold.
+    // Copies the table's 3D points. Without them, or with 256 on an axis, which a profile can't
+    // hold, the profile has its output curve and no table.
     void SetTable(const CubeLUT& lut);
 
-    // Points on each axis; below 2 there is no table.
+    // Points on each axis of `table`; below 2 no table is written.
     std::uint8_t gridSize = 0;
-    // [red][green][blue]; samples below 0 and above 1 are clamped, and what isn't a
-    // number is 0.
+    // [red][green][blue]; samples below 0 and above 1 are clamped, and what isn't a number is 0.
     decltype(CubeLUT::lut3D) table;
-    // Exponent of the output curve, in the profile as a 16.16 fixed-point number.
+    // Exponent of the output curve, in the profile as FixedPoint16 makes it.
     double gamma = 1.0;
     // The sRGB encoding curve in place of the exponent.
     bool sRGBCurve = false;

@@ -34,7 +34,9 @@ class CubeLUT {
     // mean nothing. Memory grows with the rows that have come, not with the size that the file
     // claims.
     int LoadCubeFile(std::istream& stream);
-    // Numbers have the stream's format. Writes nothing while `status` isn't OK.
+    // Numbers have the stream's format, and the title is written as it is: a quotation mark or a
+    // line end in it isn't escaped. Writes nothing while `status` isn't OK, and a failure stays in
+    // it.
     int SaveCubeFile(std::ostream& stream);
 
     int status = OK;

@@ -8,16 +8,16 @@
 
 namespace {
 
-constexpr std::uint32_t sceneDataSignature = psdfile::FourCharCode("qzMk");
-
 std::uint16_t HelperID(std::uint16_t index, std::uint32_t frame) {
     constexpr std::uint64_t lastOffset = 1999;
     const std::uint64_t offset = std::uint64_t{index} * 2 + frame;
     return static_cast<std::uint16_t>(30000 + std::min(offset, lastOffset));
 }
 
-void AddVersionOne(psdfile::PSDPartList& data) {
-    data.Add<psdfile::PSint32>(1U);
+void BeginSceneData(psdfile::PSDImageResourceBlock& block) {
+    constexpr std::uint32_t version = 1;
+    block.signature.value = psdfile::FourCharCode("qzMk");
+    block.data.Add<psdfile::PSint32>(version);
 }
 
 void AddValues(psdfile::PSDPartList& data, const SceneDataValues& values) {
@@ -30,8 +30,7 @@ void AddValues(psdfile::PSDPartList& data, const SceneDataValues& values) {
 
 PSDIRB_Camera::PSDIRB_Camera(int index, std::uint32_t value, const SceneDataValues& values)
     : PSDImageResourceBlock(index == 0 ? 58151 : 58152) {
-    signature.value = sceneDataSignature;
-    AddVersionOne(data);
+    BeginSceneData(*this);
     data.Add<psdfile::PSint32>(value);
     AddValues(data, values);
 }
@@ -39,7 +38,6 @@ PSDIRB_Camera::PSDIRB_Camera(int index, std::uint32_t value, const SceneDataValu
 PSDIRB_Helper::PSDIRB_Helper(const char* helperName, std::uint16_t index, std::uint32_t frame,
                              const SceneDataValues& values)
     : PSDImageResourceBlock(HelperID(index, frame), helperName) {
-    signature.value = sceneDataSignature;
-    AddVersionOne(data);
+    BeginSceneData(*this);
     AddValues(data, values);
 }

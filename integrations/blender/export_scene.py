@@ -20,7 +20,7 @@ from bpy_extras.io_utils import ExportHelper
 bl_info = {
     "name": "veltrane scene",
     "description": "Writes objects, collections and numbers for layered documents",
-    "version": (1, 0, 0),
+    "version": (1, 1, 0),
     "blender": (3, 0, 0),
     "location": "File > Export > veltrane Scene (.json)",
     "category": "Import-Export",
@@ -93,6 +93,42 @@ def transform_rows(matrix):
     return rows
 
 
+def rounded(value):
+    """The digits that Blender's floats are sure of."""
+    return float(f"{value:.7g}")
+
+
+def mist_range(scene, view_layer):
+    """Where the surroundings begin and end; empty without mist."""
+    if scene.world is None:
+        return {}
+    mist = scene.world.mist_settings
+    if not mist.use_mist and not view_layer.use_pass_mist:
+        return {}
+    return {"near": rounded(mist.start), "far": rounded(mist.start + mist.depth)}
+
+
+def view_of(camera, scene, view_layer):
+    """What the frame shows through the camera, an object; None for a panorama."""
+    if camera.data.type not in {"PERSP", "ORTHO"}:
+        return None
+    # The frame's corners before the camera, as Blender fits the sensor to the render's size.
+    corners = camera.data.view_frame(scene=scene)
+    across = [corner.x for corner in corners]
+    width = max(across) - min(across)
+    render = scene.render
+    if render.use_border and render.use_crop_to_border:
+        width *= render.border_max_x - render.border_min_x
+    if camera.data.type == "ORTHO":
+        view = {"width": rounded(width)}
+    else:
+        half = width / 2 / abs(corners[0].z)
+        view = {"fov": rounded(math.degrees(2 * math.atan(half)))}
+    if not all(value > 0 for value in view.values()):
+        return None
+    return {**view, **mist_range(scene, view_layer)}
+
+
 def node_of(each, objects, heads):
     node = {"name": each.name}
     if each.type in KINDS:
@@ -115,6 +151,19 @@ def node_of(each, objects, heads):
     if rows:
         node["transform"] = rows
     return node
+
+
+def nodes_of(listed, heads, scene, view_layer):
+    """Of cameras, with what the frame shows through them."""
+    objects = set(listed)
+    nodes = []
+    for each in listed:
+        node = node_of(each, objects, heads)
+        view = view_of(each, scene, view_layer) if each.type == "CAMERA" else None
+        if view:
+            node["view"] = view
+        nodes.append(node)
+    return nodes
 
 
 def layer_of(layer_collection, objects, taken):
@@ -178,7 +227,7 @@ def describe(scene, view_layer):
         render["camera"] = scene.camera.name
     return {
         "veltrane": VERSION,
-        "nodes": [node_of(each, objects, heads) for each in listed],
+        "nodes": nodes_of(listed, heads, scene, view_layer),
         "layers": layers_of(view_layer, objects),
         "render": render,
     }

@@ -35,6 +35,8 @@ TEST(Arguments, SaveNeedsOnlyItsInput) {
     EXPECT_FALSE(save.all);
     EXPECT_EQ(save.scene, "");
     EXPECT_EQ(save.renderer, "auto");
+    EXPECT_EQ(save.lut, "");
+    EXPECT_EQ(save.shadow, "");
     EXPECT_EQ(save.frames, "");
     EXPECT_EQ(save.beauty, "");
     EXPECT_EQ(save.gamma, 2.2F);
@@ -45,11 +47,12 @@ TEST(Arguments, SaveNeedsOnlyItsInput) {
 
 TEST(Arguments, SaveTakesAllItsOptions) {
     const SaveArguments save =
-        Save({"--set",       "a=1",       "-o",       "b.psd",      "in.exr",     "--set",
-              "b=x y",       "--frames",  "-5--1",    "--beauty",   "V.Combined", "--gamma",
-              "1.8",         "--deflate", "fast",     "--progress", "lines",      "-q",
-              "--all",       "--scene",   "s.json",   "--renderer", "vray",       "--element",
-              "x:visible=0", "--element", "y*:mask=1"});
+        Save({"--set",       "a=1",       "-o",        "b.psd",      "in.exr",     "--set",
+              "b=x y",       "--frames",  "-5--1",     "--beauty",   "V.Combined", "--gamma",
+              "1.8",         "--deflate", "fast",      "--progress", "lines",      "-q",
+              "--all",       "--scene",   "s.json",    "--renderer", "vray",       "--element",
+              "x:visible=0", "--element", "y*:mask=1", "--lut",      "l.cube",     "--shadow",
+              "s.exr"});
     EXPECT_EQ(save.input, "in.exr");
     EXPECT_EQ(save.output, "b.psd");
     EXPECT_THAT(save.settings, ElementsAre("a=1", "b=x y"));
@@ -62,6 +65,8 @@ TEST(Arguments, SaveTakesAllItsOptions) {
     EXPECT_TRUE(save.all);
     EXPECT_EQ(save.scene, "s.json");
     EXPECT_EQ(save.renderer, "vray");
+    EXPECT_EQ(save.lut, "l.cube");
+    EXPECT_EQ(save.shadow, "s.exr");
     EXPECT_THAT(save.elementSettings, ElementsAre("x:visible=0", "y*:mask=1"));
 }
 
@@ -100,6 +105,13 @@ TEST(Arguments, GammaIsANumberInRangeOrOff) {
         EXPECT_EQ(Complaint({"save", "a", "--gamma", gamma}),
                   std::string("--gamma ") + gamma + ": expected off or a number from 0.01 to 10");
     }
+}
+
+TEST(Arguments, ALookNeedsAFrameBuffer) {
+    EXPECT_EQ(Complaint({"save", "a", "--lut", "l.cube", "--renderer", "none"}),
+              "--lut l.cube: with --renderer none there is no frame buffer that has a look; leave "
+              "one of them out");
+    EXPECT_EQ(Save({"a", "--lut", "l.cube", "--renderer", "auto"}).lut, "l.cube");
 }
 
 TEST(Arguments, InfoAndParamsTakeTheirForms) {

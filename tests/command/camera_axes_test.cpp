@@ -66,6 +66,10 @@ TEST(CameraAxes, ATransformWithoutThreeDirectionsHasNone) {
             flat[row * 4 + axis] = 0.0;
         EXPECT_FALSE(AxesOf(flat).has_value()) << axis;
     }
+    std::array<double, 16> inAPlane = alongY;
+    for (std::size_t row = 0; row < 3; ++row)
+        inAPlane[row * 4 + 2] = inAPlane[row * 4] + inAPlane[row * 4 + 1];
+    EXPECT_FALSE(AxesOf(inAPlane).has_value());
     std::array<double, 16> broken = alongY;
     broken[0] = std::numeric_limits<double>::quiet_NaN();
     EXPECT_FALSE(AxesOf(broken).has_value());

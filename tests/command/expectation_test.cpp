@@ -54,5 +54,15 @@ TEST(Expectation, CountsTheNamesOfManifestsAndTheirFragments) {
     EXPECT_EQ(expected.channels, 9U + 3 * 4);
 }
 
+TEST(Expectation, DepthIsALayersMaskAndFragments) {
+    const Expectation expected = Of(descriptions::File(
+        descriptions::Part{Joined(Channels({"R", "G", "B", "A"}, SampleType::Half),
+                                  Channels({"depth.Z"}, SampleType::Float))}));
+    EXPECT_TRUE(expected.depthImage);
+    // Fragments of 14 bytes, one and a half a pixel, and their count.
+    EXPECT_EQ(expected.memory, 50U * (8 + 4 + 2 + 21));
+    EXPECT_EQ(expected.channels, 9U + 4 + 1);
+}
+
 }  // namespace
 }  // namespace command

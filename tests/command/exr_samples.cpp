@@ -5,9 +5,11 @@
 #include <OpenEXR/ImfDeepFrameBuffer.h>
 #include <OpenEXR/ImfDeepScanLineOutputPart.h>
 #include <OpenEXR/ImfDeepTiledOutputPart.h>
+#include <OpenEXR/ImfFloatAttribute.h>
 #include <OpenEXR/ImfFrameBuffer.h>
 #include <OpenEXR/ImfHeader.h>
 #include <OpenEXR/ImfIO.h>
+#include <OpenEXR/ImfMatrixAttribute.h>
 #include <OpenEXR/ImfMultiPartOutputFile.h>
 #include <OpenEXR/ImfOutputFile.h>
 #include <OpenEXR/ImfOutputPart.h>
@@ -70,6 +72,13 @@ Imf::Header HeaderOf(const Part& part) {
     if (!part.name.empty()) header.setName(part.name);
     for (const auto& [name, text] : part.attributes)
         header.insert(name, Imf::StringAttribute(text));
+    for (const auto& [name, values] : part.matrices) {
+        Imath::M44f matrix;
+        std::copy(values.begin(), values.end(), matrix.getValue());
+        header.insert(name, Imf::M44fAttribute(matrix));
+    }
+    for (const auto& [name, value] : part.numbers)
+        header.insert(name, Imf::FloatAttribute(value));
     return header;
 }
 

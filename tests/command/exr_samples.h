@@ -4,6 +4,7 @@
 #include <OpenEXR/ImfCompression.h>
 #include <OpenEXR/ImfPixelType.h>
 
+#include <array>
 #include <functional>
 #include <string>
 #include <utility>
@@ -46,6 +47,9 @@ struct Part {
     std::function<double(const std::string& channel, int x, int y, int sample)> deepValues{};
     // Names and texts.
     std::vector<std::pair<std::string, std::string>> attributes{};
+    // Names and matrices of 4 by 4, row by row.
+    std::vector<std::pair<std::string, std::array<float, 16>>> matrices{};
+    std::vector<std::pair<std::string, float>> numbers{};
 };
 
 // The file's bytes. A deep part that asks for a compression that deep parts can't have gets ZIPS.

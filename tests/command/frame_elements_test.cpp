@@ -1,5 +1,6 @@
 #include "command/frame_elements.h"
 
+#include <elementclasses.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iparamb2.h>
@@ -55,13 +56,55 @@ PassElement Pass(const std::string& name, PassKind kind = PassKind::Emission) {
     return pass;
 }
 
+// Diffuse colour is divided by its alpha, and a whole picture has it as its transparency.
+std::vector<PassElement> PassesThatUseAlpha() {
+    std::vector<PassElement> passes{Pass("DiffCol", PassKind::DiffuseColor), Pass("Beauty")};
+    passes[1].classID = BEAUTY_ELEMENT;
+    return passes;
+}
+
+TEST_F(FrameElementsTest, MakeNoUseOfAnAlphaThatIsNotTheirsInTheFile) {
+    const std::vector<PassElement> passes = PassesThatUseAlpha();
+    const auto frame = Begin({}, true).SetUp(passes, false);
+    EXPECT_EQ(SettingOf(frame[0].element, "premultiply"), 1);
+    EXPECT_EQ(SettingOf(frame[0].element, "transparency"), 0);
+    EXPECT_EQ(SettingOf(frame[1].element, "transparency"), 0);
+}
+
+TEST_F(FrameElementsTest, UseTheirOwnAlphaOrThePicturesWhereItIsTheirsToo) {
+    std::vector<PassElement> passes = PassesThatUseAlpha();
+    const auto shared = Begin({}, true).SetUp(passes, true);
+    EXPECT_EQ(SettingOf(shared[0].element, "premultiply"), 0);
+    EXPECT_EQ(SettingOf(shared[1].element, "transparency"), 1);
+    passes[0].name = "OwnCol";
+    passes[1].name = "OwnBeauty";
+    for (PassElement& pass : passes)
+        pass.channels.alpha = ChannelRef{};
+    const auto own = Begin({}, true).SetUp(passes, false);
+    EXPECT_EQ(SettingOf(own[0].element, "premultiply"), 0);
+    EXPECT_EQ(SettingOf(own[1].element, "transparency"), 1);
+}
+
+TEST_F(FrameElementsTest, OutsideOfVRaysFrameBufferKeepTheSettingsOfTheirClass) {
+    const std::vector<PassElement> passes = PassesThatUseAlpha();
+    const auto frame = Begin().SetUp(passes, false);
+    EXPECT_EQ(SettingOf(frame[0].element, "premultiply"), 0);
+    EXPECT_EQ(SettingOf(frame[1].element, "transparency"), 1);
+}
+
+TEST_F(FrameElementsTest, TheUsersWordOnAlphaCountsMost) {
+    const std::vector<PassElement> passes = PassesThatUseAlpha();
+    const auto frame = Begin({"DiffCol:premultiply=false"}, true).SetUp(passes, false);
+    EXPECT_EQ(SettingOf(frame[0].element, "premultiply"), 0);
+}
+
 TEST_F(FrameElementsTest, AreMadeOnceARunWithTheEffectsSettings) {
     FrameElements& run = Begin({"Emit:blendingMode=Screen"});
     const std::vector<PassElement> passes{Pass("Emit")};
-    const auto first = run.SetUp(passes);
+    const auto first = run.SetUp(passes, false);
     ASSERT_EQ(first.size(), 1U);
     EXPECT_EQ(SettingOf(first[0].element, "blendingMode"), 7);
-    const auto second = run.SetUp(passes);
+    const auto second = run.SetUp(passes, false);
     EXPECT_EQ(second[0].element, first[0].element);
     EXPECT_EQ(host::App().elements[RS_Production].NumRenderElements(), 1);
 }
@@ -69,7 +112,7 @@ TEST_F(FrameElementsTest, AreMadeOnceARunWithTheEffectsSettings) {
 TEST_F(FrameElementsTest, DoublesAreHiddenUnlessTheUserShowsThem) {
     std::vector<PassElement> passes{Pass("Back/Emit"), Pass("Back/Env"), Pass("Emit")};
     passes[0].isDouble = passes[1].isDouble = true;
-    const auto frame = Begin({"Back/Env:visible=true"}).SetUp(passes);
+    const auto frame = Begin({"Back/Env:visible=true"}).SetUp(passes, false);
     EXPECT_EQ(SettingOf(frame[0].element, "visible"), 0);
     EXPECT_EQ(SettingOf(frame[1].element, "visible"), 1);
     EXPECT_EQ(SettingOf(frame[2].element, "visible"), 1);
@@ -78,7 +121,7 @@ TEST_F(FrameElementsTest, DoublesAreHiddenUnlessTheUserShowsThem) {
 TEST_F(FrameElementsTest, AreUsedWhileTheyAndAllElementsAreOn) {
     FrameElements& run = Begin({"Env:enabled=false"});
     const std::vector<PassElement> passes{Pass("Emit"), Pass("Env")};
-    const auto frame = run.SetUp(passes);
+    const auto frame = run.SetUp(passes, false);
     EXPECT_TRUE(run.IsUsed(*frame[0].element));
     EXPECT_FALSE(run.IsUsed(*frame[1].element));
     frame[0].element->SetEnabled(false);
@@ -91,7 +134,7 @@ TEST_F(FrameElementsTest, AreUsedWhileTheyAndAllElementsAreOn) {
 TEST_F(FrameElementsTest, ANameOfTheUsersThatFitsNothingIsAnError) {
     FrameElements& run = Begin({"Emti:visible=false"});
     const std::vector<PassElement> passes{Pass("Emit")};
-    run.SetUp(passes);
+    run.SetUp(passes, false);
     EXPECT_EQ(FaultText<InputError>([&] { run.SettingsWithoutElement("a.exr"); }),
               "a.exr: there is no render element \"Emti\"; the nearest are Emit");
 }
@@ -101,10 +144,10 @@ TEST_F(FrameElementsTest, AWildcardOrASceneMayFitNothing) {
     scene.elementSettings.push_back(ParseElementSetting("Shadow:visible=false"));
     FrameElements& run = Begin({"Zz*:visible=false"}, false, &scene);
     const std::vector<PassElement> passes{Pass("Emit")};
-    run.SetUp(passes);
+    run.SetUp(passes, false);
     EXPECT_THAT(run.SettingsWithoutElement("a.exr"), ElementsAre("Shadow", "Zz*"));
     const std::vector<PassElement> more{Pass("Shadow"), Pass("Zz top")};
-    run.SetUp(more);
+    run.SetUp(more, false);
     EXPECT_THAT(run.SettingsWithoutElement("a.exr"), IsEmpty());
 }
 
@@ -118,7 +161,7 @@ TEST_F(FrameElementsTest, TheSceneGivesClassSwitchAndMattes) {
     (*known.multiMatte)[0].id = 7;
     scene.elements.push_back(known);
     const std::vector<PassElement> passes{Pass("id")};
-    const auto frame = Begin({}, true, &scene).SetUp(passes);
+    const auto frame = Begin({}, true, &scene).SetUp(passes, false);
     host::RenderElement& element = *frame[0].element;
     EXPECT_EQ(element.ClassID(), VRAY_MULTI_MATTE_ELEMENT);
     EXPECT_FALSE(element.IsEnabled());

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tests/command/descriptions.h"
+
 namespace command {
 namespace {
 
@@ -96,6 +98,14 @@ TEST(Info, AFileWithoutAPictureSaysWhy) {
     EXPECT_TRUE(json::parse(JsonOf(file))["beauty"].is_null());
 }
 
+TEST(Info, ADepthThatIsADistanceIsToldAsAnImage) {
+    const Description file = descriptions::File(descriptions::Part{descriptions::Joined(
+        descriptions::Channels({"R", "G", "B", "A"}), descriptions::Channels({"depth.Z"}))});
+    EXPECT_THAT(TextOf(file), HasSubstr("with --all: 1 render elements, 0 objects, 0 materials, a "
+                                        "depth image; "));
+    EXPECT_EQ(json::parse(JsonOf(file))["expect"]["depthImage"], true);
+}
+
 TEST(Info, JsonHoldsTheSame) {
     const json file = json::parse(JsonOf(Sample()));
     EXPECT_EQ(file["file"], "in/a.exr");
@@ -129,7 +139,44 @@ TEST(Info, JsonHoldsTheSame) {
                   "kind": "object IDs", "data": true})"));
     EXPECT_EQ(file["cryptomattes"], json::array());
     EXPECT_EQ(file["expect"], json::parse(R"({"elements": 2, "objects": 0, "materials": 0,
-                  "memoryBytes": 1550, "mostDocumentBytes": {"8": 1050, "16": 2100, "32": 4200}})"));
+                  "depthImage": false, "memoryBytes": 1550, "mostDocumentBytes": {"8": 1050, "16": 2100, "32": 4200}})"));
+}
+
+TEST(Info, TheCameraHasALine) {
+    Description file = Sample();
+    file.parts[0].camera =
+        RenderCamera{.transform = {1, 0, 0, 1.5, 0, 0, -1, -2, 0, 1, 0, 0.125, 0, 0, 0, 1},
+                     .lens = {.fieldOfView = 54.4204},
+                     .attribute = "worldToCamera",
+                     .up = UpAxis::Y};
+    EXPECT_THAT(TextOf(file), HasSubstr("\ncamera: perspective, 54.42 degrees across, at 1.50 "
+                                        "-2.00 0.12 with z up; from worldToCamera, whose world "
+                                        "has y up\nwarning: something is odd\n"));
+    file.parts[0].camera->lens = {.width = 8};
+    file.parts[0].camera->up = UpAxis::Z;
+    EXPECT_THAT(TextOf(file), HasSubstr("\ncamera: parallel, 8.00 across, at 1.50 -2.00 0.12 with "
+                                        "z up; from worldToCamera, whose world has z up\n"));
+    file.parts[0].camera->lens = {};
+    EXPECT_THAT(TextOf(file), HasSubstr("\ncamera: at 1.50 -2.00 0.12 with z up; from "));
+}
+
+TEST(Info, JsonHasTheCamera) {
+    Description file = Sample();
+    EXPECT_TRUE(json::parse(JsonOf(file))["camera"].is_null());
+    file.parts[0].camera =
+        RenderCamera{.transform = {1, 0, 0, 1.5, 0, 0, -1, -2, 0, 1, 0, 0.125, 0, 0, 0, 1},
+                     .lens = {.fieldOfView = 54.5, .farRange = 10},
+                     .attribute = "cameraTransform"};
+    EXPECT_EQ(json::parse(JsonOf(file))["camera"], json::parse(R"({
+        "attribute": "cameraTransform", "up": "z",
+        "transform": [[1, 0, 0, 1.5], [0, 0, -1, -2], [0, 1, 0, 0.125], [0, 0, 0, 1]],
+        "projection": "perspective", "fov": 54.5, "width": null, "near": null, "far": 10})"));
+    file.parts[0].camera->lens = {.width = 8};
+    const json camera = json::parse(JsonOf(file))["camera"];
+    EXPECT_EQ(camera["projection"], "parallel");
+    EXPECT_EQ(camera["width"], 8);
+    file.parts[0].camera->lens = {};
+    EXPECT_TRUE(json::parse(JsonOf(file))["camera"]["projection"].is_null());
 }
 
 TEST(Info, JsonReplacesWhatIsNotUtf8) {

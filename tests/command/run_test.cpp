@@ -239,14 +239,14 @@ TEST_F(RunTest, AnExistingDocumentIsOverwritten) {
     EXPECT_LT(Bytes("a.psd").size(), 100000U);
 }
 
-TEST_F(RunTest, ASettingThatDoesNothingYetIsToldSoUnlessItIsSwitchedOff) {
+TEST_F(RunTest, ASettingThatDoesNothingIsToldSoUnlessItIsSwitchedOff) {
     const std::string input = WriteExr("a.exr");
-    EXPECT_EQ(Call({"save", input, "--set", "backgroundLayer=on", "--set", "depthLayer=off",
+    EXPECT_EQ(Call({"save", input, "--set", "legacyGammaAll=on", "--set", "usePS7Extensions=off",
                     "--set", "createNormalLayer=on"}),
               exitSaved);
     EXPECT_EQ(err,
-              "veltrane: warning: --set backgroundLayer: this version does nothing with it "
-              "yet\n");
+              "veltrane: warning: --set legacyGammaAll: it is kept for old scenes and "
+              "changes no document\n");
 }
 
 TEST_F(RunTest, ValuesThatAreNotFiniteGiveOneWarning) {

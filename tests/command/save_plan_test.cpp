@@ -68,6 +68,47 @@ TEST_F(SavePlanTest, APatternAndFramesGoTogether) {
               "it there or leave --frames out");
 }
 
+class ShadowPlanTest : public SavePlanTest {
+  protected:
+    SavePlan PlanWith(const std::string& shadow) const {
+        SaveArguments arguments;
+        arguments.input = "a.####.exr";
+        arguments.frames = "1-2";
+        arguments.shadow = shadow;
+        return MakePlan(arguments);
+    }
+    std::string ComplaintOf(const std::string& shadow) const {
+        return FaultText<UsageError>([&] { PlanWith(shadow); });
+    }
+};
+
+TEST_F(ShadowPlanTest, OneFrameHasOneShadowWhateverItsName) {
+    EXPECT_EQ(Plan("a.exr").shadow, "");
+    SaveArguments arguments;
+    arguments.input = "a.exr";
+    arguments.shadow = "s.####.exr";
+    EXPECT_EQ(MakePlan(arguments).shadow, "s.####.exr");
+}
+
+TEST_F(ShadowPlanTest, InASequenceTheHostNumbersIt) {
+    EXPECT_EQ(PlanWith("").shadow, "");
+    EXPECT_EQ(PlanWith("x/s.####.exr").shadow, "x/s..exr");
+    EXPECT_EQ(PlanWith("s%04d.png").shadow, "s.png");
+    EXPECT_EQ(PlanWith("s$F4.tif").shadow, "s.tif");
+}
+
+TEST_F(ShadowPlanTest, ANumberThatTheHostCantWriteIsToldSo) {
+    EXPECT_EQ(ComplaintOf("s.exr"),
+              "--shadow s.exr: with --frames the name holds the frame number, such as "
+              "shadow.####.exr; put it there");
+    const std::string rest =
+        ": the frame number of a shadow pass has four digits and stands right before the suffix, "
+        "as in shadow.####.exr; rename the files so";
+    EXPECT_EQ(ComplaintOf("s.###.exr"), "--shadow s.###.exr" + rest);
+    EXPECT_EQ(ComplaintOf("s.$F.exr"), "--shadow s.$F.exr" + rest);
+    EXPECT_EQ(ComplaintOf("s.####.b.exr"), "--shadow s.####.b.exr" + rest);
+}
+
 TEST_F(SavePlanTest, ADocumentsNameEndsAsDocumentsDo) {
     EXPECT_EQ(Complaint("a.exr", "b.tif"), "-o b.tif: a document's name ends in .psd or .psb");
     EXPECT_EQ(Complaint("a.exr", "psd"), "-o psd: a document's name ends in .psd or .psb");

@@ -10,6 +10,7 @@
 #include "command/run.h"
 #include "tests/command/captured_streams.h"
 #include "tests/command/pass_samples.h"
+#include "tests/command/temporary_place.h"
 #include "tests/command/test_folder.h"
 #include "tests/documents/section_walker.h"
 
@@ -34,7 +35,7 @@ class SaveTest : public FolderTest {
     // Saves a.exr in the host's linear light and 8 bits.
     int Save(Words words, const std::string& input = "a.exr") {
         words.insert(words.begin(),
-                     {"save", PathOf(input), "--gamma", "off", "--set", "bitDepth=8"});
+                     {"save", PathOf(input), "--gamma", gamma, "--set", "bitDepth=8"});
         const CapturedStream outStream;
         const CapturedStream errStream;
         const int status = command::Run(words, outStream.Get(), errStream.Get());
@@ -49,6 +50,7 @@ class SaveTest : public FolderTest {
         return Write("scene.json", R"({"veltrane": 1, )" + members + "}");
     }
 
+    std::string gamma = "off";
     std::string out;
     std::string err;
 };
@@ -258,11 +260,11 @@ TEST_F(SaveTest, ASceneMayNameWhatTheUserOverrules) {
 TEST_F(SaveTest, TheScenesParametersWithoutEffectAreToldToo) {
     Write("a.exr", Still().Bytes());
     const std::string scene =
-        Scene(R"("effect": {"parameters": {"backgroundLayer": true, "depthLayer": false}})");
+        Scene(R"("effect": {"parameters": {"legacyGammaAll": true, "usePS7Extensions": false}})");
     EXPECT_EQ(Save({"--scene", scene}), exitSaved);
     EXPECT_EQ(err, "veltrane: warning: " + scene +
-                       ": effect.parameters.backgroundLayer: this version does nothing with it "
-                       "yet\n");
+                       ": effect.parameters.legacyGammaAll: it is kept for old scenes and changes "
+                       "no document\n");
 }
 
 TEST_F(SaveTest, AWrongElementNameFailsTheFrameAndAWrongSettingTheRun) {
@@ -354,6 +356,164 @@ TEST_F(SaveTest, AWildcardThatFitsNothingIsAWarning) {
     Write("a.exr", Still().Color("Other", 0, 1, 0).Bytes());
     ASSERT_EQ(Save({"--element", "Zz*:visible=false"}), exitSaved) << err;
     EXPECT_THAT(err, HasSubstr(": no render element fits \"Zz*\"\n"));
+}
+
+// A look of one dimension that turns light into dark, and the table of its layer.
+constexpr const char* negative = "LUT_1D_SIZE 2\n1 1 1\n0 0 0\n";
+
+TEST_F(SaveTest, ALookIsALayerOnTopAndThePixelsAreWithoutIt) {
+    Write("a.exr", Sample(2, 1).Picture(0.2).Half("A", Always(1)).Bytes());
+    const std::string look = Write("look.cube", negative);
+    ASSERT_EQ(Save({"--lut", look}), exitSaved) << err;
+    EXPECT_EQ(err, "");
+    const WalkedDocument document = Document();
+    EXPECT_THAT(LayersOf(document), ElementsAre("Color Corrections", "Render"));
+    EXPECT_EQ(Samples(document, "Render", 0), (std::vector<int>{51, 51}));
+    EXPECT_EQ(Named(document, "Color Corrections").blocks.count("clrL"), 1U);
+}
+
+TEST_F(SaveTest, ALookMayBeInThePixels) {
+    Write("a.exr",
+          Sample(2, 1).Picture(0.2).Half("A", Always(1)).Color("DiffDir", 0.4, 0.4, 0.4).Bytes());
+    const std::string look = Write("look.cube", negative);
+    ASSERT_EQ(Save({"--lut", look, "--set", "colorCorrectConfig=0"}), exitSaved) << err;
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(Samples(Document(), "Render", 0), (std::vector<int>{204, 204}));
+    EXPECT_EQ(Samples(Document(), "DiffDir", 0), (std::vector<int>{102, 102}));
+    ASSERT_EQ(Save({"--lut", look, "--set", "colorCorrectConfig=2"}), exitSaved) << err;
+    EXPECT_EQ(Samples(Document(), "Render", 0), (std::vector<int>{204, 204}));
+    EXPECT_EQ(Samples(Document(), "DiffDir", 0), (std::vector<int>{153, 153}));
+}
+
+TEST_F(SaveTest, ALookInThePixelsSeesColorsAboveOne) {
+    Write("a.exr", Sample(1, 1).Picture(3.0).Half("A", Always(1)).Bytes());
+    const std::string look =
+        Write("look.cube", "DOMAIN_MAX 4 4 4\nLUT_1D_SIZE 2\n0 0 0\n0.8 0.8 0.8\n");
+    ASSERT_EQ(Save({"--lut", look, "--set", "colorCorrectConfig=0"}), exitSaved) << err;
+    EXPECT_EQ(Samples(Document(), "Render", 0), std::vector<int>{153});
+}
+
+TEST_F(SaveTest, ALookThatCantBeHandedOverIsInThePixelsWithAWarning) {
+    Write("a.0001.exr", Sample(1, 1).Picture(0.2).Half("A", Always(1)).Bytes());
+    Write("a.0002.exr", Sample(1, 1).Picture(0.4).Half("A", Always(1)).Bytes());
+    const std::string look = Write("look.cube", negative);
+    const TemporaryPlace nowhere("/nowhere");
+    ASSERT_EQ(Save({"--lut", look, "--frames", "1-2"}, "a.####.exr"), exitSaved) << err;
+    EXPECT_EQ(err, "veltrane: warning: " + PathOf("a.0001.psd") + ": the look of " + look +
+                       " is in the pixels and no layer: no folder for its table could be made in "
+                       "the folder for temporary files: No such file or directory; set TMPDIR to a "
+                       "folder that can be written\n");
+    EXPECT_THAT(LayersOf(Document("a.0002.psd")), ElementsAre("Render"));
+    EXPECT_EQ(Samples(Document("a.0002.psd"), "Render", 0), std::vector<int>{153});
+}
+
+TEST_F(SaveTest, SettingsThatALookDoesNotGoWithAreToldOf) {
+    Write("a.exr", Sample(1, 1).Picture(0.2).Half("A", Always(1)).Bytes());
+    const std::string look = Write("look.cube", negative);
+    ASSERT_EQ(Save({"--lut", look, "--set", "vrayColorCorrections=off"}), exitSaved) << err;
+    EXPECT_EQ(err, "veltrane: warning: --lut " + look +
+                       ": the document is without it, since vrayColorCorrections is off\n");
+    EXPECT_EQ(Samples(Document(), "Render", 0), std::vector<int>{51});
+    gamma = "2.2";
+    ASSERT_EQ(Save({"--lut", look, "--set", "gammaCorrectConfig=2"}), exitSaved) << err;
+    EXPECT_EQ(err, "veltrane: warning: --lut " + look +
+                       ": its layer is for linear colours, and those below it have the gamma; use "
+                       "--set gammaCorrectConfig=3, or --set colorCorrectConfig=0 for a look "
+                       "without a layer\n");
+}
+
+TEST_F(SaveTest, ALookThatCantBeReadSavesNothing) {
+    Write("a.exr", Still().Bytes());
+    EXPECT_EQ(Save({"--lut", PathOf("no.cube")}), exitNotSaved);
+    EXPECT_EQ(err, "veltrane: error: " + PathOf("no.cube") + ": no such file; check the path\n");
+    EXPECT_FALSE(Exists("a.psd"));
+}
+
+TEST_F(SaveTest, ALookCostsNoLayerAndChangesNoOther) {
+    Write("a.exr", TwoObjects()
+                       .Half("A", [](int x, int) { return x * 0.25; })
+                       .Color("DiffCol", 0.25, 0.5, 0.5)
+                       .Color("DiffDir", 0.5, 0.25, 0.5)
+                       .Color("Alpha", 0.75, 0.25, 0.5)
+                       .Attribute("cycles.ViewLayer.samples", "32")
+                       .Bytes());
+    const std::string look = Write("look.cube", negative);
+    ASSERT_EQ(Save({"--all", "--renderer", "none"}), exitSaved) << err;
+    const std::string without = Bytes("a.psd");
+    ASSERT_EQ(Save({"--all", "--lut", look, "--set", "vrayColorCorrections=off"}), exitSaved);
+    EXPECT_EQ(Bytes("a.psd"), without);
+}
+
+class ShadowTest : public SaveTest {
+  protected:
+    // The alpha is 0, a quarter and so on.
+    std::string Shadow(const std::string& name, int width = 4) const {
+        return Write(
+            name,
+            Sample(width, 1).Picture(0).Half("A", [](int x, int) { return x * 0.25; }).Bytes());
+    }
+};
+
+TEST_F(ShadowTest, TheAlphaOfAnImageIsTheMaskOfABlackFill) {
+    Write("a.exr", Still().Bytes());
+    ASSERT_EQ(Save({"--shadow", Shadow("s.exr")}), exitSaved) << err;
+    EXPECT_EQ(err, "");
+    const WalkedDocument document = Document();
+    EXPECT_THAT(LayersOf(document), ElementsAre("Render", "Shadows"));
+    EXPECT_EQ(Samples(document, "Shadows", -2), (std::vector<int>{0, 64, 128, 191}));
+    ASSERT_EQ(Save({"--shadow", PathOf("s.exr"), "--set", "shadowPassLayerStyle=1"}), exitSaved);
+    EXPECT_EQ(Samples(Document(), "Shadows", -1), (std::vector<int>{0, 64, 128, 191}));
+}
+
+TEST_F(ShadowTest, EachFrameOfASequenceHasItsOwn) {
+    for (const char* name : {"a.0008.exr", "a.0009.exr"})
+        Write(name, Still().Bytes());
+    Shadow("s.0008.exr");
+    Write("s.0009.exr", Sample(4, 1).Picture(0).Half("A", Always(1)).Bytes());
+    ASSERT_EQ(Save({"--shadow", PathOf("s.####.exr"), "--frames", "8-9"}, "a.####.exr"), exitSaved)
+        << err;
+    EXPECT_EQ(Samples(Document("a.0008.psd"), "Shadows", -2), (std::vector<int>{0, 64, 128, 191}));
+    EXPECT_EQ(Samples(Document("a.0009.psd"), "Shadows", -2), (std::vector<int>(4, 255)));
+}
+
+TEST_F(ShadowTest, OneThatIsMissingIsAnErrorOfItsFrameAlone) {
+    for (const char* name : {"a.0008.exr", "a.0009.exr"})
+        Write(name, Still().Bytes());
+    Shadow("s.0009.exr");
+    EXPECT_EQ(Save({"--shadow", PathOf("s.####.exr"), "--frames", "8-9"}, "a.####.exr"),
+              exitNotSaved);
+    EXPECT_EQ(err, "veltrane: error: " + PathOf("s.0008.exr") + ": no such file; check the path; " +
+                       PathOf("a.0008.psd") + " is saved without its shadow layer\n");
+    EXPECT_THAT(LayersOf(Document("a.0008.psd")), ElementsAre("Render"));
+    EXPECT_THAT(LayersOf(Document("a.0009.psd")), ElementsAre("Render", "Shadows"));
+    EXPECT_THAT(out, HasSubstr("saved " + PathOf("a.0009.psd")));
+}
+
+TEST_F(ShadowTest, OneOfAnotherSizeOrNoImageIsToldSo) {
+    Write("a.exr", Still().Bytes());
+    EXPECT_EQ(Save({"--shadow", Shadow("s.exr", 3)}), exitNotSaved);
+    EXPECT_EQ(err, "veltrane: error: " + PathOf("s.exr") +
+                       ": its size is 3x1 and the frame's 4x1; render it in the frame's size; " +
+                       PathOf("a.psd") + " is saved without its shadow layer\n");
+    EXPECT_EQ(Save({"--shadow", Write("s.txt", "text")}), exitNotSaved);
+    EXPECT_THAT(err, HasSubstr(PathOf("s.txt") + ": not an image that can be read; give an "));
+}
+
+TEST_F(ShadowTest, OneWithoutAlphaIsBlackAllOverAndToldSo) {
+    Write("a.exr", Still().Bytes());
+    const std::string shadow = Write("s.exr", Sample(4, 1).Color("x", 0, 0, 0).Bytes());
+    ASSERT_EQ(Save({"--shadow", shadow}), exitSaved) << err;
+    EXPECT_EQ(err, "veltrane: warning: " + shadow +
+                       ": it has no alpha, so it counts as opaque everywhere; give an image with "
+                       "the shadow in its alpha\n");
+    EXPECT_EQ(Samples(Document(), "Shadows", -2), (std::vector<int>(4, 255)));
+}
+
+TEST_F(ShadowTest, IsNamedOnce) {
+    EXPECT_EQ(Save({"--shadow", "s.exr", "--set", "shadowPassSource=t.exr"}), exitUsage);
+    EXPECT_EQ(err,
+              "veltrane: error: --shadow and --set shadowPassSource both name the shadow pass; "
+              "leave one of them\n");
 }
 
 }  // namespace

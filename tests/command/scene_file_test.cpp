@@ -40,6 +40,11 @@ std::string Complaint(const std::string& members) {
     return text.starts_with("a.json: ") ? text.substr(8) : text;
 }
 
+// The members of a scene with one camera.
+std::string Camera(const std::string& view) {
+    return R"("nodes": [{"name": "a", "type": "camera", "view": )" + view + "}]";
+}
+
 // What the JSON in the documentation describes.
 const SceneDescription& Example() {
     static const SceneDescription example = [] {
@@ -53,7 +58,7 @@ const SceneDescription& Example() {
 
 TEST(SceneFile, ReadsTheNodesOfThePage) {
     const auto& nodes = Example().nodes;
-    ASSERT_EQ(nodes.size(), 6U);
+    ASSERT_EQ(nodes.size(), 7U);
     EXPECT_EQ(nodes[0].name, "Camera 01");
     EXPECT_EQ(nodes[0].kind, NodeKind::Camera);
     ASSERT_TRUE(nodes[0].transform);
@@ -72,6 +77,28 @@ TEST(SceneFile, ReadsTheNodesOfThePage) {
     EXPECT_EQ(nodes[4].id, std::nullopt);
     EXPECT_FALSE(nodes[4].hidden);
     EXPECT_TRUE(nodes[5].hidden);
+}
+
+TEST(SceneFile, ReadsTheCamerasOfThePage) {
+    const auto& nodes = Example().nodes;
+    ASSERT_TRUE(nodes[0].view.has_value());
+    EXPECT_EQ(nodes[0].view->fieldOfView, 54.4);
+    EXPECT_EQ(nodes[0].view->width, 0.0);
+    EXPECT_EQ(nodes[0].view->nearRange, 2.0);
+    EXPECT_EQ(nodes[0].view->farRange, 60.0);
+    EXPECT_FALSE(nodes[1].view.has_value());
+    EXPECT_EQ(nodes[6].kind, NodeKind::Camera);
+    ASSERT_TRUE(nodes[6].view.has_value());
+    EXPECT_EQ(nodes[6].view->fieldOfView, 0.0);
+    EXPECT_EQ(nodes[6].view->width, 12.5);
+}
+
+TEST(SceneFile, AViewMayTellNothing) {
+    const CameraLens lens = Parse(Camera("{}")).nodes[0].view.value_or(CameraLens{1, 1, 1, 1});
+    EXPECT_EQ(lens.fieldOfView, 0.0);
+    EXPECT_EQ(lens.width, 0.0);
+    EXPECT_EQ(lens.nearRange, 0.0);
+    EXPECT_EQ(lens.farRange, 0.0);
 }
 
 TEST(SceneFile, ReadsTheLayersAndSetsOfThePage) {
@@ -151,6 +178,10 @@ TEST(SceneFile, ReadsWhatBlenderWrote) {
     EXPECT_EQ(scene.layers[*scene.layers[3].parent].name, "Still life");
     ASSERT_TRUE(scene.render.camera);
     EXPECT_EQ(scene.nodes[*scene.render.camera].name, "Camera");
+    ASSERT_TRUE(node("Camera").view.has_value());
+    EXPECT_EQ(node("Camera").view->fieldOfView, 42.74124);
+    EXPECT_EQ(node("Camera").view->nearRange, 5.0);
+    EXPECT_EQ(node("Camera").view->farRange, 11.5);
 }
 
 TEST(SceneFile, AFileOfTheVersionAloneIsAScene) {
@@ -193,7 +224,7 @@ TEST(SceneFile, AnotherVersionIsToldBeforeItsKeys) {
 }
 
 struct Fault {
-    const char* members;
+    std::string members;
     const char* complaint;
 };
 
@@ -243,6 +274,29 @@ TEST(SceneFile, EveryFaultIsToldWithItsPlace) {
          "3.4028234663852886e+38"},
         {R"("nodes": [{"name": "a", "transform": [[1,0,0,0],[0,1,0,0],[0,0,1,0],[1,0,0,1]]}])",
          "nodes[0].transform: the last row must be 0, 0, 0, 1"},
+        {R"("nodes": [{"name": "a", "view": {}}])", "nodes[0].view: the node \"a\" is no camera"},
+        {R"("nodes": [{"view": {}, "name": "a", "type": "helper"}])",
+         "nodes[0].view: the node \"a\" is no camera"},
+        {Camera("[]"), "nodes[0].view: must be an object, between { and }"},
+        {Camera(R"({"fow": 1})"),
+         "nodes[0].view: there is no key \"fow\" here; the nearest are fov, far"},
+        {Camera(R"({"fov": "1"})"), "nodes[0].view.fov: must be a number"},
+        {Camera(R"({"fov": 0})"), "nodes[0].view.fov: must be above 0 and below 180"},
+        {Camera(R"({"fov": -1})"), "nodes[0].view.fov: must be above 0 and below 180"},
+        {Camera(R"({"fov": 1e-60})"), "nodes[0].view.fov: must be above 0 and below 180"},
+        {Camera(R"({"fov": 179.9999999})"), "nodes[0].view.fov: must be above 0 and below 180"},
+        {Camera(R"({"width": 0})"), "nodes[0].view.width: must be above 0"},
+        {Camera(R"({"width": 1e-60})"), "nodes[0].view.width: must be above 0"},
+        {Camera(R"({"width": -1})"),
+         "nodes[0].view.width: must lie between 0 and 3.4028234663852886e+38"},
+        {Camera(R"({"fov": 30, "width": 2})"),
+         "nodes[0].view: has fov, which is a perspective's, and width, which is a parallel "
+         "projection's; leave one of them"},
+        {Camera(R"({"near": -1})"),
+         "nodes[0].view.near: must lie between 0 and 3.4028234663852886e+38"},
+        {Camera(R"({"far": 1e39})"),
+         "nodes[0].view.far: must lie between 0 and 3.4028234663852886e+38"},
+        {Camera(R"({"near": 3, "far": 2})"), "nodes[0].view: has far below near"},
         {R"("layers": [{}])", "layers[0]: the key \"name\" is missing"},
         {R"("layers": [{"name": "a", "children": [{"name": "b"}, {"name": "a"}]}])",
          "layers[0].children[1].name: the name \"a\" stands twice"},
@@ -343,6 +397,8 @@ TEST(SceneFile, TheSchemaHasTheKeysOfTheReader) {
     const Place places[] = {
         {schema["properties"], "", "", ""},
         {definitions["node"]["properties"], R"("nodes": [{)", R"("name": "n")", "}]"},
+        {definitions["view"]["properties"],
+         R"("nodes": [{"name": "n", "type": "camera", "view": {)", "", "}}]"},
         {definitions["layer"]["properties"], R"("layers": [{)", R"("name": "n")", "}]"},
         {definitions["selectionSet"]["properties"], R"("selectionSets": [{)",
          R"("name": "n", "nodes": [])", "}]"},

@@ -6,16 +6,19 @@
 #include <maxapi.h>
 #include <rendererclasses.h>
 
+#include <filesystem>
+
 #include "command/failure.h"
 #include "host/application.h"
 #include "host/host_renderer.h"
 #include "host/text.h"
 #include "plugin/entry.h"
+#include "tests/command/test_folder.h"
 
 namespace command {
 namespace {
 
-struct SessionTest : testing::Test {
+struct SessionTest : FolderTest {
     Session Make(const std::vector<std::string>& texts = {}, Class_ID renderer = {}) {
         plan = MakePlan(arguments);
         std::vector<Setting> settings;
@@ -71,6 +74,48 @@ TEST_F(SessionTest, VRayHasItsFrameBufferOn) {
     IParamBlock2* block = host::App().renderer->GetParamBlock(host::VRAY_BLOCK);
     EXPECT_EQ(block->GetInt(host::VRAY_FRAME_BUFFER_ON), TRUE);
     EXPECT_TRUE(host::App().settings.render.saveFile);
+}
+
+struct LookSessionTest : SessionTest {
+    LookSessionTest() { arguments.lut = Write("a.cube", "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n"); }
+};
+
+TEST_F(LookSessionTest, ALookHasAFolderForItsTableWhileTheSessionLives) {
+    std::string path;
+    {
+        const Session session = Make({}, VRAY_CLASS_ID);
+        ASSERT_NE(session.GetLook(), nullptr);
+        EXPECT_EQ(session.GetLook()->File(), arguments.lut);
+        path = session.GetLook()->Folder();
+        EXPECT_EQ(host::ToUtf8(host::App().settings.temporaryFolder.data()), path);
+        EXPECT_TRUE(std::filesystem::is_directory(path));
+    }
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(LookSessionTest, ALookThatCantBeReadIsAnErrorAndLeavesNoFolder) {
+    arguments.lut = PathOf("b.cube");
+    EXPECT_THROW(Make({}, VRAY_CLASS_ID), InputError);
+}
+
+TEST_F(LookSessionTest, SettingsTellWhereTheLookIs) {
+    const auto where = [this](const std::vector<std::string>& settings) {
+        const Session session = Make(settings, VRAY_CLASS_ID);
+        return std::pair(session.IsLookInLayer(), session.IsLookInPixels());
+    };
+    EXPECT_EQ(where({}), std::pair(true, false));
+    EXPECT_EQ(where({"colorCorrectConfig=2"}), std::pair(false, true));
+    EXPECT_EQ(where({"vrayColorCorrections=0"}), std::pair(false, false));
+    arguments.lut.clear();
+    EXPECT_EQ(where({}), std::pair(false, false));
+    EXPECT_EQ(Make().GetLook(), nullptr);
+}
+
+TEST_F(SessionTest, TheShadowPassOfTheCommandLineStandsAboveTheScenes) {
+    UseScene(R"("effect": {"parameters": {"shadowPassSource": "/scene.exr"}})");
+    EXPECT_EQ(TextOf(Make(), "shadowPassSource"), "/scene.exr");
+    arguments.shadow = "/s.exr";
+    EXPECT_EQ(TextOf(Make(), "shadowPassSource"), "/s.exr");
 }
 
 TEST_F(SessionTest, SettingsStandAboveTheScenesParametersAndTheseAboveDefaults) {

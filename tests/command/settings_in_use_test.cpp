@@ -10,58 +10,11 @@
 namespace command {
 namespace {
 
-// Settings of layers that aren't made yet and of what isn't embedded, corrections of colours that
-// no frame buffer here has, and parameters that only old scenes hold.
+// Lists that the command fills itself, and parameters that only old scenes hold.
 constexpr std::string_view withoutEffect[] = {
-    "layersProduction",
-    "layersSecondary",
-    "unnamed27",
-    "renderSetting",
-    "usePS7Extensions",
-    "embedCameraInfo",
-    "embedHelpersInfo",
-    "embedHelpersWildcard",
-    "unnamed37",
-    "legacyBitDepth",
-    "legacyGammaAll",
-    "vrayColorCorrections",
-    "colorCorrectConfig",
-    "unnamed61",
-    "unnamed62",
-    "unnamed89",
-    "unnamed90",
-    "shadowPassSource",
-    "shadowPassLayerStyle",
-    "shadowPassLayerOrder",
-    "shadowPassLayerName",
-    "customLayerSet1",
-    "customLayerSet1Name",
-    "customLayerSet1Order",
-    "customLayerSet1OpenInUI",
-    "customLayerSet1Visible",
-    "customLayerSet2",
-    "customLayerSet2Name",
-    "customLayerSet2Order",
-    "customLayerSet2OpenInUI",
-    "customLayerSet2Visible",
-    "customLayerSet2MaskFromRenderAlpha",
-    "customLayerSet3",
-    "customLayerSet3Name",
-    "customLayerSet3Order",
-    "customLayerSet3OpenInUI",
-    "customLayerSet3Visible",
-    "createZDepthChannel",
-    "zDepthCoverageThreshold",
-    "zDepthExtendToBack",
-    "zDepthChannelName",
-    "createCurvesAdjustmentLayer",
-    "curvesAdjustmentLayerName",
-    "backgroundLayer",
-    "backgroundLayerName",
-    "backgroundLayerOrder",
-    "depthLayer",
-    "depthLayerName",
-    "depthLayerOrder",
+    "layersProduction", "layersSecondary", "unnamed27",      "renderSetting",
+    "usePS7Extensions", "unnamed37",       "legacyBitDepth", "legacyGammaAll",
+    "unnamed61",        "unnamed62",       "unnamed89",      "unnamed90",
 };
 
 TEST(SettingsInUse, WithThoseWithoutEffectTheyAreAllParametersEachOnce) {
@@ -77,7 +30,8 @@ TEST(SettingsInUse, AreFoundByName) {
     EXPECT_TRUE(IsSettingInUse("bitDepth"));
     EXPECT_TRUE(IsSettingInUse("autoSort"));
     EXPECT_TRUE(IsSettingInUse("namedSelectionSetsOrder"));
-    EXPECT_FALSE(IsSettingInUse("depthLayer"));
+    EXPECT_TRUE(IsSettingInUse("depthLayer"));
+    EXPECT_FALSE(IsSettingInUse("usePS7Extensions"));
     EXPECT_FALSE(IsSettingInUse("bitdepth"));
 }
 

@@ -19,9 +19,10 @@ std::vector<std::string> OnAfterAll(const PassPlan& plan, const SceneDescription
     Session session(arguments, MakePlan(arguments), given, nullptr, {});
     TurnOnAll(session, plan, scene);
     std::vector<std::string> on;
-    for (const char* name : {"outputObjects", "outputNodeIDs", "outputMtlIDs", "outputSceneLayers",
-                             "outputNamedSelectionSets", "createNodeIDLayer", "createMtlIDLayer",
-                             "createNodeRenderIDLayer", "createNormalLayer"}) {
+    for (const char* name :
+         {"outputObjects", "outputNodeIDs", "outputMtlIDs", "outputSceneLayers",
+          "outputNamedSelectionSets", "createNodeIDLayer", "createMtlIDLayer",
+          "createNodeRenderIDLayer", "createNormalLayer", "createZDepthChannel"}) {
         if (session.GetInt(name) != 0) on.emplace_back(name);
     }
     return on;
@@ -51,6 +52,18 @@ TEST(TurnOnAll, MakesMattesOfMaterialsAndLayersOfNormals) {
     plan.materialID = IDPass{};
     plan.normals = NormalPass{};
     EXPECT_EQ(OnAfterAll(plan), (Names{"outputMtlIDs", "createMtlIDLayer", "createNormalLayer"}));
+}
+
+TEST(TurnOnAll, MakesAChannelOfDepthThatIsADistance) {
+    PassPlan plan;
+    plan.depth = DepthPass{{}, false};
+    EXPECT_EQ(OnAfterAll(plan), Names());
+    plan.depth->isDistance = true;
+    EXPECT_EQ(OnAfterAll(plan), Names{"createZDepthChannel"});
+    EXPECT_EQ(OnAfterAll(plan, nullptr, {"createZDepthChannel=false"}), Names());
+    plan.depth.reset();
+    plan.deep = DeepPass{};
+    EXPECT_EQ(OnAfterAll(plan), Names{"createZDepthChannel"});
 }
 
 TEST(TurnOnAll, NeedsObjectsForTheScenesLayersAndSets) {

@@ -22,7 +22,7 @@ TEST(VRayFrame, BeginsWithThePictureAndItsAlpha) {
     host::VRayFrameBuffer buffer;
     const auto picture = Image(4, 0.5F, 3);
     VRayFrame frame(buffer, *picture);
-    frame.AddPicture(nullptr);
+    frame.AddPicture(nullptr, {});
     EXPECT_EQ(buffer.GetWidth(), 3);
     EXPECT_EQ(buffer.GetHeight(), 1);
     ASSERT_EQ(buffer.GetNumChannels(), 2);
@@ -33,11 +33,24 @@ TEST(VRayFrame, BeginsWithThePictureAndItsAlpha) {
     EXPECT_EQ(picture->Storage()->Width(), 3) << "the picture stays its owner's";
 }
 
+TEST(VRayFrame, ANameThatAnElementHasIsNoneOfThePictures) {
+    host::VRayFrameBuffer buffer;
+    const auto picture = Image(4, 0.5F);
+    VRayFrame frame(buffer, *picture);
+    const std::vector<std::string> names{"mine", "Alpha"};
+    frame.AddPicture(nullptr, names);
+    frame.AddElement({1, 2}, "Alpha", Image(1, 0.25F));
+    EXPECT_STREQ(Describe(buffer, 0).name, "RGB color");
+    EXPECT_STREQ(Describe(buffer, 1).name, "");
+    EXPECT_EQ(buffer.FindChannel(VRAY_CHANNEL_ALPHA), 1);
+    EXPECT_STREQ(Describe(buffer, 2).name, "Alpha");
+}
+
 // The alpha that elements without their own show.
 float AlphaOfElements(host::ImageBitmap& picture, host::Owned<host::ImageBitmap> alpha) {
     host::VRayFrameBuffer buffer;
     VRayFrame frame(buffer, picture);
-    frame.AddPicture(std::move(alpha));
+    frame.AddPicture(std::move(alpha), {});
     frame.AddElement({1, 2}, "mine", Image(3, 0.25F));
     BMM_Color_fl pixel{};
     const VRayRegion region{1, 0, 2, 1, 1, 1, 0, 0};
@@ -62,7 +75,7 @@ TEST(VRayFrame, AnElementsChannelGoesByItsClassAndName) {
     host::VRayFrameBuffer buffer;
     const auto picture = Image(4, 0.5F);
     VRayFrame frame(buffer, *picture);
-    frame.AddPicture(nullptr);
+    frame.AddPicture(nullptr, {});
     const VRayElementClass& known = VRAY_ELEMENT_CLASSES[2];
     frame.AddElement(known.id, "Reflections \xc3\xbc", Image(3, 0.25F));
     frame.AddElement({1, 2}, "mine", Image(1, 0.25F));
@@ -78,12 +91,12 @@ TEST(VRayFrame, AFrameTakesThePlaceOfTheOneBefore) {
     host::VRayFrameBuffer buffer;
     const auto first = Image(4, 0.5F);
     VRayFrame before(buffer, *first);
-    before.AddPicture(Image(1, 0.25F));
+    before.AddPicture(Image(1, 0.25F), {});
     before.AddElement({1, 2}, "mine", Image(3, 0.25F));
     const auto second = Image(4, 0.5F, 5);
     VRayFrame after(buffer, *second);
     EXPECT_EQ(buffer.GetNumChannels(), 0);
-    after.AddPicture(nullptr);
+    after.AddPicture(nullptr, {});
     EXPECT_EQ(buffer.GetNumChannels(), 2);
     EXPECT_EQ(buffer.GetWidth(), 5);
 }

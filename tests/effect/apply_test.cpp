@@ -744,9 +744,13 @@ class ApplyLook : public ApplyVRay {
         SetLook("LUT_3D_SIZE 2\n0 0 0\n0 0 0\n0 1 0\n0 1 0\n0 0 1\n0 0 1\n0 1 1\n0 1 1\n");
     }
     ~ApplyLook() override {
+        ExpectUsersValues();
+        EXPECT_FALSE(Exists("temporary/psd_tmp.cube"));
+    }
+
+    void ExpectUsersValues() {
         for (int i = 0; i < VRAY_COLOR_CORRECTIONS; ++i)
             EXPECT_EQ(vray->GetValue(i), static_cast<float>(i) + 0.5F) << "correction " << i;
-        EXPECT_FALSE(Exists("temporary/psd_tmp.cube"));
     }
 
     // `table` is what the frame buffer writes.
@@ -810,15 +814,44 @@ TEST_F(ApplyLook, IsNowhereWhenTheUserWantsNoCorrections) {
               std::pair(std::string("Gamma Correction (2.2) | Render"), VRaySample(2, 1, 0) + 0));
 }
 
-TEST_F(ApplyLook, StaysInThePixelsWhenNoneOfTheSwitchesIsOn) {
+// The values of V-Ray's corrections whenever a save tells how far it is.
+class CorrectionsWatch : public RecordingCallback {
+  public:
+    explicit CorrectionsWatch(IVRayColorCorrections& watched) : corrections(watched) {}
+    BOOL Progress(int done, int total) override {
+        std::vector<float> values;
+        for (int i = 0; i < VRAY_COLOR_CORRECTIONS; ++i)
+            values.push_back(corrections.GetValue(i));
+        seen.push_back(std::move(values));
+        return RecordingCallback::Progress(done, total);
+    }
+
+    std::vector<std::vector<float>> seen;
+
+  private:
+    IVRayColorCorrections& corrections;
+};
+
+TEST_F(ApplyLook, HasNoLayerAndKeepsAllValuesWhenNoneOfTheSwitchesIsOn) {
     constexpr int switches[] = {3, 4, 5, 16, 17, 18};
     for (const int i : switches)
         vray->SetValue(i, 0.9F);
-    EXPECT_EQ(NamesAndRed().first, "Gamma Correction (2.2) | Render");
-    for (const int i : switches) {
-        EXPECT_EQ(vray->GetValue(i), 0.9F);
+    CorrectionsWatch watch(*vray);
+    watch.Progress(0, 0);
+    RenderFrame(frame.get(), &watch);
+    ASSERT_GT(watch.seen.size(), 3U);
+    EXPECT_THAT(watch.seen, testing::Each(watch.seen.front()));
+    ASSERT_EQ(Saved().layers.size(), 2U);
+    EXPECT_EQ(Saved().layers[1].name, "Gamma Correction (2.2)");
+    for (const int i : switches)
         vray->SetValue(i, static_cast<float>(i) + 0.5F);
-    }
+}
+
+TEST_F(ApplyLook, IsOffWhileTheDocumentIsWrittenOnceALayerHasIt) {
+    CorrectionsWatch watch(*vray);
+    RenderFrame(frame.get(), &watch);
+    ASSERT_GT(watch.seen.size(), 2U);
+    EXPECT_THAT(watch.seen.back(), testing::Each(0.0F));
 }
 
 TEST_F(ApplyLook, StaysInThePixelsWhicheverStepToTheLayerFails) {
@@ -831,17 +864,45 @@ TEST_F(ApplyLook, StaysInThePixelsWhicheverStepToTheLayerFails) {
     ExpectInThePixels("a script that says false");
 }
 
+// Stops a save in the middle of the document.
+class ThrowingCallback : public RecordingCallback {
+  public:
+    explicit ThrowingCallback(std::function<void()> thrower) : throwIt(std::move(thrower)) {}
+    BOOL Progress(int done, int total) override {
+        RecordingCallback::Progress(done, total);
+        if (progress.size() > 2) throwIt();
+        return FALSE;
+    }
+
+  private:
+    std::function<void()> throwIt;
+};
+
 TEST_F(ApplyLook, ComesBackWhenMemoryRanOut) {
-    SetLook(host::VRayLook{[](BMM_Color_fl*, int) { throw std::bad_alloc(); },
-                           [](std::ostream&) { return false; }});
-    RenderFrame(frame.get());
-    const std::vector<LogLine> log = TakeLog();
-    ASSERT_EQ(log.size(), 1U);
-    EXPECT_EQ(log[0].text, "Not enough memory to write " + File("frame.psd").string() + ".");
+    for (const bool becomesALayer : {true, false}) {
+        Set("vrayColorCorrections"_param, becomesALayer);
+        ThrowingCallback callback([this] {
+            EXPECT_EQ(vray->GetValue(17), 0.0F) << "it was off";
+            throw std::bad_alloc();
+        });
+        RenderFrame(frame.get(), &callback);
+        const std::vector<LogLine> log = TakeLog();
+        ASSERT_EQ(log.size(), 1U);
+        EXPECT_EQ(log[0].text, "Not enough memory to write " + File("frame.psd").string() + ".");
+        ExpectUsersValues();
+    }
+}
+
+TEST_F(ApplyLook, ComesBackWhereTheHostThrows) {
+    Set("vrayColorCorrections"_param, FALSE);
+    ThrowingCallback callback([] { throw std::runtime_error("the host's own"); });
+    Begin();
+    EXPECT_THROW(effect->Apply(time, frame.get(), &context, &callback), std::runtime_error);
 }
 
 TEST_F(ApplyLook, ComesBackWhereTheNameIsNoneAnyMore) {
     SetFilename(File("frame.psd"));
+    Set("vrayColorCorrections"_param, FALSE);
     Begin();
     SetText("filename"_param, MSTR());
     effect->Apply(time, frame.get(), &context, nullptr);
@@ -870,6 +931,19 @@ TEST_F(ApplyLook, At32BitsNeedsNoGamma) {
     const WalkedDocument document = Save(frame.get());
     ASSERT_EQ(document.layers.size(), 2U);
     EXPECT_EQ(document.layers[1].name, "Color Corrections");
+}
+
+TEST_F(Apply, VRaysFrameBufferIsMadeReadyAfterTheCorrectionsThatNobodyWantsWereSwitchedOff) {
+    PreparedFrame frameBuffer;
+    frameBuffer.values.fill(0.5F);
+    const host::Owned<OtherVRay> vray(new OtherVRay(frameBuffer));
+    frameRenderer = vray.get();
+    const auto frame = Image(3, 2);
+    Set("vrayColorCorrections"_param, FALSE);
+    RenderFrame(frame.get());
+    EXPECT_EQ(frameBuffer.prepared, 1);
+    EXPECT_THAT(frameBuffer.valuesWhenPrepared, testing::Each(0.0F));
+    EXPECT_THAT(frameBuffer.values, testing::Each(0.5F));
 }
 
 TEST_F(Apply, WithoutGammaHasNoLayerOfItWhateverTheSettingSays) {
@@ -902,6 +976,36 @@ TEST_F(Apply, TheCamerasBlockIsOfTheFrameInHand) {
     EXPECT_EQ(Resource(Save(frame.get()), 58151), "absent");
 }
 
+TEST_F(Apply, TheCamerasBlocksAreOfTheFieldsOfTheFrameInHand) {
+    const auto frame = Image(3, 2);
+    Host().settings.quiet = true;
+    context.fieldRender = TRUE;
+    // The blocks of both fields, after the camera moved to `x`; the double 1.0 begins with 3F F0,
+    // 2.0 with 40 00, 4.0 with 40 10.
+    const auto blocks = [&](BOOL evenLines, float x) {
+        context.evenLines = evenLines;
+        context.camToWorld.SetRow(3, {x, 0.0F, 0.0F});
+        RenderStartedFrame(frame.get());
+        const WalkedDocument document = Saved();
+        const auto place = [&document](int id) {
+            const std::string data = Resource(document, id);
+            return data == "absent" ? data : data.substr(8, 2);
+        };
+        return std::pair(place(58151), place(58152));
+    };
+    const std::string one = "\x3F\xF0";
+    const std::string two("\x40\0", 2);
+    const std::string four = "\x40\x10";
+    effect->RenderBegin(time, 0);
+    EXPECT_EQ(blocks(TRUE, 1.0F), std::pair(one, std::string("absent")));
+    EXPECT_EQ(blocks(FALSE, 2.0F), std::pair(one, two));
+    EXPECT_EQ(blocks(TRUE, 4.0F), std::pair(four, std::string("absent"))) << "of the next frame";
+    effect->RenderEnd(time);
+    effect->RenderBegin(time, 0);
+    EXPECT_EQ(blocks(FALSE, 2.0F), std::pair(std::string("absent"), two)) << "of the next render";
+    effect->RenderEnd(time);
+}
+
 TEST_F(Apply, PointHelpersHaveABlockEachIfTheUserWantsThem) {
     Host().scene.AddNode(_M("Null 1")).SetKind(host::NodeKind::PointHelper);
     Host().scene.AddNode(_M("Box"));
@@ -928,6 +1032,41 @@ TEST_F(Apply, TheShadowImageLivesUntilTheDocumentIsWritten) {
     ASSERT_EQ(document.layers.size(), 2U);
     EXPECT_EQ(document.layers[0].name, "Shadows");
     EXPECT_EQ(Sample(document.layers[0].channels.back().pixels, 2, 3, 2, 1), ImageSample(2, 1, 3));
+}
+
+TEST_F(Apply, DepthIsALayerAtItsPositionAndAChannelOfItsOwn) {
+    const auto frame = Image(2, 1);
+    auto fragments = std::make_unique<host::FragmentBuffer>(2, 1, BMM_CHAN_Z);
+    fragments->AddPixel(std::array{host::Fragment{.z = 1.0F}});
+    fragments->AddPixel(std::array{host::Fragment{.z = 5.0F}});
+    frame->SetGBuffer(std::move(fragments));
+    Set("depthLayer"_param, TRUE);
+    Set("createZDepthChannel"_param, TRUE);
+    const WalkedDocument document = Save(frame.get());
+    ASSERT_EQ(document.layers.size(), 2U);
+    EXPECT_EQ(document.layers[0].name, "Depth") << "below the render";
+    EXPECT_EQ(document.layers[0].blocks.count("SoCo"), 1U);
+    const std::string nearIsLight("\xFF\xFF\0\0", 4);
+    EXPECT_EQ(document.layers[0].channels.back().id, -2) << "the mask";
+    EXPECT_EQ(document.layers[0].channels.back().pixels, nearIsLight);
+    ASSERT_EQ(document.imageChannels.size(), 5U);
+    EXPECT_EQ(document.imageChannels[4], nearIsLight);
+    std::filesystem::remove(File("frame.psd"));
+    Set("depthLayer"_param, FALSE);
+    Set("createZDepthChannel"_param, FALSE);
+    EXPECT_EQ(Save(frame.get()).layers.size(), 1U);
+    EXPECT_EQ(Saved().imageChannels.size(), 4U);
+}
+
+TEST_F(Apply, ACustomSetStaysUntilEmptySetsAreFiltered) {
+    const auto frame = Image(2, 1);
+    Set("customLayerSet3"_param, TRUE);
+    const WalkedDocument document = Save(frame.get());
+    std::filesystem::remove(File("frame.psd"));
+    ASSERT_EQ(document.layers.size(), 3U);
+    EXPECT_EQ(document.layers[2].name, "Layer Set 3");
+    Set("filterEmptyLayerSets"_param, TRUE);
+    EXPECT_EQ(Save(frame.get()).layers.size(), 1U);
 }
 
 class ApplyGroups : public MatteFrameTest {

@@ -88,6 +88,30 @@ TEST_F(RenderElements, OfARenderWithoutAlphaStandInASetWithoutMask) {
 
 // ---- Rows that are passed over ----
 
+TEST_F(RenderElements, HaveTheCurvesLayerAboveThemInsideTheirSet) {
+    Add("A");
+    Set("createCurvesAdjustmentLayer"_param, TRUE);
+    AddGroup();
+    EXPECT_EQ(Tree(), "Curves A");
+    Document().children.clear();
+    Set("createRenderElementsLayerSet"_param, TRUE);
+    AddGroup();
+    EXPECT_EQ(Tree(), "Render Elements(Curves A)");
+}
+
+TEST_F(RenderElements, HaveNoCurvesLayerAt32BitsOrWithoutTheSwitch) {
+    Add("A");
+    for (const int bitDepth : {8, 16, 32}) {
+        Set("bitDepth"_param, bitDepth);
+        for (const bool wanted : {false, true}) {
+            Document().children.clear();
+            Set("createCurvesAdjustmentLayer"_param, wanted);
+            AddGroup();
+            EXPECT_EQ(Tree(), wanted && bitDepth != 32 ? "Curves A" : "A") << bitDepth;
+        }
+    }
+}
+
 TEST_F(RenderElements, WithoutALayerThatIsOnAreLeftOut) {
     const auto& off = Add("off");
     Add("on");

@@ -195,6 +195,13 @@ TEST_F(CameraBlock, OfAFrameOfFieldsIsOneAField) {
     EXPECT_EQ(AddOne().id, 58152);
 }
 
+TEST_F(CameraBlock, OfTheFirstFieldIsNotBesideTheSecondOfTheFrameBefore) {
+    snapshots[1].isTaken = true;
+    context.fieldRender = TRUE;
+    context.evenLines = TRUE;
+    EXPECT_EQ(AddOne().id, 58151);
+}
+
 class HelperBlock : public SceneData {
   protected:
     static host::Node& AddHelper(const MSTR& name, host::Node* parent = nullptr) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -66,6 +67,58 @@ class CorrectingFrame final : public IVRayPixelBuffer {
 
   private:
     IVRayPixelBuffer& frame;
+};
+
+// Counts how often a frame buffer is made ready, and keeps what its corrections were then.
+struct PreparedFrame : IVRayFrameBuffer, IVRayImage, IVRayPixelBuffer, IVRayColorCorrections {
+    IVRayImage* GetImage() override { return this; }
+    void* GetInterface(DWORD id) override {
+        asked.push_back(id);
+        if (id == 0x7783b785) return offersPixels ? static_cast<IVRayPixelBuffer*>(this) : nullptr;
+        return offersCorrections ? static_cast<IVRayColorCorrections*>(this) : nullptr;
+    }
+    void Prepare() override {
+        ++prepared;
+        valuesWhenPrepared = values;
+    }
+    int GetWidth() override { return 1; }
+    int GetHeight() override { return 1; }
+    int GetNumChannels() override { return 0; }
+    bool DescribeChannel(int, VRayChannelDescription&) override { return false; }
+    int FindChannel(int) override { return -1; }
+    DWORD GetProperty(int) override { return 0; }
+    bool GetPixels(int, DWORD, const VRayRegion&, int, std::size_t, void*, int, int, int) override {
+        return false;
+    }
+    float GetValue(int index) override { return values.at(static_cast<std::size_t>(index)); }
+    void SetValue(int index, float value) override {
+        values.at(static_cast<std::size_t>(index)) = value;
+    }
+
+    bool offersPixels = true;
+    bool offersCorrections = true;
+    int prepared = 0;
+    std::vector<DWORD> asked;
+    std::array<float, VRAY_COLOR_CORRECTIONS> values{};
+    std::array<float, VRAY_COLOR_CORRECTIONS> valuesWhenPrepared{};
+};
+
+// A V-Ray with such a frame buffer and without settings.
+class OtherVRay : public Renderer {
+  public:
+    explicit OtherVRay(PreparedFrame& frame) : frame_(frame) {}
+    Class_ID ClassID() override { return VRAY_CLASS_ID; }
+    using Renderer::GetInterface;
+    BaseInterface* GetInterface(Interface_ID id) override {
+        return id == Interface_ID(0x08c17f84, 0x1747358c) ? &frame_ : nullptr;
+    }
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
+                               BOOL) override {
+        return REF_SUCCEED;
+    }
+
+  private:
+    PreparedFrame& frame_;
 };
 
 // Has `vray` keep its frames in `frame`.

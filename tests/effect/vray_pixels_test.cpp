@@ -47,50 +47,6 @@ TEST_F(VRayState, IsNothingOfOtherRenderers) {
     ExpectNothing(effect::FindVRayState(&UseRenderer(CORONA_CLASS_ID)));
 }
 
-// Counts how often a frame buffer is made ready.
-struct PreparedFrame : IVRayFrameBuffer, IVRayImage, IVRayPixelBuffer, IVRayColorCorrections {
-    IVRayImage* GetImage() override { return this; }
-    void* GetInterface(DWORD id) override {
-        asked.push_back(id);
-        if (id == 0x7783b785) return offersPixels ? static_cast<IVRayPixelBuffer*>(this) : nullptr;
-        return offersCorrections ? static_cast<IVRayColorCorrections*>(this) : nullptr;
-    }
-    void Prepare() override { ++prepared; }
-    int GetWidth() override { return 1; }
-    int GetHeight() override { return 1; }
-    int GetNumChannels() override { return 0; }
-    bool DescribeChannel(int, VRayChannelDescription&) override { return false; }
-    int FindChannel(int) override { return -1; }
-    DWORD GetProperty(int) override { return 0; }
-    bool GetPixels(int, DWORD, const VRayRegion&, int, std::size_t, void*, int, int, int) override {
-        return false;
-    }
-    float GetValue(int) override { return 0.0F; }
-    void SetValue(int, float) override {}
-
-    bool offersPixels = true;
-    bool offersCorrections = true;
-    int prepared = 0;
-    std::vector<DWORD> asked;
-};
-
-class OtherVRay : public Renderer {
-  public:
-    explicit OtherVRay(PreparedFrame& frame) : frame_(frame) {}
-    Class_ID ClassID() override { return VRAY_CLASS_ID; }
-    using Renderer::GetInterface;
-    BaseInterface* GetInterface(Interface_ID id) override {
-        return id == Interface_ID(0x08c17f84, 0x1747358c) ? &frame_ : nullptr;
-    }
-    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
-                               BOOL) override {
-        return REF_SUCCEED;
-    }
-
-  private:
-    PreparedFrame& frame_;
-};
-
 TEST_F(VRayState, HasPixelsThatAreMadeReadyOnceWhetherTheyAreUsedOrNot) {
     PreparedFrame frame;
     const host::Owned<OtherVRay> vray(new OtherVRay(frame));

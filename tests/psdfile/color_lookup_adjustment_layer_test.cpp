@@ -83,6 +83,15 @@ TEST(ColorLookupLayer, OfATableHoldsItsText) {
                                      LUTItems(Counted("LUT_3D_SIZE")) + FromHex("00")));
 }
 
+TEST(ColorLookupLUT, OfASubclassStandsBehindItsLengthToo) {
+    class Other : public PSDColorLookupAdjustmentLayerLUT {
+      public:
+        void WriteData(std::ostream& stream) override { stream << "cube"; }
+    };
+    Other lut;
+    EXPECT_EQ(WrittenHex(lut), "00 00 00 04 63 75 62 65");
+}
+
 TEST(ColorLookupLayer, OfAnUnknownKindIsADeviceLink) {
     PSDColorLookupAdjustmentLayer layer;
     const std::string expected = WrittenHex(layer);

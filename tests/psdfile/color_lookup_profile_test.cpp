@@ -99,6 +99,15 @@ TEST(ColorLookupProfile, StandsBehindALengthOfFourBytes) {
     EXPECT_EQ(Hex(stream.str()), ProfileHex(profile));
 }
 
+TEST(ColorLookupProfile, OfASubclassStandsBehindItsLengthToo) {
+    class Other : public Profile {
+      public:
+        void WriteProfile(std::ostream& stream) override { stream << "icc"; }
+    };
+    Other profile;
+    EXPECT_EQ(WrittenHex(profile), "00 00 00 03 69 63 63");
+}
+
 TEST(ColorLookupProfile, HoldsItsGammaInTruncatedFixedPoint) {
     EXPECT_EQ(GammaHex(1.0), "00 01 00 00");
     EXPECT_EQ(GammaHex(1.0 / 2.2), "00 00 74 5D");  // 29789.09
@@ -151,6 +160,16 @@ TEST(ColorLookupProfile, HoldsATableWithBlueFastest) {
     profile.sRGBCurve = true;
     EXPECT_EQ(Hex(ProfileBytes(profile).substr(460 + 24, 8)), "00 00 00 98 00 00 00 DC");
     EXPECT_EQ(ProfileBytes(profile).size(), 460U + 3 * 40 + 88 + 48);
+}
+
+TEST(ColorLookupProfile, ClampsSamplesBelow0AndAbove1) {
+    CubeLUT lut = EmptyTable(2);
+    lut.lut3D[0][0][0] = {1.0001, -0.1, 1};
+    lut.lut3D[0][0][1] = {-0.00001, 2, 0};
+    Profile profile;
+    profile.SetTable(lut);
+    EXPECT_EQ(Hex(ProfileBytes(profile).substr(460 + 100, 12)),
+              "FF FF 00 00 FF FF 00 00 FF FF 00 00");
 }
 
 TEST(ColorLookupProfile, ClampsSamplesThatAreFarAwayOrNoNumbers) {

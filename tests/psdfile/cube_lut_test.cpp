@@ -135,6 +135,26 @@ TEST(CubeLUT, LoadsTheSameTableHoweverItIsSpelt) {
     }
 }
 
+TEST(CubeLUT, SkipsCommentsBetweenTheRows) {
+    CubeLUT lut;
+    EXPECT_EQ(LoadText(lut, "LUT_1D_SIZE 2\n# dark\n0 0 0\n# 0.5 0.5 0.5\n#\n1 1 1\n"),
+              CubeLUT::OK);
+    EXPECT_EQ(lut.lut1D, (std::vector<Row>{{0, 0, 0}, {1, 1, 1}}));
+}
+
+TEST(CubeLUT, HasStatusesOfFixedNumbers) {
+    EXPECT_EQ(StatusOf(sample3D), 0);
+    EXPECT_EQ(CubeLUT::ReadError, 10);
+    EXPECT_EQ(CubeLUT::WriteError, 11);
+    EXPECT_EQ(StatusOf(""), 12);
+    EXPECT_EQ(StatusOf(std::string(251, 'x')), 13);
+    EXPECT_EQ(StatusOf("x\n"), 20);
+    EXPECT_EQ(StatusOf("TITLE x\n"), 21);
+    EXPECT_EQ(StatusOf("LUT_1D_SIZE 2\nDOMAIN_MAX 0 0 0\n0 0 0\n"), 22);
+    EXPECT_EQ(StatusOf("LUT_1D_SIZE 1\n"), 23);
+    EXPECT_EQ(StatusOf("LUT_1D_SIZE 2\n0 0\n"), 24);
+}
+
 TEST(CubeLUT, LoadsCarriageReturnsAndTellsOfThemOnce) {
     testing::internal::CaptureStdout();
     CubeLUT lut;

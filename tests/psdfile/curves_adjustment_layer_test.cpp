@@ -26,11 +26,11 @@ const std::string curveHex =
 TEST(CurvesLayer, HoldsTheCurveTwice) {
     EXPECT_EQ(WrittenHex(PSDCurvesAdjustmentLayer()),
               "38 42 49 4D 63 75 72 76 00 00 02 14 "  // 8BIM curv, 532
-              "01 00 01 00 00 00 01 " +
-                  curveHex +                        // table, version 1, composite
+              "01 00 01 00 00 00 01 "                 // table, version 1, composite
+                  + curveHex +
                   "43 72 76 20 00 03 00 00 00 01 "  // Crv, version 3, one curve
-                  "00 00 " +
-                  curveHex + "00");
+                  "00 00 "                          // channel 0
+                  + curveHex + "00");
 }
 
 TEST(CurvesLayer, HasNoPaddingInEitherFormat) {
