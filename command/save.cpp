@@ -1,6 +1,5 @@
 #include "command/save.h"
 
-#include <gamma.h>
 #include <maxapi.h>
 #include <rendererclasses.h>
 
@@ -178,24 +177,11 @@ class FrameRun : public CheckAbortCallback {
         return loader.Load(path);
     }
 
-    // What the settings make of the look that isn't what one expects of --lut.
     void WarnOfLook() const {
         const Look* look = session.GetLook();
-        if (!look) return;
-        if (session.GetInt("vrayColorCorrections") == 0) {
-            console.Warning("--lut " + look->File() +
-                            ": the document is without it, since vrayColorCorrections is off");
-        }
-        const bool gammaInLayers = gammaMgr.enable && gammaMgr.fileOutGamma != 1.0F &&
-                                   session.GetInt("bitDepth") != 32 &&
-                                   session.GetInt("gammaCorrectRender") != 0 &&
-                                   session.GetInt("gammaCorrectConfig") != byAdjustmentLayer;
-        if (session.IsLookInLayer() && gammaInLayers) {
-            console.Warning("--lut " + look->File() +
-                            ": its layer is for linear colours, and those below it have the gamma; "
-                            "use --set gammaCorrectConfig=3, or --set colorCorrectConfig=0 for a "
-                            "look without a layer");
-        }
+        if (!look || session.GetInt("vrayColorCorrections") != 0) return;
+        console.Warning("--lut " + look->File() +
+                        ": the document is without it, since vrayColorCorrections is off");
     }
 
     // The effect keeps the look in the pixels when it can't have the table, without a word.

@@ -414,12 +414,16 @@ TEST_F(SaveTest, SettingsThatALookDoesNotGoWithAreToldOf) {
     EXPECT_EQ(err, "veltrane: warning: --lut " + look +
                        ": the document is without it, since vrayColorCorrections is off\n");
     EXPECT_EQ(Samples(Document(), "Render", 0), std::vector<int>{51});
+}
+
+TEST_F(SaveTest, ALookForShownColorsIsALayerOverTheGammaInThePixels) {
+    Write("a.exr", Sample(1, 1).Picture(0.2).Half("A", Always(1)).Bytes());
+    const std::string look = Write("look.cube", negative);
     gamma = "2.2";
     ASSERT_EQ(Save({"--lut", look, "--set", "gammaCorrectConfig=2"}), exitSaved) << err;
-    EXPECT_EQ(err, "veltrane: warning: --lut " + look +
-                       ": its layer is for linear colours, and those below it have the gamma; use "
-                       "--set gammaCorrectConfig=3, or --set colorCorrectConfig=0 for a look "
-                       "without a layer\n");
+    EXPECT_EQ(err, "");
+    EXPECT_THAT(LayersOf(Document()), testing::UnorderedElementsAre("Color Corrections", "Render"));
+    EXPECT_EQ(Samples(Document(), "Render", 0), std::vector<int>{123});
 }
 
 TEST_F(SaveTest, ALookThatCantBeReadSavesNothing) {

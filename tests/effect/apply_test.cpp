@@ -1006,6 +1006,21 @@ TEST_F(Apply, TheCamerasBlocksAreOfTheFieldsOfTheFrameInHand) {
     effect->RenderEnd(time);
 }
 
+TEST_F(Apply, TheCameraOfAFieldThatIsntSavedIsInTheFramesDocument) {
+    UseRenderer(RENDERER_A_CLASS_ID);
+    const auto frame = Image(3, 2);
+    context.fieldRender = TRUE;
+    context.evenLines = TRUE;
+    effect->RenderBegin(time, 0);
+    RenderStartedFrame(frame.get());
+    EXPECT_FALSE(Exists("frame.psd"));
+    context.evenLines = FALSE;
+    RenderStartedFrame(frame.get());
+    effect->RenderEnd(time);
+    EXPECT_NE(Resource(Saved(), 58151), "absent");
+    EXPECT_NE(Resource(Saved(), 58152), "absent");
+}
+
 TEST_F(Apply, PointHelpersHaveABlockEachIfTheUserWantsThem) {
     Host().scene.AddNode(_M("Null 1")).SetKind(host::NodeKind::PointHelper);
     Host().scene.AddNode(_M("Box"));
