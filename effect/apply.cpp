@@ -146,15 +146,15 @@ void PSDOutput::Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbo
     const RendererSwap swap(*gc);
     // Each half of a frame of fields comes on its own; only the whole frame is saved.
     if (IsClass(gc->renderer, RENDERER_A_CLASS_ID) && gc->fieldRender && gc->evenLines) return;
-    const VRayState vray = FindVRayState(gc->renderer);
-    SavedCorrections corrections(vray.corrections);
-    if (!pblock->GetInt("vrayColorCorrections"_param)) corrections.SwitchAllOff();
-    IVRayPixelBuffer* vfb = PreparePixels(vray);
     // Where the host tells of a frame's end only after its effects, this is the first to see it.
     TakeSnapshot(snapshots, *gc);
     MSTR name;
-    if (!ResolveOutputFileName(name, true, t)) return;
     try {
+        const VRayState vray = FindVRayState(gc->renderer);
+        SavedCorrections corrections(vray.corrections);
+        if (!pblock->GetInt("vrayColorCorrections"_param)) corrections.SwitchAllOff();
+        IVRayPixelBuffer* vfb = PreparePixels(vray);
+        if (!ResolveOutputFileName(name, true, t)) return;
         SaveFrame(name, {bm, vfb}, corrections, t, *gc, cb);
     } catch (const std::bad_alloc&) {
         LogFileError(_M("Not enough memory to write %s."), name);

@@ -7,8 +7,8 @@
 #include <locale>
 #include <sstream>
 #include <string>
-#include <utility>
 
+#include "effect/adjustment_layer.h"
 #include "effect/corrections_table.h"
 #include "effect/layer_name.h"
 #include "plugin/parameters.h"
@@ -20,15 +20,6 @@ namespace effect {
 namespace {
 
 using Adjustment = boost::shared_ptr<psdfile::PSDLayerRecordExtraDataResourceBlock>;
-
-void AddLayer(psdbuilder::PSDBuilder& builder, const char* name, const char16_t* unicodeName,
-              Adjustment adjustment) {
-    constexpr std::uint8_t visible = 0;
-    constexpr bool maskEnabled = true;
-    constexpr bool clipping = false;
-    builder.AddAdjustmentLayer(name, unicodeName, psdfile::blendKeyNormal, visible,
-                               std::move(adjustment), nullptr, maskEnabled, clipping);
-}
 
 // Colours go through the table, if it has points, and then to the power of `gamma`.
 Adjustment ColorLookup(const psdfile::CubeLUT& table, double gamma) {
@@ -50,21 +41,23 @@ std::string GammaLayerName() {
 
 void AddGammaCorrectionLayer(psdbuilder::PSDBuilder& builder) {
     const double gamma = 1.0 / static_cast<double>(gammaMgr.fileOutGamma);
-    AddLayer(builder, GammaLayerName().c_str(), nullptr, ColorLookup(psdfile::CubeLUT(), gamma));
+    AddAdjustment(builder, GammaLayerName().c_str(), nullptr, psdfile::blendKeyNormal,
+                  ColorLookup(psdfile::CubeLUT(), gamma));
 }
 
 int AddColorCorrectionLayer(psdbuilder::PSDBuilder& builder) {
     const std::optional<psdfile::CubeLUT> table = ReadCorrectionsTable();
     if (!table) return 0;
-    AddLayer(builder, "Color Corrections", nullptr, ColorLookup(*table, 1.0));
+    AddAdjustment(builder, "Color Corrections", nullptr, psdfile::blendKeyNormal,
+                  ColorLookup(*table, 1.0));
     return 1;
 }
 
 void AddCurvesLayer(psdbuilder::PSDBuilder& builder, const Frame& frame) {
     const LayerName name =
         NameOr(frame.pblock.GetStr("curvesAdjustmentLayerName"_param), _M("Curves"));
-    AddLayer(builder, name.Ansi(), name.Wide(),
-             boost::make_shared<psdfile::PSDCurvesAdjustmentLayer>());
+    AddAdjustment(builder, name.Ansi(), name.Wide(), psdfile::blendKeyNormal,
+                  boost::make_shared<psdfile::PSDCurvesAdjustmentLayer>());
 }
 
 }  // namespace effect

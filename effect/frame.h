@@ -47,6 +47,11 @@ struct Frame {
     // An image that a group has loaded goes here, and lives until the document is written. Never
     // null while a group runs.
     OwnedBitmap* temporaryBitmap = nullptr;
+
+    // Rows of another size than the document's can't be written.
+    bool HasSize(int itsWidth, int itsHeight) const {
+        return itsWidth == width && itsHeight == height;
+    }
 };
 
 }  // namespace effect

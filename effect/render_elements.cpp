@@ -45,17 +45,13 @@ bool IsOnInVRay(IRenderElement& element) {
     return !hasSwitch || settings->GetInt(on) != 0;
 }
 
-// Rows are read in the frame's width. An element may be left over from a frame of another size.
-bool HasFrameSize(const Frame& frame, int width, int height) {
-    return width == frame.width && height == frame.height;
-}
-
+// Null also for one that is left over from a frame of another size.
 Bitmap* BitmapOf(const Frame& frame, const IRenderElement& element) {
     PBBitmap* holder = nullptr;
     element.GetPBBitmap(holder);
     Bitmap* bitmap = holder ? holder->bm : nullptr;
     BitmapStorage* storage = bitmap ? bitmap->Storage() : nullptr;
-    const bool fits = storage && HasFrameSize(frame, storage->Width(), storage->Height());
+    const bool fits = storage && frame.HasSize(storage->Width(), storage->Height());
     return fits ? bitmap : nullptr;
 }
 
@@ -65,7 +61,7 @@ class PixelFinder {
     explicit PixelFinder(const Frame& theFrame)
         : frame(theFrame), usesVRay(UsesVRayFrameBuffer(frame.gc.renderer)) {
         IVRayPixelBuffer* vfb = frame.sources.vfb;
-        if (!usesVRay || !vfb || !HasFrameSize(frame, vfb->GetWidth(), vfb->GetHeight())) return;
+        if (!usesVRay || !vfb || !frame.HasSize(vfb->GetWidth(), vfb->GetHeight())) return;
         channels = FindVRayChannels(*vfb, frame.gc.GetRenderElementMgr());
     }
 

@@ -22,9 +22,8 @@ namespace {
 
 constexpr std::uint32_t blendKeyMultiply = psdfile::FourCharCode("mul ");
 
-// Rows of another size than the document's can't be written.
 bool IsOfSize(Bitmap* bitmap, const Frame& frame) {
-    return sources::WidthOf(bitmap) == frame.width && sources::HeightOf(bitmap) == frame.height;
+    return frame.HasSize(sources::WidthOf(bitmap), sources::HeightOf(bitmap));
 }
 
 // Null for an image that is of no use. `name` becomes the one that was tried.

@@ -2,6 +2,7 @@
 
 #include <boost/make_shared.hpp>
 
+#include "effect/adjustment_layer.h"
 #include "psdfile/solid_color_adjustment_layer.h"
 
 namespace effect {
@@ -10,11 +11,7 @@ void AddSolidFill(psdbuilder::PSDBuilder& builder, const LayerName& name, std::u
                   double level, const psdfile::PSDChannelImageDataSourcePtr& mask) {
     const auto fill = boost::make_shared<psdfile::PSDSolidColorAdjustmentLayer>();
     fill->SetColor(level, level, level);
-    constexpr std::uint8_t visible = 0;
-    constexpr bool maskEnabled = true;
-    constexpr bool clipping = false;
-    builder.AddAdjustmentLayer(name.Ansi(), name.Wide(), blendKey, visible, fill, mask, maskEnabled,
-                               clipping);
+    AddAdjustment(builder, name.Ansi(), name.Wide(), blendKey, fill, mask);
 }
 
 }  // namespace effect
