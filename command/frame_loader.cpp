@@ -366,7 +366,8 @@ void FrameLoader::FillVRay(Frame& frame) {
     target.AddPicture(alpha != frame.elements.end() ? std::move(alpha->image) : nullptr, names);
     for (FrameElement& each : frame.elements) {
         if (!each.image) continue;
-        target.AddElement(each.element->ClassID(), each.pass->name, std::move(each.image));
+        target.AddElement(each.element->ClassID(), each.pass->name, std::move(each.image),
+                          SharesAlpha(frame.plan));
     }
 }
 

@@ -16,9 +16,15 @@ constexpr const char* parameter = "embedCameraInfo";
 host::CameraView HostView(const CameraAxes& axes, const std::array<double, 16>& transform,
                           const CameraLens& lens) {
     const auto& [right, up, back] = axes.axes;
+    // A camera that mirrors sees where its back axis says all the same.
+    const float handedness = right[0] * (up[1] * back[2] - up[2] * back[1]) +
+                             right[1] * (up[2] * back[0] - up[0] * back[2]) +
+                             right[2] * (up[0] * back[1] - up[1] * back[0]);
+    const float side = handedness < 0.0F ? -1.0F : 1.0F;
     host::CameraView view;
-    view.camToWorld = Matrix3({right[0], right[1], right[2]}, {up[0], up[1], up[2]},
-                              {back[0], back[1], back[2]}, HostTransform(transform).GetTrans());
+    view.camToWorld =
+        Matrix3({side * right[0], side * right[1], side * right[2]}, {up[0], up[1], up[2]},
+                {back[0], back[1], back[2]}, HostTransform(transform).GetTrans());
     view.projection = lens.width > 0.0 ? PROJ_PARALLEL : PROJ_PERSPECTIVE;
     view.fieldOfView = static_cast<float>(lens.fieldOfView * std::numbers::pi / 180.0);
     view.width = static_cast<float>(lens.width);

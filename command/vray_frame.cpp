@@ -56,10 +56,10 @@ void VRayFrame::AddPicture(host::Owned<host::ImageBitmap> alpha,
 }
 
 void VRayFrame::AddElement(const Class_ID& classID, const std::string& name,
-                           host::Owned<host::ImageBitmap> image) {
+                           host::Owned<host::ImageBitmap> image, bool sharesAlpha) {
     const bool oneValue = image->Storage()->Components() == 1;
     buffer.AddChannel({AliasOf(classID), oneValue ? RDCT_FLOAT : RDCT_3FLOAT, name,
-                       std::shared_ptr<host::ImageBitmap>(std::move(image))});
+                       std::shared_ptr<host::ImageBitmap>(std::move(image)), sharesAlpha});
 }
 
 }  // namespace command

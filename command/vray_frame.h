@@ -20,9 +20,9 @@ class VRayFrame {
     // `alpha` may be null: then the picture's own stands in. Elements are found by their channels'
     // names, so a name among `taken` is none of the picture's.
     void AddPicture(host::Owned<host::ImageBitmap> alpha, std::span<const std::string> taken);
-    // Behind the picture. `name` is the element's (UTF-8).
+    // Behind the picture. `name` is the element's (UTF-8). `sharesAlpha` as of host::VRayChannel.
     void AddElement(const Class_ID& classID, const std::string& name,
-                    host::Owned<host::ImageBitmap> image);
+                    host::Owned<host::ImageBitmap> image, bool sharesAlpha = true);
 
   private:
     host::VRayFrameBuffer& buffer;

@@ -118,14 +118,14 @@ bool VRayFrameBuffer::Corrects(const VRayChannel& channel, int readFlag) const {
            corrections_[VRAY_LOOK_ON] >= ON;
 }
 
-void VRayFrameBuffer::Correct(BMM_Color_fl* pixels, int count) const {
+void VRayFrameBuffer::Correct(BMM_Color_fl* pixels, int count, bool multiplied) const {
     // Each pixel's alpha, as what its components are divided by, and as it stays.
     float divisors[PIXELS_AT_ONCE * 4];
     float alphas[PIXELS_AT_ONCE];
     for (int i = 0; i < count; ++i) {
         const float alpha = pixels[i].a;
         alphas[i] = alpha;
-        std::fill_n(divisors + i * 4, 3, alpha > 0.0F ? alpha : 1.0F);
+        std::fill_n(divisors + i * 4, 3, multiplied && alpha > 0.0F ? alpha : 1.0F);
         divisors[i * 4 + 3] = 1.0F;
     }
     float* components = &pixels->r;
@@ -201,6 +201,7 @@ bool VRayFrameBuffer::Read(VRayChannel& channel, const VRayRegion& region, bool 
     }
     ImageBitmap& image = *channel.image;
     const Alpha alpha = HasOwnAlpha(image) ? Alpha{} : PictureAlpha();
+    const bool multiplied = HasOwnAlpha(image) || channel.sharesAlpha;
     auto* out = static_cast<Pixel*>(buffer);
     for (int y = region.y; y < region.bottom; ++y, out += width) {
         if (!corrected) {
@@ -211,7 +212,7 @@ bool VRayFrameBuffer::Read(VRayChannel& channel, const VRayRegion& region, bool 
         for (int x = 0; x < width; x += PIXELS_AT_ONCE) {
             const int count = std::min(PIXELS_AT_ONCE, width - x);
             ReadSpan(image, alpha, region.x + x, y, count, pixels);
-            Correct(pixels, count);
+            Correct(pixels, count, multiplied);
             Store(pixels, count, out + x);
         }
     }

@@ -21,6 +21,8 @@ struct VRayChannel {
     std::string name;
     // Of the frame buffer's size, linear and premultiplied; never null.
     std::shared_ptr<ImageBitmap> image;
+    // Without an alpha of its own: its colours are multiplied by the picture's, as V-Ray's are.
+    bool sharesAlpha = true;
 };
 
 // Which of the colour corrections' values switches the look on.
@@ -95,7 +97,7 @@ class VRayFrameBuffer final : public IVRayFrameBuffer,
     bool Read(VRayChannel& channel, const VRayRegion& region, bool corrected, std::size_t bytes,
               void* buffer);
     bool Corrects(const VRayChannel& channel, int readFlag) const;
-    void Correct(BMM_Color_fl* pixels, int count) const;
+    void Correct(BMM_Color_fl* pixels, int count, bool multiplied) const;
 
     int width_ = 0;
     int height_ = 0;

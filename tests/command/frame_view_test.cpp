@@ -99,6 +99,15 @@ TEST(ViewOf, WhatTheScenesCameraDoesntTellIsTheRenderFiles) {
     EXPECT_FALSE(ViewOf(File(), 0, &shown).has_value());
 }
 
+TEST(ViewOf, AMirroredCameraLooksWhereItsBackAxisSays) {
+    const SceneDescription scene = Scene(
+        R"("nodes": [{"name": "c", "type": "camera",
+            "transform": [[-1,0,0,4],[0,1,0,5],[0,0,1,6],[0,0,0,1]]}], "render": {"camera": "c"})");
+    const auto view = ViewOf(File(), 0, &scene);
+    ASSERT_TRUE(view.has_value());
+    ExpectPose(*view, scenesPose);
+}
+
 TEST(ViewOf, ALensThatNobodyTellsIsNone) {
     const SceneDescription scene = SceneWithCamera("");
     const auto view = ViewOf(File(), 0, &scene);

@@ -426,6 +426,19 @@ TEST_F(SaveTest, ALookForShownColorsIsALayerOverTheGammaInThePixels) {
     EXPECT_EQ(Samples(Document(), "Render", 0), std::vector<int>{123});
 }
 
+TEST_F(SaveTest, ALookInThePixelsTakesPassesAsTheyAre) {
+    Write("a.exr", Sample(1, 1)
+                       .Picture(0.125)
+                       .Half("A", Always(0.25))
+                       .Color("DiffCol", 0.25, 0.25, 0.25)
+                       .Bytes());
+    const std::string look = Write("look.cube", negative);
+    ASSERT_EQ(Save({"--lut", look, "--set", "colorCorrectConfig=2"}), exitSaved) << err;
+    EXPECT_EQ(Samples(Document(), "DiffCol", 0), std::vector<int>{191});
+    // The picture's colours are 0.5 where they cover.
+    EXPECT_EQ(Samples(Document(), "Render", 0), std::vector<int>{32});
+}
+
 TEST_F(SaveTest, ALookThatCantBeReadSavesNothing) {
     Write("a.exr", Still().Bytes());
     EXPECT_EQ(Save({"--lut", PathOf("no.cube")}), exitNotSaved);

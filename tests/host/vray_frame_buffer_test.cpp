@@ -283,6 +283,25 @@ TEST_F(VRayLookTest, IsAppliedToStraightColours) {
         << "without coverage the colours are taken as they are";
 }
 
+TEST_F(VRayLookTest, TakesColoursAsTheyAreThatThePicturesAlphaIsNotIn) {
+    frame.SetLook({[](BMM_Color_fl* pixels, int count) {
+                       for (int i = 0; i < count; ++i) {
+                           pixels[i].g *= pixels[i].g;
+                       }
+                   },
+                   SampleLook().writeTable});
+    frame.BeginFrame(1, 1);
+    ASSERT_TRUE(
+        frame.AddChannel({101, RDCT_3FLOAT, "",
+                          host::ImageBitmap::FromFloat({.width = 1, .height = 1, .components = 3},
+                                                       {0.0F, 0.5F, 0.0F}),
+                          false}));
+    ASSERT_TRUE(frame.AddChannel(
+        {VRAY_CHANNEL_ALPHA, RDCT_FLOAT, "",
+         host::ImageBitmap::FromFloat({.width = 1, .height = 1, .components = 1}, {0.25F})}));
+    EXPECT_THAT(Floats(), ElementsAre(Unit{0.0F, 0.25F, 0.0F, 0.25F}));
+}
+
 TEST_F(VRayLookTest, TakesThePicturesAlphaForAChannelWithoutItsOwn) {
     AddRow({0.25F, 0.5F, 0.125F}, RDCT_3FLOAT, 3);
     ASSERT_TRUE(frame.AddChannel(
