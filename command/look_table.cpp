@@ -3,10 +3,12 @@
 #include <lcms2.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -14,6 +16,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <span>
 #include <sstream>
 #include <streambuf>
 #include <system_error>
@@ -104,6 +107,34 @@ CubeLUT LoadPlain(const std::string& path, std::istream& stream) {
     Fail(path, found != std::end(faults) ? found->text : "is no .cube table; give another file");
 }
 
+// Lines that begin as the rows of a table do.
+std::uint64_t CountRows(std::istream& stream) {
+    stream.clear();
+    stream.seekg(0);
+    std::uint64_t rows = 0;
+    bool atStart = true;
+    std::array<char, 1U << 16> block;
+    while (stream.read(block.data(), block.size()) || stream.gcount() > 0) {
+        for (const char each : std::span(block).first(static_cast<std::size_t>(stream.gcount()))) {
+            const bool isEnd = each == '\n' || each == '\r';
+            const bool isBlank = each == ' ' || each == '\t';
+            if (atStart && each >= '+' && each <= '9') ++rows;
+            atStart = isEnd || (atStart && isBlank);
+        }
+    }
+    return rows;
+}
+
+// The reader stops at the table's end and doesn't see what is behind it: a table of another size.
+void CheckRows(const std::string& path, const CubeLUT& table, std::istream& stream) {
+    const std::uint64_t points = table.lut3D.size();
+    const std::uint64_t wanted =
+        table.lut1D.empty() ? points * points * points : std::uint64_t{table.lut1D.size()};
+    if (CountRows(stream) > wanted) {
+        Fail(path, "has more rows than its size tells of; export it again");
+    }
+}
+
 // The beginning of a table, where its keywords are.
 std::string ReadHead(std::istream& stream) {
     constexpr std::size_t headSize = 4096;
@@ -120,11 +151,14 @@ CubeLUT Load(const std::string& path, std::istream& stream) {
         // A stream that failed to begin with is the reader's to tell of.
         if (stream.eof()) stream.clear();
         if (stream) stream.seekg(0);
-        return LoadPlain(path, stream);
+        CubeLUT table = LoadPlain(path, stream);
+        CheckRows(path, table, stream);
+        return table;
     }
     text.append(std::istreambuf_iterator<char>(stream), {});
     std::istringstream plain(std::move(text));
     CubeLUT table = LoadPlain(path, plain);
+    CheckRows(path, table, plain);
     table.domainMin.fill(range->min);
     table.domainMax.fill(range->max);
     return table;

@@ -285,6 +285,14 @@ TEST(LookTable, AnInputRangeIsItsDomain) {
     EXPECT_FLOAT_EQ(pixel.b, 1.0F);
 }
 
+TEST(LookTable, OfMoreRowsThanItTellsOfIsNone) {
+    const std::string more = "a.cube: has more rows than its size tells of; export it again";
+    EXPECT_EQ(Complaint("LUT_1D_SIZE 2\n0 0 0\n1 1 1\n2 2 2\n"), more);
+    EXPECT_EQ(Complaint("LUT_1D_SIZE 2\r\n# 1\r\n 0 0 0\r\n1 1 1\r\n\r\n\t.5 1 1"), more);
+    EXPECT_EQ(Complaint("LUT_1D_INPUT_RANGE 0 2\nLUT_1D_SIZE 2\n0 0 0\n1 1 1\n-2 2 2\n"), more);
+    Table("TITLE \"1\"\nLUT_1D_SIZE 2\n0 0 0\n1 1 1\n\n# 2 2 2\n \n");
+}
+
 TEST(LookTable, FaultsOfTheTextAreToldWithWhatToDo) {
     EXPECT_EQ(Complaint("LUT_3D_SIZE 2\n0 0 0\n"),
               "a.cube: ends before its table is complete; export it again or copy it again");
