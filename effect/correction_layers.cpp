@@ -53,6 +53,11 @@ int AddColorCorrectionLayer(psdbuilder::PSDBuilder& builder) {
     return 1;
 }
 
+bool HasCurvesLayer(const Frame& frame) {
+    return frame.pblock.GetInt("createCurvesAdjustmentLayer"_param) &&
+           frame.pblock.GetInt("bitDepth"_param) != 32;
+}
+
 void AddCurvesLayer(psdbuilder::PSDBuilder& builder, const Frame& frame) {
     const LayerName name =
         NameOr(frame.pblock.GetStr("curvesAdjustmentLayerName"_param), _M("Curves"));

@@ -15,6 +15,9 @@ void AddGammaCorrectionLayer(psdbuilder::PSDBuilder& builder);
 int AddColorCorrectionLayer(psdbuilder::PSDBuilder& builder);
 
 // A curve that lifts linear values, under the name that the user gave, in the current set.
+// Whether the user wants one, in a document that can show it: a 32-bit one is linear.
+bool HasCurvesLayer(const Frame& frame);
+
 void AddCurvesLayer(psdbuilder::PSDBuilder& builder, const Frame& frame);
 
 }  // namespace effect

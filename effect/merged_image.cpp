@@ -1,11 +1,9 @@
 #include "effect/merged_image.h"
 
-#include <iparamb2.h>
-
 #include <boost/make_shared.hpp>
 
+#include "effect/correction_layers.h"
 #include "effect/render_channels.h"
-#include "plugin/parameters.h"
 #include "sources/pixel_rows.h"
 #include "sources/srgb_filter.h"
 
@@ -14,8 +12,7 @@ namespace {
 
 // The curves layer brightens the elements below it; the merged image follows by the same curve.
 bool FollowsCurvesLayer(const Frame& frame) {
-    return !UsesSRGBVariant(frame) && frame.pblock.GetInt("createCurvesAdjustmentLayer"_param) &&
-           frame.pblock.GetInt("bitDepth"_param) != 32 && frame.sources.bitmap;
+    return !UsesSRGBVariant(frame) && HasCurvesLayer(frame) && frame.sources.bitmap;
 }
 
 psdfile::PSDChannelImageDataSourcePtr MergedColor(const Frame& frame, int selector) {

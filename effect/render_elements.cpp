@@ -132,10 +132,7 @@ void AddRenderElementsGroup(psdbuilder::PSDBuilder& builder, const Frame& frame)
             NameOr(frame.pblock.GetStr("renderElementsLayerSetName"_param), _M("Render Elements")),
             masked ? RenderAlpha(frame) : nullptr);
     }
-    if (frame.pblock.GetInt("createCurvesAdjustmentLayer"_param) &&
-        frame.pblock.GetInt("bitDepth"_param) != 32) {
-        AddCurvesLayer(builder, frame);
-    }
+    if (HasCurvesLayer(frame)) AddCurvesLayer(builder, frame);
     AddElementLayers(builder, frame);
     if (inSet) builder.EndLayerSet();
 }

@@ -116,7 +116,7 @@ class TheCurvesLayer(ColorTest):
         elements = next(layer for layer in image if layer.name == "Render Elements")
         self.assertEqual(names(elements)[0], "Lift")
         curves = self.layer(image, "Lift")
-        self.assertEqual(curves._record.tagged_blocks.get_data(Tag.CURVES) is None, False)
+        self.assertIsNotNone(curves._record.tagged_blocks.get_data(Tag.CURVES))
 
     def test_is_not_there_at_32_bits(self):
         image = self.save("--all", createCurvesAdjustmentLayer=1, bitDepth=32)
