@@ -24,8 +24,8 @@ int DrawSceneLayerNumber() {
 
 }  // namespace
 
-PSDOutput::PSDOutput(ClassDesc2& descriptor, ReadWarningSwitches readSwitches)
-    : readWarningSwitches(readSwitches) {
+PSDOutput::PSDOutput(ClassDesc2& descriptor, const LibraryServices& libraryServices)
+    : services(libraryServices) {
     descriptor.MakeAutoParamBlocks(this);
     pblock->SetValue("sceneLayerAppDataChunkId"_param, 0, DrawSceneLayerNumber());
     SwitchAllSelectionSetsOn(*pblock);

@@ -15,8 +15,8 @@
 #include <boost/shared_ptr.hpp>
 #include <cstdint>
 
+#include "effect/library_services.h"
 #include "effect/scene_snapshot.h"
-#include "effect/warning_switches.h"
 #include "psdfile/channel_source.h"
 
 namespace effect {
@@ -32,8 +32,8 @@ struct PSDFrameSources;
 
 class PSDOutput : public Effect8 {
   public:
-    // `descriptor` makes the parameter block (reference 0). It must outlive the object.
-    PSDOutput(ClassDesc2& descriptor, ReadWarningSwitches readSwitches);
+    // `descriptor` makes the parameter block (reference 0). Both must outlive the object.
+    PSDOutput(ClassDesc2& descriptor, const LibraryServices& libraryServices);
 
     Class_ID ClassID() override { return psdOutputClassID; }
     int NumParamBlocks() override { return 2; }
@@ -97,7 +97,7 @@ class PSDOutput : public Effect8 {
     void SaveFrame(const MSTR& name, PSDFrameSources sources, SavedCorrections& corrections,
                    TimeValue t, const RenderGlobalContext& gc, CheckAbortCallback* cb);
 
-    ReadWarningSwitches readWarningSwitches;
+    const LibraryServices& services;
     IParamBlock2* secondBlock = nullptr;
     // A frame notification came: Apply is called for a frame of a render.
     bool frameActive = false;

@@ -111,7 +111,7 @@ bool PSDOutput::MayBeSaved(TimeValue t) {
     if (IsPreview() || !Active(t) || GivesInteger(_M("maxops.rendUseIterative"), 1)) return false;
     if (IsClass(renderer, CORONA_CLASS_ID) && !Quiet() && !FindRenderProgressWindow()) return false;
 
-    const WarningSwitches switches = readWarningSwitches();
+    const WarningSwitches switches = services.readWarningSwitches();
     if (!CheckVRayFrameBuffer(switches.disableVrayFrameBufferWarnings)) return false;
     if (!CheckFilenameIsAssigned()) return false;
     WarnOfMissingGBuffer(switches.disableVrayProgressiveSamplerWarning, t);

@@ -1,8 +1,11 @@
 // Data that classes keep on objects that aren't theirs.
 #include <algorithm>
+#include <cstring>
 
 #include <maxheap.h>
 #include <ref.h>
+
+#include "host/app_data_list.h"
 
 namespace {
 
@@ -39,4 +42,17 @@ BOOL Animatable::RemoveAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid) {
     MAX_free((*found)->data);
     appData_.erase(found);
     return TRUE;
+}
+
+void AppDataList::Copy(const Animatable& from, Animatable& to) {
+    for (const auto& chunk : to.appData_) {
+        MAX_free(chunk->data);
+    }
+    to.appData_.clear();
+    for (const auto& chunk : from.appData_) {
+        void* data = MAX_malloc(chunk->length);
+        if (!data) return;
+        std::memcpy(data, chunk->data, chunk->length);
+        to.AddAppDataChunk(chunk->classID, chunk->superClassID, chunk->subID, chunk->length, data);
+    }
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include <gamma.h>
@@ -47,6 +48,8 @@ class Application {
     // By RenderSettingID.
     std::array<RenderElementManager, 2> elements;
     UndoStack undo;
+    // What shows parameters to the user; empty: nothing does.
+    std::function<void(ParamBlockDesc2& desc, ParamID id, int tabIndex)> invalidateUI;
     // Null when none is assigned.
     Owned<Renderer> renderer;
     // In the order in which they are applied.

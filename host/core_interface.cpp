@@ -43,6 +43,10 @@ HWND CoreInterface::GetMAXHWnd() {
     return App().settings.mainWindow;
 }
 
+const MCHAR* CoreInterface::GetDir(int which) {
+    return App().paths.GetDir(which);
+}
+
 Renderer* CoreInterface::GetCurrentRenderer() {
     return App().renderer.get();
 }

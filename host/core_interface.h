@@ -14,6 +14,7 @@ class CoreInterface final : public Interface {
     TimeValue GetTime() override;
     const MCHAR* GetCurFileName() override;
     HWND GetMAXHWnd() override;
+    const MCHAR* GetDir(int which) override;
     Renderer* GetCurrentRenderer() override;
     int GetRendTimeType() override;
     int GetRendFileNumberBase() override;

@@ -426,4 +426,18 @@ BOOL ParamBlock::SetValue(ParamID id, TimeValue t, ReferenceTarget* target, int 
     return Write(*parameter, t, tabIndex, TargetValue(target));
 }
 
+MaxSDK::AssetManagement::AssetUser ParamBlock::GetAssetUser(ParamID id, TimeValue t, int tabIndex) {
+    const Parameter* parameter = Find(id);
+    if (!parameter || !parameter->Has(tabIndex) || parameter->type != TYPE_FILENAME) return {};
+    const auto type = static_cast<MaxSDK::AssetManagement::AssetType>(Def(*parameter).assetTypeID);
+    return {MSTR(GetStr(id, t, tabIndex)), type};
+}
+
+BOOL ParamBlock::SetValue(ParamID id, TimeValue t, const MaxSDK::AssetManagement::AssetUser& v,
+                          int tabIndex) {
+    const Parameter* parameter = Find(id);
+    if (!parameter || parameter->type != TYPE_FILENAME) return FALSE;
+    return SetValue(id, t, v.GetFileName().data(), tabIndex);
+}
+
 }  // namespace host

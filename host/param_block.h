@@ -46,11 +46,16 @@ class ParamBlock final : public IParamBlock2 {
     // Null for a target that is no node.
     INode* GetINode(ParamID id, TimeValue t, int tabIndex) override;
 
+    MaxSDK::AssetManagement::AssetUser GetAssetUser(ParamID id, TimeValue t, int tabIndex) override;
+
     BOOL SetValue(ParamID id, TimeValue t, int v, int tabIndex) override;
     BOOL SetValue(ParamID id, TimeValue t, float v, int tabIndex) override;
     BOOL SetValue(ParamID id, TimeValue t, const MCHAR* v, int tabIndex) override;
     // An INODE parameter takes only nodes.
     BOOL SetValue(ParamID id, TimeValue t, ReferenceTarget* v, int tabIndex) override;
+    // The kind of file stays the descriptor's.
+    BOOL SetValue(ParamID id, TimeValue t, const MaxSDK::AssetManagement::AssetUser& v,
+                  int tabIndex) override;
 
     int Count(ParamID id) override;
     void SetCount(ParamID id, int count) override;

@@ -4,6 +4,7 @@
 
 #include <iparamb2.h>
 
+#include "host/application.h"
 #include "host/param_block.h"
 
 namespace {
@@ -144,6 +145,11 @@ ParamBlockDesc2* ClassDesc2::GetParamBlockDescByID(BlockID id) const {
         }
     }
     return nullptr;
+}
+
+void ClassDesc2::InvalidateUI(ParamBlockDesc2* desc, ParamID id, int tabIndex) {
+    const auto& show = host::App().invalidateUI;
+    if (desc && show) show(*desc, id, tabIndex);
 }
 
 void ClassDesc2::MakeAutoParamBlocks(ReferenceMaker* owner) {

@@ -58,6 +58,11 @@ class Walk {
 
 Walk* Walk::innermost = nullptr;
 
+std::vector<GlobalReferenceMaker*>& GlobalMakers() {
+    static std::vector<GlobalReferenceMaker*> makers;
+    return makers;
+}
+
 }  // namespace
 
 // Fails, and changes nothing, for a number out of range, for a maker that doesn't store the target,
@@ -123,6 +128,15 @@ RefResult ReferenceMaker::DeleteAllRefsFromMe() {
 void ReferenceTarget::NotifyDependents(const Interval& changeInt, PartID partID,
                                        RefMessage message) {
     const Walk walk(this);
+    for (GlobalReferenceMaker* maker : std::vector(GlobalMakers())) {
+        const auto& makers = GlobalMakers();
+        if (std::find(makers.begin(), makers.end(), maker) == makers.end()) continue;
+        PartID part = partID;
+        maker->NotifyRefChanged(changeInt, this, part, message, TRUE);
+        if (walk.Ended()) {
+            return;
+        }
+    }
     for (ReferenceMaker* maker : WithoutRepetition(dependents_)) {
         if (!Holds(dependents_, maker)) {
             continue;
@@ -163,4 +177,15 @@ RefResult ReferenceTarget::DeleteAllRefsToMe() {
         std::erase(dependents_, maker);
     }
     return REF_SUCCEED;
+}
+
+BOOL RegisterGlobalReference(GlobalReferenceMaker* maker) {
+    auto& makers = GlobalMakers();
+    if (!maker || std::find(makers.begin(), makers.end(), maker) != makers.end()) return FALSE;
+    makers.push_back(maker);
+    return TRUE;
+}
+
+BOOL UnRegisterGlobalReference(GlobalReferenceMaker* maker) {
+    return std::erase(GlobalMakers(), maker) != 0 ? TRUE : FALSE;
 }

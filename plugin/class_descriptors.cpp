@@ -5,31 +5,19 @@
 
 #include "effect/psd_output.h"
 #include "effect/psd_output_layer.h"
-#include "plugin/config_file.h"
+#include "plugin/library_services.h"
 #include "plugin/parameter_accessor.h"
 #include "plugin/parameter_blocks.h"
 
 namespace plugin {
 namespace {
 
-effect::WarningSwitches ReadWarningSwitches() {
-    ConfigFile config;
-    config.SetSection(_M("Warnings"));
-    const auto isSet = [&config](const MCHAR* key) {
-        std::uint32_t value = 0;
-        return config.ReadInt(key, value) && value != 0;
-    };
-    return {
-        .disableVrayFrameBufferWarnings = isSet(_M("DisableVrayFrameBufferWarnings")),
-        .disableVrayProgressiveSamplerWarning = isSet(_M("DisableVrayProgressiveSamplerWarning"))};
-}
-
 class PSDOutputClassDesc : public ClassDesc2 {
   public:
     PSDOutputClassDesc() : block(MakeEffectBlockDesc(*this, &EffectAccessor())) {}
 
     int IsPublic() override { return 1; }
-    void* Create(BOOL) override { return new effect::PSDOutput(*this, ReadWarningSwitches); }
+    void* Create(BOOL) override { return new effect::PSDOutput(*this, Services()); }
     const MCHAR* ClassName() override { return _M("veltrane"); }
     SClass_ID SuperClassID() override { return RENDER_EFFECT_CLASS_ID; }
     Class_ID ClassID() override { return effect::psdOutputClassID; }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "AssetUser.h"
 #include "inode.h"
 #include "interval.h"
 #include "iparamb2_types.h"
@@ -146,11 +147,16 @@ class IParamBlock2 : public ReferenceTarget {
     virtual const MCHAR* GetStr(ParamID id, TimeValue t = 0, int tabIndex = 0) = 0;
     virtual ReferenceTarget* GetReferenceTarget(ParamID id, TimeValue t = 0, int tabIndex = 0) = 0;
     virtual INode* GetINode(ParamID id, TimeValue t = 0, int tabIndex = 0) = 0;
+    // The file that a FILENAME names, and its kind.
+    virtual MaxSDK::AssetManagement::AssetUser GetAssetUser(ParamID id, TimeValue t = 0,
+                                                            int tabIndex = 0) = 0;
 
     virtual BOOL SetValue(ParamID id, TimeValue t, int v, int tabIndex = 0) = 0;
     virtual BOOL SetValue(ParamID id, TimeValue t, float v, int tabIndex = 0) = 0;
     virtual BOOL SetValue(ParamID id, TimeValue t, const MCHAR* v, int tabIndex = 0) = 0;
     virtual BOOL SetValue(ParamID id, TimeValue t, ReferenceTarget* v, int tabIndex = 0) = 0;
+    virtual BOOL SetValue(ParamID id, TimeValue t, const MaxSDK::AssetManagement::AssetUser& v,
+                          int tabIndex = 0) = 0;
 
     // Tables. Entries that SetCount adds hold 0, the empty text or null.
     virtual int Count(ParamID id) = 0;
@@ -169,6 +175,16 @@ class IParamBlock2 : public ReferenceTarget {
     virtual ParamID LastNotifyParamID(int& tabIndex) = 0;
 };
 
+// A block has it from when it was read from a scene file until the file's post-load callbacks are
+// through.
+class IParamBlock2PostLoadInfo : public BaseInterface {
+  public:
+    // The version of the descriptor that the file's block was saved with.
+    virtual DWORD GetVersion() = 0;
+};
+
+constexpr Interface_ID IPARAMBLOCK2POSTLOADINFO_ID{0x6c7b290a, 0x7c56423c};
+
 class ClassDesc2 : public ClassDesc {
   public:
     int NumParamBlockDescs() const { return static_cast<int>(descriptors_.size()); }
@@ -179,6 +195,8 @@ class ClassDesc2 : public ClassDesc {
     // Makes a block for every P_AUTO_CONSTRUCT descriptor, with its defaults, and sets it as the
     // owner's reference of the descriptor's number. The owner's references own the blocks.
     void MakeAutoParamBlocks(ReferenceMaker* owner);
+    // The controls of a parameter show what they must show anew.
+    void InvalidateUI(ParamBlockDesc2* desc, ParamID id, int tabIndex = -1);
 
   private:
     std::vector<ParamBlockDesc2*> descriptors_;

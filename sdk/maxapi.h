@@ -58,6 +58,10 @@ class Interface {
     // The host's main window; null without windows.
     virtual HWND GetMAXHWnd() = 0;
 
+    // One of the host's folders by an APP_ number (IPathConfigMgr.h): absolute; empty for a number
+    // that isn't set up. Valid until the folders change.
+    virtual const MCHAR* GetDir(int which) = 0;
+
     // Null when none is assigned.
     virtual Renderer* GetCurrentRenderer() = 0;
     virtual int GetRendTimeType() = 0;

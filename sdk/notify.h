@@ -3,11 +3,33 @@
 
 #include "maxtypes.h"
 
+constexpr int NOTIFY_SYSTEM_POST_RESET = 6;
+constexpr int NOTIFY_SYSTEM_POST_NEW = 8;
+// callParam of these two is the file's path, a const MCHAR*.
+constexpr int NOTIFY_FILE_POST_OPEN = 10;
+constexpr int NOTIFY_FILE_POST_SAVE = 14;
+constexpr int NOTIFY_SELECTIONSET_CHANGED = 18;
 constexpr int NOTIFY_PRE_RENDER = 20;
 constexpr int NOTIFY_POST_RENDER = 21;
 // callParam is the frame's RenderGlobalContext*.
 constexpr int NOTIFY_PRE_RENDERFRAME = 22;
 constexpr int NOTIFY_POST_RENDERFRAME = 23;
+// Settings of the render changed.
+constexpr int NOTIFY_RENDPARAM_CHANGED = 35;
+constexpr int NOTIFY_SYSTEM_SHUTDOWN = 73;
+constexpr int NOTIFY_SYSTEM_STARTUP = 80;
+// callParam of this and the next three is the path, a const MCHAR*, or null for what isn't a file.
+constexpr int NOTIFY_FILE_POST_OPEN_PROCESS = 139;
+constexpr int NOTIFY_FILE_PRE_OPEN_PROCESS = 173;
+constexpr int NOTIFY_FILE_PRE_SAVE_PROCESS = 174;
+constexpr int NOTIFY_FILE_POST_SAVE_PROCESS = 175;
+constexpr int NOTIFY_GAMMA_CHANGED = 143;
+// callParam is the layer, an ILayer*. A deleted one is still whole, and no longer in the scene.
+constexpr int NOTIFY_LAYER_CREATED = 148;
+constexpr int NOTIFY_LAYER_DELETED = 149;
+constexpr int NOTIFY_LAYER_PARENT_CHANGED = 246;
+// callParam is the renderer or render element, a ReferenceTarget*.
+constexpr int NOTIFY_RENDERER_CHANGED = 152;
 // callParam is the set's name, a const MCHAR*.
 constexpr int NOTIFY_NAMED_SEL_SET_CREATED = 184;
 constexpr int NOTIFY_NAMED_SEL_SET_DELETED = 185;

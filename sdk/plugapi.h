@@ -6,6 +6,7 @@
 using SClass_ID = DWORD;
 
 constexpr SClass_ID REF_TARGET_CLASS_ID = 0x200;
+constexpr SClass_ID BMM_IO_CLASS_ID = 0xB30;
 constexpr SClass_ID RENDERER_CLASS_ID = 0xF00;
 constexpr SClass_ID RENDER_EFFECT_CLASS_ID = 0x1090;
 constexpr SClass_ID RENDER_ELEMENT_CLASS_ID = 0x1150;
@@ -37,6 +38,8 @@ class ClassDesc {
     virtual const MCHAR* Category() = 0;
     // Fixed and not localised; the name of the class for scripts. Null for none.
     virtual const MCHAR* InternalName() { return nullptr; }
+    // The library that the class is of.
+    virtual HINSTANCE HInstance() { return nullptr; }
 };
 
 class Interface_ID {

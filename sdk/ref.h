@@ -2,11 +2,15 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "interval.h"
+#include "ioapi.h"
 #include "plugapi.h"
+#include "strclass.h"
 
+class AssetEnumCallback;
 class IParamBlock2;
 class ReferenceMaker;
 class ReferenceTarget;
@@ -20,6 +24,8 @@ constexpr RefMessage REFMSG_CHANGE = 0x50;
 // Sent by the host to the makers of references to a target that is about to be destroyed; the host
 // then sets their references to null.
 constexpr RefMessage REFMSG_TARGET_DELETED = 0x53;
+// A render element's own list of properties changed.
+constexpr RefMessage REFMSG_ELEMENT_PROPERTIES_CHANGED = 0x103;
 constexpr PartID PART_ALL = 0xffffffff;
 
 enum RefResult { REF_FAIL, REF_SUCCEED, REF_STOP };
@@ -43,6 +49,8 @@ class Animatable {
 
     virtual Class_ID ClassID() { return {}; }
     virtual SClass_ID SuperClassID() { return 0; }
+    // The name of the class as the user reads it.
+    virtual void GetClassName(MSTR& s) { s = MSTR(); }
     // The one way to destroy an object of the host's scene.
     virtual void DeleteThis() { delete this; }
 
@@ -50,6 +58,14 @@ class Animatable {
     // Null for a number out of range.
     virtual IParamBlock2* GetParamBlock(int) { return nullptr; }
     virtual IParamBlock2* GetParamBlockByID(BlockID) { return nullptr; }
+
+    // What the object shows of itself in a tree of tracks. Null for a number out of range.
+    virtual int NumSubs() { return 0; }
+    virtual Animatable* SubAnim(int) { return nullptr; }
+    virtual MSTR SubAnimName(int) { return {}; }
+
+    // Tells the callback every file that the object needs or makes.
+    virtual void EnumAuxFiles(AssetEnumCallback&, DWORD /*flags*/) {}
 
     // Null for an interface that the object doesn't have.
     virtual void* GetInterface(ULONG) { return nullptr; }
@@ -66,11 +82,13 @@ class Animatable {
     void SetAFlag(DWORD mask) { flags_ |= mask; }
     void ClearAFlag(DWORD mask) { flags_ &= ~mask; }
     bool TestAFlag(DWORD mask) const { return (flags_ & mask) != 0; }
+    DWORD AllAFlags() const { return flags_; }
 
   protected:
     virtual ~Animatable();
 
   private:
+    friend class AppDataList;
     DWORD flags_ = 0;
     std::vector<std::unique_ptr<AppDataChunk>> appData_;
 };
@@ -92,13 +110,50 @@ class ReferenceMaker : public Animatable {
     RefResult DeleteReference(int which) { return ReplaceReference(which, nullptr); }
     RefResult DeleteAllRefsFromMe();
 
+    // What the object keeps in a scene file besides its references and AppData, which the host
+    // saves by itself. Anything but IO_OK makes the host give up the file.
+    virtual IOResult Save(ISave*) { return IO_OK; }
+    // After the object was made and has its references. Whoever has to wait for the whole file
+    // registers a callback.
+    virtual IOResult Load(ILoad*) { return IO_OK; }
+
   protected:
     // Only stores the pointer: called by ReplaceReference alone.
     virtual void SetReference(int, RefTargetHandle) {}
 };
 
+// Whom a copy of objects, and of all that they refer to, has copied so far.
+class RemapDir {
+  public:
+    // Null for what has no copy yet.
+    virtual RefTargetHandle FindMapping(RefTargetHandle from) = 0;
+    virtual void AddEntry(RefTargetHandle from, RefTargetHandle to) = 0;
+    // The copy of `original`, made by its Clone when there is none yet; null for null.
+    virtual RefTargetHandle CloneRef(RefTargetHandle original) = 0;
+
+  protected:
+    ~RemapDir() = default;
+};
+
+class DefaultRemapDir final : public RemapDir {
+  public:
+    RefTargetHandle FindMapping(RefTargetHandle from) override;
+    void AddEntry(RefTargetHandle from, RefTargetHandle to) override;
+    RefTargetHandle CloneRef(RefTargetHandle original) override;
+
+  private:
+    std::vector<std::pair<RefTargetHandle, RefTargetHandle>> entries_;
+};
+
 class ReferenceTarget : public ReferenceMaker {
   public:
+    // A copy of the object; null for what can't be copied. Objects of the scene itself (nodes,
+    // scene layers, render elements) are their own copies, so that a copied effect stands for the
+    // same ones. Overrides end with BaseClone.
+    virtual RefTargetHandle Clone(RemapDir&) { return nullptr; }
+    // Copies what the base classes hold: AppData and flags.
+    void BaseClone(ReferenceTarget* from, ReferenceTarget* to, RemapDir& remap);
+
     // Tells all who refer to this object, directly or through others, that it changed.
     void NotifyDependents(const Interval& changeInt, PartID partID, RefMessage message);
     // Tells the makers of references to this object that it goes, and clears those references.
@@ -115,3 +170,12 @@ class ReferenceTarget : public ReferenceMaker {
     // One entry a reference; a maker with two references to this target stands here twice.
     std::vector<ReferenceMaker*> dependents_;
 };
+
+// A maker that hears of every message that any target of the scene sends, whether it refers to it
+// or not. Its handler may run deep inside the host, so it only takes a note.
+class GlobalReferenceMaker : public ReferenceMaker {};
+
+// FALSE for one that is registered already, or isn't. One that is destroyed must have been
+// unregistered.
+BOOL RegisterGlobalReference(GlobalReferenceMaker* maker);
+BOOL UnRegisterGlobalReference(GlobalReferenceMaker* maker);

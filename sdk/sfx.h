@@ -11,6 +11,9 @@ constexpr DWORD A_ATMOS_DISABLED = 0x00010000;
 class SpecialFX : public ReferenceTarget {
   public:
     virtual BOOL Active(TimeValue) { return !TestAFlag(A_ATMOS_DISABLED); }
+    // Whether the user switched it off.
+    IOResult Save(ISave* isave) override;
+    IOResult Load(ILoad* iload) override;
     // Once before the frames of a render, and once after them. The result has no meaning.
     virtual int RenderBegin(TimeValue, ULONG) { return 0; }
     virtual int RenderEnd(TimeValue) { return 0; }

@@ -1,0 +1,26 @@
+// What the effect asks of the library that it is part of.
+#pragma once
+
+#include <ioapi.h>
+#include <iparamb2_types.h>
+
+#include "effect/warning_switches.h"
+
+namespace effect {
+
+class PSDOutput;
+class PSDOutputLayer;
+
+struct LibraryServices {
+    ReadWarningSwitches readWarningSwitches;
+    // A text of the string table; null for one that isn't there. Valid until the next call.
+    const MCHAR* (*getString)(int id);
+    // Gives a layer the user's settings for its element's class. 0, and nothing done, without them.
+    int (*loadLayerPreset)(PSDOutputLayer* layer);
+    // What brings a loaded effect's block up to date when the whole file is in.
+    PostLoadCallback* (*makePostLoadCallback)(PSDOutput& effect);
+    // A parameter of the effect's block changed: controls that show it follow.
+    void (*parameterChanged)(PSDOutput& effect, ParamID id);
+};
+
+}  // namespace effect

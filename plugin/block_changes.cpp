@@ -1,0 +1,7 @@
+#include "plugin/block_changes.h"
+
+namespace plugin {
+
+void ParameterChanged(effect::PSDOutput&, ParamID) {}
+
+}  // namespace plugin

@@ -1,0 +1,16 @@
+// What happens when a process takes the library in and lets it go.
+#pragma once
+
+#include <maxtypes.h>
+
+namespace plugin {
+
+// The body of the library's entry function, with the system's reasons: 1 the process attaches, 0 it
+// detaches, 2 and 3 a thread does. A program that has the library linked in calls it by itself (see
+// Attach in entry.h). Always TRUE.
+BOOL LibraryMain(HINSTANCE module, DWORD reason);
+
+// The module handle that LibraryMain was given last; null before.
+HINSTANCE Module();
+
+}  // namespace plugin
