@@ -6,6 +6,13 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+if(WIN32)
+    # The host is a library that the plug-in loads beside it: MinGW then exports all that it has.
+    set(CMAKE_SHARED_LIBRARY_PREFIX "")
+    add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+    # This compiler keeps no more than 16 bytes of the stack aligned, and takes 32 for granted.
+    add_compile_options(-Wa,-muse-unaligned-vector-move)
+endif()
 
 add_library(veltrane_flags INTERFACE)
 target_compile_options(veltrane_flags INTERFACE
@@ -24,23 +31,44 @@ if(VELTRANE_FUZZ_COVERAGE)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
-# veltrane_library(NAME LIBRARY...): the static library of the folder that calls it, from all its
-# .cpp files. Includes are written from the project's root.
+# veltrane_sources(VARIABLE FOLDER): the folder's .cpp files that this system compiles: *_win32.cpp
+# on Windows only, *_posix.cpp elsewhere only.
+function(veltrane_sources variable folder)
+    file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+    if(WIN32)
+        list(FILTER sources EXCLUDE REGEX "_posix(_test)?\\.cpp$")
+    else()
+        list(FILTER sources EXCLUDE REGEX "_win32(_test)?\\.cpp$")
+    endif()
+    set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
+# veltrane_library(NAME LIBRARY...): the library of the folder that calls it, from all its .cpp
+# files; static, unless VELTRANE_LIBRARY_KIND says otherwise. Includes are written from the project's
+# root.
 function(veltrane_library name)
-    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-    add_library(${name} STATIC ${sources})
+    veltrane_sources(sources ${CMAKE_CURRENT_SOURCE_DIR})
+    if(NOT VELTRANE_LIBRARY_KIND)
+        set(VELTRANE_LIBRARY_KIND STATIC)
+    endif()
+    add_library(${name} ${VELTRANE_LIBRARY_KIND} ${sources})
     target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
     target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE $<BUILD_INTERFACE:veltrane_flags>)
 endfunction()
 
+# Where tests find the project's files. A program that Wine runs sees this machine's root as a drive.
+set(veltrane_source_dir ${PROJECT_SOURCE_DIR})
+if(CMAKE_CROSSCOMPILING)
+    set(veltrane_source_dir Z:${PROJECT_SOURCE_DIR})
+endif()
+
 # veltrane_test(FOLDER LIBRARY...): test_FOLDER from tests/FOLDER/*.cpp, run by CTest as one test a
-# GoogleTest suite member.
+# GoogleTest suite member; under Wine, where it takes a while to start a program, as one test.
 function(veltrane_test folder)
-    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    veltrane_sources(sources ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
     add_executable(test_${folder} ${sources})
     target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR})
-    target_compile_definitions(test_${folder} PRIVATE
-        VELTRANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_compile_definitions(test_${folder} PRIVATE VELTRANE_SOURCE_DIR="${veltrane_source_dir}")
     target_link_libraries(test_${folder} PRIVATE ${ARGN} GTest::gmock_main veltrane_flags)
     # It takes far longer to compile tests than to run them. The header is compiled ahead in one of
     # the two builds only, so that the other finds an include that is missing.
@@ -49,5 +77,9 @@ function(veltrane_test folder)
     if(VELTRANE_SANITIZE)
         target_precompile_headers(test_${folder} PRIVATE <gmock/gmock.h>)
     endif()
-    gtest_discover_tests(test_${folder} DISCOVERY_TIMEOUT 60 TEST_PREFIX ${folder}:)
+    if(CMAKE_CROSSCOMPILING)
+        add_test(NAME ${folder} COMMAND test_${folder} --gtest_brief=1)
+    else()
+        gtest_discover_tests(test_${folder} DISCOVERY_TIMEOUT 60 TEST_PREFIX ${folder}:)
+    endif()
 endfunction()
