@@ -17,6 +17,17 @@ constexpr float highestGamma = 10.0F;
 constexpr const char* programText =
     "veltrane saves rendered frames as layered PSD and PSB documents.";
 
+#ifdef _WIN32
+constexpr const char* inputText =
+    "Render file: OpenEXR, PNG, TIFF or JPEG; with --frames\n"
+    "its name holds the frame number as ####, %04d or $F4";
+#else
+constexpr const char* inputText =
+    "Render file: OpenEXR, PNG, TIFF, JPEG, Radiance HDR or\n"
+    "TGA; with --frames its name holds the frame number as\n"
+    "####, %04d or $F4";
+#endif
+
 constexpr const char* programExamples =
     "Examples:\n"
     "  veltrane save still.exr                          still.psd beside it, 16 bits\n"
@@ -56,6 +67,8 @@ class Parser {
   public:
     Parser() : app(programText, "veltrane") {
         app.require_subcommand(1);
+        // What begins with a slash is a path, on Windows as elsewhere.
+        app.allow_windows_style_options(false);
         app.get_formatter()->column_width(24);
         app.footer(programExamples);
         app.set_version_flag("--version", "veltrane " VELTRANE_VERSION, "Show the version");
@@ -126,13 +139,7 @@ class Parser {
     void AddSave() {
         saveCommand = app.add_subcommand("save", "Save a render file as a layered document");
         saveCommand->footer(saveExamples);
-        saveCommand
-            ->add_option("INPUT", save.input,
-                         "Render file: OpenEXR, PNG, TIFF, JPEG, Radiance HDR or\n"
-                         "TGA; with --frames its name holds the frame number as\n"
-                         "####, %04d or $F4")
-            ->required()
-            ->type_name("");
+        saveCommand->add_option("INPUT", save.input, inputText)->required()->type_name("");
         saveCommand
             ->add_option("-o,--output", save.output,
                          "Document, .psd or .psb (default: INPUT with the suffix\n.psd)")

@@ -1,9 +1,11 @@
 #include "command/console.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #ifdef _WIN32
 #include <io.h>
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
@@ -23,7 +25,10 @@ void Put(std::FILE* stream, std::string_view text) {
 
 bool IsTerminal(std::FILE* stream) {
 #ifdef _WIN32
-    return _isatty(_fileno(stream)) != 0;
+    // _isatty takes NUL for a terminal too.
+    DWORD mode = 0;
+    const std::intptr_t handle = _get_osfhandle(_fileno(stream));
+    return GetConsoleMode(reinterpret_cast<HANDLE>(handle), &mode) != 0;
 #else
     return isatty(fileno(stream)) != 0;
 #endif

@@ -1,14 +1,45 @@
 #include "command/exr_stream.h"
 
-#include <OpenEXR/ImfStdIO.h>
-
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
 #include <stdexcept>
+#include <utility>
+
+#include "command/input_file.h"
 
 namespace command {
 namespace {
+
+[[noreturn]] void FailAtEnd() {
+    throw std::runtime_error("unexpected end of file");
+}
+
+// The library's own takes no paths beyond the system's code page on Windows.
+class FileStream : public Imf::IStream {
+  public:
+    explicit FileStream(const std::string& path)
+        : Imf::IStream(path.c_str()), file(OpenInput(path)), size(SizeOfInput(file.get())) {}
+
+    std::uint64_t Size() const { return size; }
+
+    bool read(char c[], int n) override {
+        const auto count = static_cast<std::size_t>(std::max(n, 0));
+        if (n < 0 || ReadInput(file.get(), fileName(), c, count) < count) FailAtEnd();
+        position += count;
+        return position < size;
+    }
+    std::uint64_t tellg() override { return position; }
+    void seekg(std::uint64_t pos) override {
+        SeekInput(file.get(), pos);
+        position = pos;
+    }
+    void clear() override { std::clearerr(file.get()); }
+
+  private:
+    InputFile file;
+    std::uint64_t size;
+    std::uint64_t position = 0;
+};
 
 class MemoryStream : public Imf::IStream {
   public:
@@ -16,9 +47,7 @@ class MemoryStream : public Imf::IStream {
         : Imf::IStream(path.c_str()), data(bytes), size(count) {}
 
     bool read(char c[], int n) override {
-        if (n < 0 || static_cast<std::size_t>(n) > size - position) {
-            throw std::runtime_error("unexpected end of file");
-        }
+        if (n < 0 || static_cast<std::size_t>(n) > size - position) FailAtEnd();
         std::memcpy(c, data + position, static_cast<std::size_t>(n));
         position += static_cast<std::size_t>(n);
         return position < size;
@@ -37,8 +66,9 @@ class MemoryStream : public Imf::IStream {
 }  // namespace
 
 ExrStream OpenExrStream(const std::string& path) {
-    const std::filesystem::path native(std::u8string(path.begin(), path.end()));
-    return {std::make_unique<Imf::StdIFStream>(path.c_str()), std::filesystem::file_size(native)};
+    auto stream = std::make_unique<FileStream>(path);
+    const std::uint64_t size = stream->Size();
+    return {std::move(stream), size};
 }
 
 ExrStream OpenExrStream(const std::string& path, const char* bytes, std::size_t size) {

@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "host/input_error.h"
+
 namespace command {
 
 // The command line can't be understood: exit status 2.
@@ -13,9 +15,6 @@ class UsageError : public std::runtime_error {
 };
 
 // A render file can't be read, or not as asked: exit status 1.
-class InputError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
+using host::InputError;
 
 }  // namespace command

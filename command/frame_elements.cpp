@@ -7,6 +7,7 @@
 #include "command/failure.h"
 #include "command/nearest_names.h"
 #include "host/application.h"
+#include "host/build_scene.h"
 #include "host/text.h"
 #include "plugin/entry.h"
 
@@ -51,6 +52,10 @@ FrameElements::FrameElements(Session& hostSession, const SceneDescription* scene
     if (scene) settings = scene->elementSettings;
     for (const std::string& text : userSettings)
         settings.push_back(ParseElementSetting(text));
+    for (int i = 0; i < Elements().NumRenderElements(); ++i) {
+        const host::RenderElement* element = Elements().GetRenderElement(i);
+        if (SettingsOf(session.Block(), element)) saved.insert(element);
+    }
 }
 
 std::vector<FrameElement> FrameElements::SetUp(const std::vector<PassElement>& passes,
@@ -63,9 +68,9 @@ std::vector<FrameElement> FrameElements::SetUp(const std::vector<PassElement>& p
             const SceneElement* known = FindInScene(pass.name);
             const bool hasClass = known && known->elementClass;
             element = &Elements().Add(hasClass ? *known->elementClass : pass.classID, name);
-            if (inVRay) element->SetInVRayFrameBuffer();
-            if (known) ApplyScene(*known, *element);
+            if (known) host::DescribeElement(*known, session.SceneNodes(), *element);
         }
+        if (inVRay) element->SetInVRayFrameBuffer();
         frame.push_back({&pass, element});
     }
     plugin::SyncRenderElements(session.GetEffect());
@@ -78,14 +83,20 @@ void FrameElements::Settle(const std::vector<FrameElement>& frame, bool sharesAl
         if (!settled.insert(each.element).second) continue;
         IParamBlock2* block = SettingsOf(session.Block(), each.element);
         if (!block) continue;
-        if (each.pass->isDouble) block->SetValue(LayerParameter("visible"), 0, FALSE);
-        if (inVRay && !sharesAlpha && !each.pass->channels.alpha) {
-            block->SetValue(LayerParameter("premultiply"), 0, TRUE);
-            block->SetValue(LayerParameter("transparency"), 0, FALSE);
-        }
+        if (!saved.contains(each.element)) FitToPass(*each.pass, sharesAlpha, *block);
         for (const ElementSetting& setting : settings) {
             if (IsFor(setting, each.pass->name)) Apply(setting.setting, *block);
         }
+    }
+}
+
+// What the effect's own settings of a new element don't know.
+void FrameElements::FitToPass(const PassElement& pass, bool sharesAlpha,
+                              IParamBlock2& block) const {
+    if (pass.isDouble) block.SetValue(LayerParameter("visible"), 0, FALSE);
+    if (inVRay && !sharesAlpha && !pass.channels.alpha) {
+        block.SetValue(LayerParameter("premultiply"), 0, TRUE);
+        block.SetValue(LayerParameter("transparency"), 0, FALSE);
     }
 }
 
@@ -94,25 +105,6 @@ const SceneElement* FrameElements::FindInScene(const std::string& name) const {
     const auto found = std::find_if(scene->elements.begin(), scene->elements.end(),
                                     [&](const SceneElement& each) { return each.name == name; });
     return found == scene->elements.end() ? nullptr : &*found;
-}
-
-void FrameElements::ApplyScene(const SceneElement& known, host::RenderElement& element) const {
-    element.SetEnabled(known.enabled);
-    if (!known.multiMatte) return;
-    for (int i = 0; i < static_cast<int>(known.multiMatte->size()); ++i) {
-        const SceneMatte& matte = (*known.multiMatte)[static_cast<std::size_t>(i)];
-        MultiMatteComponent component;
-        component.idOn = matte.id.has_value();
-        component.id = matte.id.value_or(0);
-        component.isMaterial = matte.isMaterial;
-        component.include = matte.include;
-        for (const std::size_t index : matte.nodes) {
-            const MSTR name = host::FromUtf8(scene->nodes[index].name);
-            INode* node = host::App().scene.FindNode(name);
-            component.nodes.Append(1, &node);
-        }
-        element.SetMultiMatte(i, component);
-    }
 }
 
 std::vector<std::string> FrameElements::SettingsWithoutElement(const std::string& path) const {

@@ -33,10 +33,11 @@ class FrameElements {
     FrameElements(Session& session, const SceneDescription* scene,
                   const std::vector<std::string>& userSettings, bool inVRay);
 
-    // Elements of earlier frames stay, without pixels if this frame has none. New ones have their
-    // settings. In V-Ray's frame buffer an element without an alpha has the picture's; when that
-    // isn't so in the file (`sharesAlpha`), its settings make no use of it. `passes` outlives the
-    // result.
+    // Elements of earlier frames, and those that the effect is saved with, stay, without pixels if
+    // this frame has none. New ones have their settings, saved ones what was saved, and over both
+    // stand settings by name. For new ones in V-Ray's frame buffer an element without an alpha has
+    // the picture's; when that isn't so in the file (`sharesAlpha`), its settings make no use of
+    // it. `passes` outlives the result.
     std::vector<FrameElement> SetUp(const std::vector<PassElement>& passes, bool sharesAlpha);
 
     // Names of settings that fit no element so far, where that may be: with a star in them, or in a
@@ -54,7 +55,7 @@ class FrameElements {
 
   private:
     const SceneElement* FindInScene(const std::string& name) const;
-    void ApplyScene(const SceneElement& known, host::RenderElement& element) const;
+    void FitToPass(const PassElement& pass, bool sharesAlpha, IParamBlock2& block) const;
     void Settle(const std::vector<FrameElement>& frame, bool sharesAlpha);
 
     Session& session;
@@ -62,6 +63,8 @@ class FrameElements {
     bool inVRay;
     // In the order of their say: those of the scene file, then the user's.
     std::vector<ElementSetting> settings;
+    // Elements of the scene that the effect was saved with.
+    std::set<const IRenderElement*> saved;
     // Elements whose settings were applied.
     std::set<const IRenderElement*> settled;
 };

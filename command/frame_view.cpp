@@ -5,8 +5,8 @@
 #include <numbers>
 
 #include "command/camera_axes.h"
-#include "command/host_transform.h"
 #include "host/application.h"
+#include "host/scene_transform.h"
 
 namespace command {
 namespace {
@@ -24,7 +24,7 @@ host::CameraView HostView(const CameraAxes& axes, const std::array<double, 16>& 
     host::CameraView view;
     view.camToWorld =
         Matrix3({side * right[0], side * right[1], side * right[2]}, {up[0], up[1], up[2]},
-                {back[0], back[1], back[2]}, HostTransform(transform).GetTrans());
+                {back[0], back[1], back[2]}, host::HostTransform(transform).GetTrans());
     view.projection = lens.width > 0.0 ? PROJ_PARALLEL : PROJ_PERSPECTIVE;
     view.fieldOfView = static_cast<float>(lens.fieldOfView * std::numbers::pi / 180.0);
     view.width = static_cast<float>(lens.width);

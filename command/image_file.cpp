@@ -1,23 +1,17 @@
 #include "command/image_file.h"
 
-#include <OpenImageIO/filesystem.h>
-#include <OpenImageIO/imageio.h>
-
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <utility>
 
-#include "command/ascii_case.h"
 #include "command/failure.h"
 #include "command/finite.h"
+#include "command/image_decoder.h"
 #include "command/layer_names.h"
 #include "command/library_errors.h"
 #include "command/number_text.h"
 #include "command/orientation.h"
 #include "command/pixel_aspect.h"
-#include "command/quiet_stderr.h"
 #include "command/transfer_curve.h"
 
 namespace command {
@@ -27,41 +21,14 @@ constexpr std::size_t components = 4;
 // Bytes of rows as the file has them that are held at a time.
 constexpr std::size_t blockBytes = std::size_t{1} << 20;
 
-SampleType TypeOf(const OIIO::TypeDesc& type) {
-    switch (type.basetype) {
-        case OIIO::TypeDesc::UINT8:
-            return SampleType::Unsigned8;
-        case OIIO::TypeDesc::UINT16:
-            return SampleType::Unsigned16;
-        case OIIO::TypeDesc::UINT32:
-            return SampleType::Unsigned32;
-        case OIIO::TypeDesc::HALF:
-            return SampleType::Half;
-        default:
-            return SampleType::Float;
-    }
-}
-
 bool IsForDisplay(SampleType type) {
     return type == SampleType::Unsigned8 || type == SampleType::Unsigned16;
 }
 
 // What the file says of its curve, else what its kind of values is taken for.
-TransferCurve CurveOf(const OIIO::ImageSpec& spec) {
-    const std::string space = spec.get_string_attribute("oiio:ColorSpace");
-    if (EqualIgnoringCase(space, "linear")) return {};
-    if (EqualIgnoringCase(space, "sRGB")) return {TransferCurve::Kind::SRGB};
-    double gamma = spec.get_float_attribute("oiio:Gamma", 0.0F);
-    constexpr std::string_view prefix = "Gamma";
-    if (gamma <= 0 && space.starts_with(prefix)) {
-        std::from_chars(space.data() + prefix.size(), space.data() + space.size(), gamma);
-    }
-    if (std::isfinite(gamma) && gamma > 0) {
-        if (gamma == 1.0) return {};
-        return {TransferCurve::Kind::Power, gamma};
-    }
-    return {IsForDisplay(TypeOf(spec.format)) ? TransferCurve::Kind::SRGB
-                                              : TransferCurve::Kind::Linear};
+TransferCurve CurveOf(const ImageTraits& image) {
+    if (image.curve) return *image.curve;
+    return {IsForDisplay(image.type) ? TransferCurve::Kind::SRGB : TransferCurve::Kind::Linear};
 }
 
 std::string CurveName(const TransferCurve& curve) {
@@ -103,11 +70,10 @@ class RowDecoder {
         if (type == SampleType::Unsigned16) table = DecodeTable(curve, 65535);
     }
 
-    // The type that rows come in.
-    OIIO::TypeDesc RowType() const {
-        if (type == SampleType::Unsigned8) return OIIO::TypeDesc::UINT8;
-        if (type == SampleType::Unsigned16) return OIIO::TypeDesc::UINT16;
-        return OIIO::TypeDesc::FLOAT;
+    // Of a value in the rows that are decoded.
+    std::size_t ValueBytes() const {
+        if (type == SampleType::Unsigned8) return sizeof(std::uint8_t);
+        return type == SampleType::Unsigned16 ? sizeof(std::uint16_t) : sizeof(float);
     }
 
     void Decode(const void* row, std::size_t pixels, float* out) const {
@@ -173,37 +139,22 @@ class RowDecoder {
 
 class ImageFile : public RenderFile {
   public:
-    // `memory` may be null: the file is then read from disk.
     ImageFile(const std::string& path, const ImageFormat& format,
-              std::unique_ptr<OIIO::Filesystem::IOProxy> memory)
-        : proxy(std::move(memory)) {
-        const QuietStderr quiet;
-        input = OIIO::ImageInput::create(std::string(format.name), false, nullptr, "");
-        if (!input) {
-            throw InputError(path + ": the installed OpenImageIO reads no " +
-                             std::string(format.title) + "; convert the file to OpenEXR");
-        }
-        OIIO::ImageSpec config;
-        // Colours as they stand in the file: they are decoded before they are multiplied by alpha.
-        config.attribute("oiio:UnassociatedAlpha", 1);
-        if (proxy) {
-            OIIO::Filesystem::IOProxy* pointer = proxy.get();
-            config.attribute("oiio:ioproxy", OIIO::TypeDesc::PTR, &pointer);
-        }
+              std::unique_ptr<ImageDecoder> openDecoder)
+        : decoder(std::move(openDecoder)), image(decoder->GetTraits()), curve(CurveOf(image)) {
         description.path = path;
-        if (!input->open(path, spec, config)) Fail();
-        Describe(format);
-    }
-
-    ~ImageFile() override {
-        const QuietStderr quiet;
-        input.reset();
+        description.format = format.title;
+        DescribePart();
+        DescribeChannels();
+        if (image.hasMorePictures) {
+            description.warnings.emplace_back(
+                "the file holds more than one picture; the first is read");
+        }
     }
 
     const Description& GetDescription() const override { return description; }
 
     Picture Read(const Beauty& beauty) override {
-        const QuietStderr quiet;
         return Guarded(description.path, [&] { return ReadBeauty(beauty); });
     }
 
@@ -213,7 +164,6 @@ class ImageFile : public RenderFile {
         std::vector<Picture> pictures;
         std::vector<Place> places;
         Guarded(description.path, [&] {
-            const QuietStderr quiet;
             CheckSize();
             for (std::size_t i = 0; i < channels.size();) {
                 std::size_t count = 1;
@@ -237,75 +187,48 @@ class ImageFile : public RenderFile {
         std::size_t component = 0;
     };
 
-    [[noreturn]] void Fail() {
-        const std::string reason = input->geterror();
-        throw InputError(description.path + ": damaged or cut short (" +
-                         (reason.empty() ? "no pixels" : reason) + "); render or copy it again");
-    }
-
-    void Describe(const ImageFormat& format) {
-        description.format = format.title;
+    void DescribePart() {
         Part part;
-        part.storage = spec.tile_width > 0 ? "tiled " + std::to_string(spec.tile_width) + "x" +
-                                                 std::to_string(spec.tile_height)
-                                           : "scanline";
-        part.compression = spec.get_string_attribute("compression", "");
-        part.dataWindow = {0, 0, spec.width - 1, spec.height - 1};
-        part.displayWindow = part.dataWindow;
-        part.pixelAspect = SoundAspect(spec.get_float_attribute("PixelAspectRatio", 1.0F));
-        premultiplied = spec.get_int_attribute("oiio:UnassociatedAlpha", 0) == 0;
-        orientation = spec.get_int_attribute("Orientation", 1);
-        curve = CurveOf(spec);
+        part.storage = image.storage;
+        part.compression = image.compression;
+        part.dataWindow = {0, 0, image.width - 1, image.height - 1};
+        part.pixelAspect = SoundAspect(image.pixelAspect);
         part.attributes.push_back({"transfer curve", "string", CurveName(curve)});
-        if (spec.alpha_channel >= 0) {
-            part.attributes.push_back(
-                {"alpha", "string", std::string(premultiplied ? "premultiplied" : "straight")});
+        if (image.alpha >= 0) {
+            const char* kind = image.premultiplied ? "premultiplied" : "straight";
+            part.attributes.push_back({"alpha", "string", std::string(kind)});
         }
-        if (IsQuarterTurn(orientation)) {
+        if (IsQuarterTurn(image.orientation))
             std::swap(part.dataWindow.right, part.dataWindow.bottom);
-            part.displayWindow = part.dataWindow;
-        }
+        part.displayWindow = part.dataWindow;
         description.parts.push_back(std::move(part));
-        DescribeChannels();
-        if (input->seek_subimage(1, 0)) {
-            description.warnings.emplace_back(
-                "the file holds more than one picture; the first is "
-                "read");
-        }
-        input->geterror();
-        if (!input->seek_subimage(0, 0)) Fail();
     }
 
     void DescribeChannels() {
         std::vector<Channel> channels;
-        for (std::size_t i = 0; i < static_cast<std::size_t>(spec.nchannels); ++i) {
-            std::string name =
-                i < spec.channelnames.size() ? spec.channelnames[i] : "channel" + std::to_string(i);
-            if (static_cast<int>(i) == spec.alpha_channel) name = "A";
-            channels.push_back({std::move(name), {}, TypeOf(spec.format)});
-        }
-        fileChannels = channels;
+        for (const std::string& name : image.channels)
+            channels.push_back({name, {}, image.type});
         description.layers = SortIntoLayers(std::move(channels), 0, {});
     }
 
     int IndexOf(const std::string& name) const {
-        const auto channel = std::find_if(fileChannels.begin(), fileChannels.end(),
-                                          [&](const Channel& each) { return each.name == name; });
-        return name.empty() || channel == fileChannels.end()
+        const auto channel = std::find(image.channels.begin(), image.channels.end(), name);
+        return name.empty() || channel == image.channels.end()
                    ? -1
-                   : static_cast<int>(channel - fileChannels.begin());
+                   : static_cast<int>(channel - image.channels.begin());
     }
 
     void CheckSize() const {
-        if (spec.width < 1 || spec.height < 1) {
-            throw InputError(description.path + ": the picture is " + std::to_string(spec.width) +
-                             "x" + std::to_string(spec.height) + " pixels; there is nothing in it");
+        const std::string size =
+            std::to_string(image.width) + "x" + std::to_string(image.height) + " pixels";
+        if (image.width < 1 || image.height < 1) {
+            throw InputError(description.path + ": the picture is " + size +
+                             "; there is nothing in it");
         }
-        if (spec.width > largestSide || spec.height > largestSide) {
-            throw InputError(description.path + ": the picture is " + std::to_string(spec.width) +
-                             "x" + std::to_string(spec.height) +
-                             " pixels, and a document holds at most " +
-                             std::to_string(largestSide) + " a side; render it smaller");
+        if (image.width > largestSide || image.height > largestSide) {
+            throw InputError(description.path + ": the picture is " + size +
+                             ", and a document holds at most " + std::to_string(largestSide) +
+                             " a side; render it smaller");
         }
     }
 
@@ -344,13 +267,13 @@ class ImageFile : public RenderFile {
     // Upright.
     Picture ReadPicture(const Outputs& outputs, int alpha) {
         Picture picture;
-        picture.width = spec.width;
-        picture.height = spec.height;
+        picture.width = image.width;
+        picture.height = image.height;
         picture.pixelAspect = description.parts[0].pixelAspect;
-        const RowDecoder decoder(curve, TypeOf(spec.format), premultiplied,
-                                 static_cast<std::size_t>(spec.nchannels), outputs, alpha);
-        ReadPixels(decoder, picture);
-        TurnUpright(picture, orientation);
+        const RowDecoder rowDecoder(curve, image.type, image.premultiplied, image.channels.size(),
+                                    outputs, alpha);
+        ReadPixels(rowDecoder, picture);
+        TurnUpright(picture, image.orientation);
         return picture;
     }
 
@@ -377,67 +300,43 @@ class ImageFile : public RenderFile {
         }
     }
 
-    void ReadPixels(const RowDecoder& decoder, Picture& picture) {
-        const auto width = static_cast<std::size_t>(spec.width);
-        const std::size_t rowBytes =
-            width * static_cast<std::size_t>(spec.nchannels) * decoder.RowType().size();
+    void ReadPixels(const RowDecoder& rowDecoder, Picture& picture) {
+        const auto width = static_cast<std::size_t>(image.width);
+        const auto height = static_cast<std::size_t>(image.height);
+        const auto tile = static_cast<std::size_t>(image.tileHeight);
+        const std::size_t rowBytes = width * image.channels.size() * rowDecoder.ValueBytes();
         std::size_t rowsAtOnce = std::max<std::size_t>(1, blockBytes / rowBytes);
-        // Whole rows of tiles: the library reads a tile again for every call that touches it.
-        if (spec.tile_height > 0) {
-            const auto tile = static_cast<std::size_t>(spec.tile_height);
-            rowsAtOnce = (rowsAtOnce + tile - 1) / tile * tile;
-        }
-        rowsAtOnce = std::min(rowsAtOnce, static_cast<std::size_t>(spec.height));
+        rowsAtOnce = std::min((rowsAtOnce + tile - 1) / tile * tile, height);
         std::vector<unsigned char> block(rowBytes * rowsAtOnce);
         auto& out = picture.components.emplace<std::vector<float>>();
         // Address space only: pages are taken as rows are appended.
-        out.reserve(width * static_cast<std::size_t>(spec.height) * components);
-        for (int first = 0; first < spec.height;) {
-            const int last = std::min(spec.height, first + static_cast<int>(rowsAtOnce));
-            const bool good =
-                input->read_scanlines(0, 0, spec.y + first, spec.y + last, spec.z, 0,
-                                      spec.nchannels, decoder.RowType(), block.data());
-            if (!good || input->has_error()) Fail();
-            for (int row = first; row < last; ++row) {
+        out.reserve(width * height * components);
+        for (std::size_t first = 0; first < height; first += rowsAtOnce) {
+            const std::size_t last = std::min(height, first + rowsAtOnce);
+            decoder->ReadRows(static_cast<int>(first), static_cast<int>(last), block.data());
+            for (std::size_t row = first; row < last; ++row) {
                 const std::size_t start = out.size();
                 out.resize(start + width * components);
-                decoder.Decode(block.data() + static_cast<std::size_t>(row - first) * rowBytes,
-                               width, out.data() + start);
+                rowDecoder.Decode(block.data() + (row - first) * rowBytes, width,
+                                  out.data() + start);
             }
-            first = last;
         }
     }
 
-    std::unique_ptr<OIIO::Filesystem::IOProxy> proxy;
-    std::unique_ptr<OIIO::ImageInput> input;
-    OIIO::ImageSpec spec;
-    // In the file's order.
-    std::vector<Channel> fileChannels;
+    std::unique_ptr<ImageDecoder> decoder;
+    const ImageTraits& image;
     TransferCurve curve;
-    bool premultiplied = false;
-    int orientation = 1;
     Description description;
 };
 
-std::unique_ptr<RenderFile> Open(const std::string& path, const ImageFormat& format,
-                                 std::unique_ptr<OIIO::Filesystem::IOProxy> memory) {
-    // The program runs on one thread.
-    OIIO::attribute("threads", 1);
-    return Guarded(path, [&]() -> std::unique_ptr<RenderFile> {
-        return std::make_unique<ImageFile>(path, format, std::move(memory));
-    });
-}
-
 }  // namespace
-
-std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format) {
-    return Open(path, format, nullptr);
-}
 
 std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format,
                                           const char* bytes, std::size_t size) {
-    return Open(path, format,
-                std::make_unique<OIIO::Filesystem::IOMemReader>(const_cast<char*>(bytes), size));
+    return Guarded(path, [&]() -> std::unique_ptr<RenderFile> {
+        return std::make_unique<ImageFile>(path, format,
+                                           OpenImageDecoder(path, format, bytes, size));
+    });
 }
 
 }  // namespace command

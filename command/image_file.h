@@ -1,5 +1,4 @@
-// Render files that are not OpenEXR, read with OpenImageIO. This and what it needs of that library
-// is the module that image_module.h loads.
+// Render files that are not OpenEXR: what becomes of the pixels that image_decoder.h gives.
 #pragma once
 
 #include <cstddef>
@@ -17,10 +16,9 @@ namespace command {
 // multiplied again. The orientation that the file asks for is applied. The first picture of a file
 // with several is read. The result is of floats. ReadRows gives channels in the same way: colours
 // linear and multiplied by their layer's alpha, others as fractions of the largest integer, all as
-// floats and from whole pictures in memory. Throw InputError.
-std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format);
-// From memory, which must outlive the result.
+// floats and from whole pictures in memory. `bytes`, which must outlive the result, may be null:
+// the file is then read from disk. Throws InputError.
 std::unique_ptr<RenderFile> OpenImageFile(const std::string& path, const ImageFormat& format,
-                                          const char* bytes, std::size_t size);
+                                          const char* bytes = nullptr, std::size_t size = 0);
 
 }  // namespace command

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 #include "command/ascii_case.h"
 
@@ -14,9 +15,17 @@ constexpr ImageFormat formats[] = {
     {"png", "PNG", {"\x89PNG\r\n\x1a\n"sv}},
     {"tiff", "TIFF", {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv}},
     {"jpeg", "JPEG", {"\xff\xd8\xff"sv}},
-    {"hdr", "Radiance HDR", {"#?RADIANCE"sv, "#?RGBE"sv}},
-    {"targa", "TGA", {}, ".tga"},
+    {"hdr", "Radiance HDR", {"#?RADIANCE"sv, "#?RGBE"sv}, {}, false},
+    {"targa", "TGA", {}, ".tga", false},
 };
+
+bool IsRead([[maybe_unused]] const ImageFormat& format) {
+#ifdef _WIN32
+    return format.isOnWindows;
+#else
+    return true;
+#endif
+}
 
 bool IsSigned(const ImageFormat& format, std::string_view start) {
     return std::any_of(format.signatures.begin(), format.signatures.end(),
@@ -41,10 +50,14 @@ const ImageFormat* FindImageFormat(const std::string& path, const char* bytes, s
 }
 
 std::string ImageFormatList() {
-    std::string list;
+    std::vector<std::string_view> titles;
     for (const ImageFormat& format : formats) {
-        if (!list.empty()) list += &format == std::end(formats) - 1 ? " or " : ", ";
-        list += format.title;
+        if (IsRead(format)) titles.push_back(format.title);
+    }
+    std::string list;
+    for (const std::string_view title : titles) {
+        if (!list.empty()) list += title == titles.back() ? " or " : ", ";
+        list += title;
     }
     return list;
 }

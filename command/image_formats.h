@@ -9,7 +9,7 @@
 namespace command {
 
 struct ImageFormat {
-    // OpenImageIO's.
+    // The decoder's.
     std::string_view name;
     // The user's.
     std::string_view title;
@@ -17,13 +17,15 @@ struct ImageFormat {
     std::array<std::string_view, 4> signatures{};
     // For a format without a signature.
     std::string_view suffix{};
+    // Windows has a decoder for it.
+    bool isOnWindows = true;
 };
 
 // Told by the first bytes or, for TGA, by the path's suffix; null for none of the formats. Twelve
 // bytes are looked at.
 const ImageFormat* FindImageFormat(const std::string& path, const char* bytes, std::size_t size);
 
-// "PNG, TIFF, JPEG, Radiance HDR or TGA".
+// Those that this system reads: "PNG, TIFF, JPEG, Radiance HDR or TGA".
 std::string ImageFormatList();
 
 }  // namespace command

@@ -1,12 +1,10 @@
 // Text from files and libraries, made safe to show on a terminal.
 #pragma once
 
-#include <string>
-#include <string_view>
+#include "host/printable.h"
 
 namespace command {
 
-// One line: control characters become blanks (runs of them one blank), none at the ends.
-std::string Printable(std::string_view text);
+using host::Printable;
 
 }  // namespace command

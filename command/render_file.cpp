@@ -2,15 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdio>
-#include <filesystem>
-#include <system_error>
 
 #include "command/exr_file.h"
 #include "command/failure.h"
+#include "command/image_file.h"
 #include "command/image_formats.h"
-#include "command/image_module.h"
+#include "command/input_file.h"
 
 namespace command {
 namespace {
@@ -29,32 +26,10 @@ using Signature = std::array<char, signatureBytes>;
 
 // The file's first bytes; zeros behind its end.
 Signature ReadSignature(const std::string& path) {
-    std::error_code fault;
-    const std::filesystem::path native(std::u8string(path.begin(), path.end()));
-    if (std::filesystem::is_directory(native, fault)) {
-        Fail(path, "a folder, not an image; give a file in it");
-    }
-    const auto kind = std::filesystem::status(native, fault).type();
-    if (!fault && kind != std::filesystem::file_type::regular &&
-        kind != std::filesystem::file_type::not_found) {
-        Fail(path, "a pipe or device, not a file; save the image to a file first");
-    }
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (!file) {
-        const int reason = errno;
-        if (reason == ENOENT) Fail(path, "no such file; check the path");
-        Fail(path, "cannot be opened (" + std::generic_category().message(reason) +
-                       "); check its permissions");
-    }
+    const InputFile file = OpenInput(path);
     Signature bytes{};
-    const std::size_t count = std::fread(bytes.data(), 1, bytes.size(), file);
-    const int reason = std::ferror(file) != 0 ? errno : 0;
-    std::fclose(file);
-    if (reason != 0) {
-        Fail(path,
-             "cannot be read (" + std::generic_category().message(reason) + "); check the disk");
-    }
-    if (count == 0) Fail(path, "the file is empty; render or copy it again");
+    if (ReadInput(file.get(), path, bytes.data(), bytes.size()) == 0)
+        Fail(path, "the file is empty; render or copy it again");
     return bytes;
 }
 
@@ -76,7 +51,7 @@ std::unique_ptr<RenderFile> OpenRenderFile(const std::string& path) {
     if (IsExr(start.data(), start.size())) return OpenExrFile(path);
     const ImageFormat* format = FindImageFormat(path, start.data(), start.size());
     if (!format) FailForeign(path);
-    return OpenImage(path, *format);
+    return OpenImageFile(path, *format);
 }
 
 std::unique_ptr<RenderFile> OpenRenderFile(const std::string& path, const char* bytes,
@@ -84,7 +59,7 @@ std::unique_ptr<RenderFile> OpenRenderFile(const std::string& path, const char* 
     if (IsExr(bytes, size)) return OpenExrFile(path, bytes, size);
     const ImageFormat* format = FindImageFormat(path, bytes, size);
     if (!format) FailForeign(path);
-    return OpenImage(path, *format, bytes, size);
+    return OpenImageFile(path, *format, bytes, size);
 }
 
 }  // namespace command

@@ -8,10 +8,13 @@
 #include <filesystem>
 #include <utility>
 
-#include "command/apply_scene.h"
+#include "command/apply_parameters.h"
+#include "command/failure.h"
 #include "command/native_path.h"
 #include "host/application.h"
+#include "host/build_scene.h"
 #include "host/host_renderer.h"
+#include "host/temporary_folder.h"
 #include "host/text.h"
 #include "plugin/entry.h"
 
@@ -32,60 +35,139 @@ void SetUpRenderer(Class_ID id) {
     if (id == VRAY_CLASS_ID) SetUpVRay(*renderer);
 }
 
-void SetUpScene(const SceneDescription& scene) {
-    host::Settings& settings = host::App().settings;
-    ApplyScene(scene, host::App().scene);
-    if (scene.render.hidden) settings.render.hidden = *scene.render.hidden;
-    if (scene.render.frameRate) settings.frameRate = *scene.render.frameRate;
+// The scene is the application's; what is rendered, and where to, is the command's matter.
+host::BuiltScene SetUpScene(const SceneDescription& scene) {
+    host::CheckScene(scene, host::App().classes);
+    host::BuiltScene built = host::BuildScene(scene, host::ElementsToBuild::WithHandles);
+    host::App().settings.render.saveFile = FALSE;
+    return built;
+}
+
+bool SavesDocuments(Effect& effect) {
+    return effect.ClassID() == LibClassDesc(0)->ClassID();
+}
+
+// The scene's effect that is to save the document; null when it has none at all.
+Effect* FindEffect(const SceneDescription& scene, const host::BuiltScene& built) {
+    Effect* found = nullptr;
+    bool any = false;
+    for (Effect* effect : built.effects) {
+        if (!SavesDocuments(*effect)) continue;
+        any = true;
+        if (!effect->Active(host::App().settings.time)) continue;
+        if (found) {
+            throw InputError(scene.path +
+                             ": effects: more than one effect that saves documents is on; switch "
+                             "the others off in the application");
+        }
+        found = effect;
+    }
+    if (any && !found) {
+        throw InputError(scene.path +
+                         ": effects: the effect that saves the document is off; switch it on in "
+                         "the application");
+    }
+    return found;
+}
+
+Effect& NewEffect() {
+    ClassDesc* wanted = LibClassDesc(0);
+    host::Application& app = host::App();
+    auto* effect =
+        static_cast<Effect*>(app.classes.CreateInstance(wanted->SuperClassID(), wanted->ClassID()));
+    app.effects.emplace_back(effect);
+    return *effect;
+}
+
+bool IsAsMade(const parameters::Row& row, IParamBlock2& block) {
+    using parameters::Type;
+    switch (row.type) {
+        case Type::Bool:
+        case Type::Int:
+            return block.GetInt(row.id) == static_cast<int>(row.number);
+        case Type::Float:
+        case Type::Fraction:
+            return block.GetFloat(row.id) == static_cast<float>(row.number);
+        case Type::String:
+        case Type::Filename: {
+            const MCHAR* text = block.GetStr(row.id);
+            return host::ToUtf8(text) == row.text;
+        }
+        case Type::Reference:
+            return block.GetReferenceTarget(row.id) == nullptr;
+        case Type::ReferenceTable:
+        case Type::NodeTable:
+        case Type::StringTable:
+            break;
+    }
+    return block.Count(row.id) == 0;
 }
 
 }  // namespace
 
+Session::Cleared::Cleared() {
+    host::ResetApplication();
+}
+
+Session::Cleared::~Cleared() {
+    host::ResetApplication();
+}
+
 Session::Session(const SaveArguments& arguments, const SavePlan& plan,
                  std::vector<Setting> settings, const SceneDescription* scene, Class_ID renderer)
     : look(arguments.lut.empty() ? nullptr : std::make_unique<Look>(arguments.lut)) {
-    host::ResetApplication();
+    plugin::Attach();
     host::Application& app = host::App();
     app.settings.quiet = true;
     // Nothing of a document may change from run to run.
     app.settings.randomSeed = 1;
-    if (look) app.settings.temporaryFolder = host::FromUtf8(look->Folder());
-    app.settings.render.output.SetName(host::FromUtf8(plan.output));
+    if (look) host::UseTemporaryFolder(host::FromUtf8(look->Folder()));
     gammaMgr.dithTrue = FALSE;
     gammaMgr.enable = arguments.gamma ? TRUE : FALSE;
     if (arguments.gamma) gammaMgr.SetFileOutGamma(*arguments.gamma);
-    SetUpRenderer(renderer);
-    // The effect finds the scene's selection sets when it is made.
-    if (scene) SetUpScene(*scene);
-
     for (int i = 0; i < LibNumberClasses(); ++i)
         app.classes.Add(LibClassDesc(i));
-    ClassDesc* wanted = LibClassDesc(0);
-    effect =
-        static_cast<Effect*>(app.classes.CreateInstance(wanted->SuperClassID(), wanted->ClassID()));
-    app.effects.emplace_back(effect);
-    block = effect->GetParamBlock(0);
+    // The effect finds the scene's selection sets when it is made.
+    host::BuiltScene built = scene ? SetUpScene(*scene) : host::BuiltScene();
+    nodes = std::move(built.nodes);
+    app.settings.render.output.SetName(host::FromUtf8(plan.output));
+    SetUpRenderer(renderer);
 
-    Set("matchRenderOutputFilename", "false");
-    Set("filename", plan.output);
+    effect = scene ? FindEffect(*scene, built) : nullptr;
+    const bool isSaved = effect != nullptr;
+    if (!isSaved) effect = &NewEffect();
+    block = effect->GetParamBlock(0);
+    if (isSaved) NoteWhatIsSaved();
+
+    const bool namesDocument = isSaved && arguments.output.empty() &&
+                               GetInt("matchRenderOutputFilename") == 0 &&
+                               *block->GetStr(IdOf("filename")) != 0;
+    if (!namesDocument) SetOutput(plan.output);
     if (scene) {
-        ApplyParameters(*scene, app.scene, *block);
-        given = scene->parameters;
+        ApplyParameters(*scene, nodes, *block);
+        for (const Setting& setting : scene->parameters)
+            given.insert(setting.row->id);
+        for (const NodeTable& table : scene->nodeTables)
+            given.insert(table.row->id);
         // What the user says counts more.
-        if (!arguments.output.empty()) {
-            Set("matchRenderOutputFilename", "false");
-            Set("filename", plan.output);
-        }
+        if (!arguments.output.empty()) SetOutput(plan.output);
     }
     if (!plan.shadow.empty()) Set("shadowPassSource", plan.shadow);
-    for (Setting& setting : settings) {
+    for (const Setting& setting : settings) {
         Apply(setting, *block);
-        given.push_back(std::move(setting));
+        given.insert(setting.row->id);
     }
 }
 
-Session::~Session() {
-    host::ResetApplication();
+void Session::NoteWhatIsSaved() {
+    for (const parameters::Row& row : plugin::EffectParameters()) {
+        if (!IsAsMade(row, *block)) given.insert(row.id);
+    }
+}
+
+void Session::SetOutput(const std::string& path) {
+    Set("matchRenderOutputFilename", "false");
+    Set("filename", path);
 }
 
 ParamID Session::IdOf(std::string_view name) {
@@ -96,8 +178,7 @@ ParamID Session::IdOf(std::string_view name) {
 }
 
 bool Session::IsGiven(std::string_view name) const {
-    return std::any_of(given.begin(), given.end(),
-                       [&](const Setting& setting) { return setting.row->name == name; });
+    return given.contains(IdOf(name));
 }
 
 bool Session::IsLookInLayer() const {

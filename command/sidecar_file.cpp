@@ -7,15 +7,13 @@
 #include <system_error>
 
 #include "command/failure.h"
+#include "command/native_path.h"
+#include "command/without_links.h"
 
 namespace command {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path Native(const std::string& path) {
-    return {std::u8string(path.begin(), path.end())};
-}
 
 void CheckName(const std::string& name) {
     if (name.empty()) throw InputError("has no name");
@@ -45,9 +43,9 @@ std::string ReadSidecar(const std::string& imagePath, const std::string& name) {
     CheckName(name);
     std::error_code fault;
     const fs::path parent = Native(imagePath).parent_path();
-    const fs::path folder = fs::canonical(parent.empty() ? fs::path(".") : parent, fault);
+    const fs::path folder = WithoutLinks(parent.empty() ? fs::path(".") : parent, fault);
     if (fault) throw InputError("is missing");
-    const fs::path file = fs::canonical(folder / Native(name), fault);
+    const fs::path file = WithoutLinks(folder / Native(name), fault);
     if (fault == std::errc::permission_denied) throw InputError("can't be read");
     if (fault) throw InputError("is missing");
     if (!IsInside(folder, file)) {

@@ -17,6 +17,12 @@ struct TransferCurve {
     double gamma = 1.0;
 };
 
+// `gamma` above 0; 1 is linear.
+constexpr TransferCurve CurveOfGamma(double gamma) {
+    if (gamma == 1.0) return {};
+    return {TransferCurve::Kind::Power, gamma};
+}
+
 // 0 to 1 stay there; values beyond go on along the curve, negative ones mirrored.
 double Decode(const TransferCurve& curve, double value);
 double Encode(const TransferCurve& curve, double value);

@@ -1,7 +1,10 @@
 #include "command/write_fault.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
+
+#include "command/native_path.h"
 
 namespace command {
 namespace {
@@ -36,6 +39,14 @@ std::string ReasonAndAdvice(int systemError) {
     return reason + "; choose another place with -o";
 }
 
+// Windows tells no folder from what is locked.
+int SharpenedError(int systemError, const std::string& document) {
+    std::error_code fault;
+    const bool isFolder =
+        systemError == EACCES && std::filesystem::is_directory(Native(document), fault);
+    return isFolder ? EISDIR : systemError;
+}
+
 // A document that was begun stays as far as it got.
 std::string_view Remains(std::string_view entry) {
     return entry.starts_with("Error writing to ") ? "; what it holds now is incomplete" : "";
@@ -58,8 +69,11 @@ std::string ExplainEntry(std::string_view entry, const std::string& document, in
     const bool isMemoryFault = entry.starts_with("Not enough memory to write ");
     if (entry.ends_with('.') && (isFileFault || isMemoryFault)) entry.remove_suffix(1);
     std::string text(entry);
-    if (isFileFault)
-        return text.append(": ").append(ReasonAndAdvice(systemError)).append(Remains(entry));
+    if (isFileFault) {
+        return text.append(": ")
+            .append(ReasonAndAdvice(SharpenedError(systemError, document)))
+            .append(Remains(entry));
+    }
     if (isMemoryFault) return text + "; close other programs or save fewer bits a channel";
     const bool namesDocument = entry.find(document) != std::string_view::npos;
     return namesDocument || document.empty() ? text : document + ": " + text;

@@ -11,6 +11,9 @@ namespace effect {
 class PSDOutput;
 class PSDOutputLayer;
 
+// Of the library's string table: what a tree of tracks calls a parameter block.
+constexpr int blockNameString = 34;
+
 struct LibraryServices {
     ReadWarningSwitches readWarningSwitches;
     // A text of the string table; null for one that isn't there. Valid until the next call.

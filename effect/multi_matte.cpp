@@ -47,7 +47,7 @@ const MatteWords* WordsOf(const Class_ID& id) {
 
 // What a component masks, in a form that can be compared: the order of nodes has no meaning, and
 // neither has the id where it is off. Deleted nodes don't count.
-struct Matte {
+struct ColorMatte {
     bool idOn = false;
     int id = 0;
     bool isMaterial = false;
@@ -55,17 +55,17 @@ struct Matte {
     std::vector<INode*> nodes;
 
     bool IsNothing() const { return !idOn && nodes.empty() && include; }
-    friend bool operator==(const Matte&, const Matte&) = default;
+    friend bool operator==(const ColorMatte&, const ColorMatte&) = default;
 };
 
-Matte MatteOf(IMultiMatte& mattes, int component) {
+ColorMatte MatteOf(IMultiMatte& mattes, int component) {
     MultiMatteComponent description;
     mattes.GetComponent(component, description);
-    Matte matte{.idOn = description.idOn,
-                .id = description.idOn ? description.id : 0,
-                .isMaterial = description.idOn && description.isMaterial,
-                .include = description.include,
-                .nodes = {}};
+    ColorMatte matte{.idOn = description.idOn,
+                     .id = description.idOn ? description.id : 0,
+                     .isMaterial = description.idOn && description.isMaterial,
+                     .include = description.include,
+                     .nodes = {}};
     for (int i = 0; i < description.nodes.Count(); ++i) {
         if (INode* node = description.nodes[i]) matte.nodes.push_back(node);
     }
@@ -86,7 +86,7 @@ Text NodeNames(const std::vector<INode*>& nodes) {
     return names.size() > mostNodesNamed ? text + ellipsis : text;
 }
 
-Text NameOf(const Matte& matte, const MatteWords& words, const MCHAR* elementName) {
+Text NameOf(const ColorMatte& matte, const MatteWords& words, const MCHAR* elementName) {
     Text name = elementName;
     if (name == words.unnamed) name = words.base;
     if (matte.idOn)
@@ -111,7 +111,7 @@ bool SplitMultiMatte(IRenderElement& element, MSTR& name, int component) {
         name += suffixes[static_cast<std::size_t>(component)];
         return true;
     }
-    const Matte matte = MatteOf(*mattes, component);
+    const ColorMatte matte = MatteOf(*mattes, component);
     if (matte.IsNothing()) return false;
     for (int earlier = 0; earlier < component; ++earlier) {
         if (matte == MatteOf(*mattes, earlier)) return false;

@@ -5,6 +5,9 @@
 // and Apply after it, then RenderEnd. A check that fails in RenderBegin never stops the render: no
 // file is made, and the host's log tells why. Everything runs on the thread on which the host
 // calls.
+//
+// An effect keeps nothing of its own in a scene file: its block, and the AppData on scene layers,
+// are all there is.
 #pragma once
 
 #include <iparamb2.h>
@@ -30,15 +33,33 @@ class PSDOutputLayer;
 class SavedCorrections;
 struct PSDFrameSources;
 
+// What the library registers for all notifications. `effect` is the PSDOutput that it is for;
+// nothing happens for null, and for an effect that is gone.
+void OnEffectNotification(void* effect, NotifyInfo* info);
+
 class PSDOutput : public Effect8 {
   public:
-    // `descriptor` makes the parameter block (reference 0). Both must outlive the object.
-    PSDOutput(ClassDesc2& descriptor, const LibraryServices& libraryServices);
+    // `classDescriptor` makes the parameter block (reference 0). Both must outlive the object.
+    PSDOutput(ClassDesc2& classDescriptor, const LibraryServices& libraryServices);
+
+    // Whether `effect` is one that was made and not yet destroyed.
+    static bool IsLiving(const void* effect);
 
     Class_ID ClassID() override { return psdOutputClassID; }
+    void GetClassName(MSTR& s) override;
     int NumParamBlocks() override { return 2; }
     IParamBlock2* GetParamBlock(int number) override;
     IParamBlock2* GetParamBlockByID(BlockID id) override;
+    int NumSubs() override { return 1; }
+    Animatable* SubAnim(int number) override;
+    MSTR SubAnimName(int number) override;
+    void EnumAuxFiles(AssetEnumCallback&, DWORD) override {}
+
+    // The copy has its block, and so its layers' settings and its choice of scene layers. It
+    // belongs to the caller.
+    RefTargetHandle Clone(RemapDir& remap) override;
+    IOResult Save(ISave* isave) override;
+    IOResult Load(ILoad* iload) override;
 
     int NumRefs() override { return 2; }
     RefTargetHandle GetReference(int number) override;
@@ -66,7 +87,15 @@ class PSDOutput : public Effect8 {
     // Null for a list or index that isn't there, and for an entry whose layer was deleted.
     PSDOutputLayer* Layer(int list, int index) const;
 
+    const LibraryServices& Services() const { return services; }
+
+    // The parameter, of whichever effect, that the host told of last; -1 before. Handlers change
+    // further parameters, so it is another one when they return.
+    static inline ParamID lastChanged = -1;
+
     IParamBlock2* pblock = nullptr;
+    // Of an effect that was made and not loaded 256, of a loaded one 0.
+    int dataVersion = 256;
     // Starting point of the file dialog; the definition of `filename` points at it. Units with the
     // terminator.
     MCHAR filenameField[260] = {};
@@ -80,11 +109,12 @@ class PSDOutput : public Effect8 {
   private:
     void LeaveFileDialog();
 
-    static void OnNotification(void* effect, NotifyInfo* info);
+    friend void OnEffectNotification(void* effect, NotifyInfo* info);
     void BeforeRender();
     void AfterRender();
     void BeforeFrame(const RenderGlobalContext* gc);
     void AfterFrame(RenderGlobalContext* gc);
+    void AfterSelectionSetChange(const NotifyInfo& info);
 
     // Whether the checks of RenderBegin let the render be saved. They ask and log as they go.
     bool MayBeSaved(TimeValue t);
@@ -97,7 +127,9 @@ class PSDOutput : public Effect8 {
     void SaveFrame(const MSTR& name, PSDFrameSources sources, SavedCorrections& corrections,
                    TimeValue t, const RenderGlobalContext& gc, CheckAbortCallback* cb);
 
+    ClassDesc2& descriptor;
     const LibraryServices& services;
+    // Of old scenes; nothing is read from it.
     IParamBlock2* secondBlock = nullptr;
     // A frame notification came: Apply is called for a frame of a render.
     bool frameActive = false;
@@ -107,6 +139,8 @@ class PSDOutput : public Effect8 {
     bool confirmOverwrite = true;
     // The host's render-to-file switch is on only because this effect turned it on.
     bool forcedSaveFile = false;
+    // The host edits a selection set, which it does by deleting it and creating it again.
+    bool editingSelectionSet = false;
     // Tick at a frame's start, then the frame's duration.
     std::uint32_t renderMilliseconds = 0;
     // What the frame goes to, for a renderer that doesn't call Apply itself. Not owned.

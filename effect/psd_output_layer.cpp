@@ -23,7 +23,8 @@ void ReplaceMode(IParamBlock2& pblock, std::span<const int> missing, int mode, i
 
 }  // namespace
 
-PSDOutputLayer::PSDOutputLayer(ClassDesc2& descriptor) {
+PSDOutputLayer::PSDOutputLayer(ClassDesc2& classDescriptor, const LibraryServices& libraryServices)
+    : descriptor(classDescriptor), services(libraryServices) {
     descriptor.MakeAutoParamBlocks(this);
 }
 
@@ -31,13 +32,27 @@ IParamBlock2* PSDOutputLayer::GetParamBlockByID(BlockID id) {
     return pblock && pblock->GetDesc()->ID == id ? pblock : nullptr;
 }
 
+MSTR PSDOutputLayer::SubAnimName(int number) {
+    return number == 0 ? MSTR(services.getString(blockNameString)) : MSTR();
+}
+
+RefTargetHandle PSDOutputLayer::Clone(RemapDir& remap) {
+    auto* copy = new PSDOutputLayer(descriptor, services);
+    copy->ReplaceReference(0, remap.CloneRef(pblock));
+    copy->ReplaceReference(1, remap.CloneRef(renderElement));
+    BaseClone(this, copy, remap);
+    return copy;
+}
+
 RefTargetHandle PSDOutputLayer::GetReference(int number) {
     if (number == 0) return pblock;
     return number == 1 ? renderElement : nullptr;
 }
 
+// Reference 0 takes nothing but a block.
 void PSDOutputLayer::SetReference(int number, RefTargetHandle target) {
-    if (number == 0) pblock = static_cast<IParamBlock2*>(target);
+    auto* block = dynamic_cast<IParamBlock2*>(target);
+    if (number == 0 && (block || !target)) pblock = block;
     if (number == 1) renderElement = target;
 }
 

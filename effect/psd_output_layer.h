@@ -3,6 +3,8 @@
 
 #include <iparamb2.h>
 
+#include "effect/library_services.h"
+
 class IRenderElement;
 
 namespace effect {
@@ -11,14 +13,21 @@ constexpr Class_ID psdOutputLayerClassID{0x347c6bc4, 0x153540b4};
 
 class PSDOutputLayer : public ReferenceTarget {
   public:
-    // `descriptor` makes the parameter block (reference 0). It must outlive the object.
-    explicit PSDOutputLayer(ClassDesc2& descriptor);
+    // `classDescriptor` makes the parameter block (reference 0). Both must outlive the object.
+    PSDOutputLayer(ClassDesc2& classDescriptor, const LibraryServices& libraryServices);
 
     Class_ID ClassID() override { return psdOutputLayerClassID; }
     SClass_ID SuperClassID() override { return REF_TARGET_CLASS_ID; }
     int NumParamBlocks() override { return 1; }
     IParamBlock2* GetParamBlock(int number) override { return number == 0 ? pblock : nullptr; }
     IParamBlock2* GetParamBlockByID(BlockID id) override;
+    int NumSubs() override { return 1; }
+    Animatable* SubAnim(int number) override { return GetParamBlock(number); }
+    MSTR SubAnimName(int number) override;
+
+    // The copy stands for what the host gives as the copy of the render element: the element
+    // itself, where it copies none. It belongs to the caller.
+    RefTargetHandle Clone(RemapDir& remap) override;
 
     int NumRefs() override { return 2; }
     RefTargetHandle GetReference(int number) override;
@@ -46,6 +55,8 @@ class PSDOutputLayer : public ReferenceTarget {
     void SetReference(int number, RefTargetHandle target) override;
 
   private:
+    ClassDesc2& descriptor;
+    const LibraryServices& services;
     // Reference 1, through the parameter of the same name.
     ReferenceTarget* renderElement = nullptr;
 };

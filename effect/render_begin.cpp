@@ -90,8 +90,8 @@ const Refusal* RefusalOf(IParamBlock2& vray) {
 
 int PSDOutput::RenderBegin(TimeValue t, ULONG flags) {
     if (flags & RENDERBEGIN_IN_MEDIT) return 0;
-    RegisterNotification(OnNotification, this, NOTIFY_PRE_RENDERFRAME);
-    RegisterNotification(OnNotification, this, NOTIFY_POST_RENDERFRAME);
+    RegisterNotification(OnEffectNotification, this, NOTIFY_PRE_RENDERFRAME);
+    RegisterNotification(OnEffectNotification, this, NOTIFY_POST_RENDERFRAME);
     frameActive = false;
     saveArmed = false;
     snapshots = {};
@@ -100,8 +100,8 @@ int PSDOutput::RenderBegin(TimeValue t, ULONG flags) {
 }
 
 int PSDOutput::RenderEnd(TimeValue) {
-    UnRegisterNotification(OnNotification, this, NOTIFY_PRE_RENDERFRAME);
-    UnRegisterNotification(OnNotification, this, NOTIFY_POST_RENDERFRAME);
+    UnRegisterNotification(OnEffectNotification, this, NOTIFY_PRE_RENDERFRAME);
+    UnRegisterNotification(OnEffectNotification, this, NOTIFY_POST_RENDERFRAME);
     frameActive = false;
     return 0;
 }

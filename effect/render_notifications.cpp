@@ -36,27 +36,6 @@ bool StandsInEffects(const Effect* effect) {
 
 }  // namespace
 
-void PSDOutput::OnNotification(void* effect, NotifyInfo* info) {
-    auto& self = *static_cast<PSDOutput*>(effect);
-    auto* gc = static_cast<RenderGlobalContext*>(info->callParam);
-    switch (info->intcode) {
-        case NOTIFY_PRE_RENDER:
-            self.BeforeRender();
-            break;
-        case NOTIFY_POST_RENDER:
-            self.AfterRender();
-            break;
-        case NOTIFY_PRE_RENDERFRAME:
-            self.BeforeFrame(gc);
-            break;
-        case NOTIFY_POST_RENDERFRAME:
-            self.AfterFrame(gc);
-            break;
-        default:
-            break;
-    }
-}
-
 void PSDOutput::BeforeRender() {
     Interface* host = GetCOREInterface();
     Renderer* renderer = host->GetCurrentRenderer();

@@ -4,6 +4,8 @@
 #include <hold.h>
 #include <iparamb2.h>
 
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "plugin/parameters.h"
@@ -11,13 +13,16 @@
 namespace effect {
 namespace {
 
-bool IsInScene(INamedSelectionSetManager& sets, const MSTR& wanted) {
+using SetName = std::basic_string<MCHAR>;
+
+std::unordered_set<SetName> NamesInScene(INamedSelectionSetManager& sets) {
+    std::unordered_set<SetName> names;
     const int count = sets.GetNumNamedSelSets();
     for (int i = 0; i < count; ++i) {
         MSTR name;
-        if (sets.GetNamedSelSetName(i, name) && name == wanted) return true;
+        if (sets.GetNamedSelSetName(i, name)) names.emplace(name.data());
     }
-    return false;
+    return names;
 }
 
 }  // namespace
@@ -26,10 +31,11 @@ void SyncSelectionSets(IParamBlock2& pblock) {
     constexpr ParamID list = "namedSelectionSetsList"_param;
     INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
     if (!sets) return;
+    const std::unordered_set<SetName> inScene = NamesInScene(*sets);
     // From the last to the first, so that each index still holds when its turn comes.
     std::vector<int> gone;
     for (int i = pblock.Count(list) - 1; i >= 0; --i) {
-        if (!IsInScene(*sets, MSTR(pblock.GetStr(list, 0, i)))) gone.push_back(i);
+        if (inScene.count(pblock.GetStr(list, 0, i)) == 0) gone.push_back(i);
     }
     if (gone.empty()) return;
     theHold.Begin();

@@ -6,23 +6,53 @@
 #include "plugin/parameters.h"
 
 namespace effect {
+namespace {
+
+constexpr ParamID setsThatAreOn = "namedSelectionSetsList"_param;
+
+// -1 for a name that isn't in the list.
+int IndexOfSet(IParamBlock2& pblock, const MSTR& name) {
+    const int count = pblock.Count(setsThatAreOn);
+    for (int i = 0; i < count; ++i) {
+        if (MSTR(pblock.GetStr(setsThatAreOn, 0, i)) == name) return i;
+    }
+    return -1;
+}
+
+void AddSet(IParamBlock2& pblock, const MSTR& name) {
+    const MCHAR* text = name.data();
+    pblock.Append(setsThatAreOn, 1, &text);
+}
+
+}  // namespace
 
 bool IsSelectionSetOn(IParamBlock2& pblock, const MSTR& name) {
-    const int count = pblock.Count("namedSelectionSetsList"_param);
-    for (int i = 0; i < count; ++i) {
-        if (MSTR(pblock.GetStr("namedSelectionSetsList"_param, 0, i)) == name) return true;
-    }
-    return false;
+    return (IndexOfSet(pblock, name) >= 0) == listedIsOn;
 }
 
 void SwitchAllSelectionSetsOn(IParamBlock2& pblock) {
+    if (newSetIsOn != listedIsOn) return;
     INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
     const int count = sets ? sets->GetNumNamedSelSets() : 0;
     for (int i = 0; i < count; ++i) {
         MSTR name;
-        if (!sets->GetNamedSelSetName(i, name)) continue;
-        const MCHAR* text = name.data();
-        pblock.Append("namedSelectionSetsList"_param, 1, &text);
+        if (sets->GetNamedSelSetName(i, name)) AddSet(pblock, name);
+    }
+}
+
+void SelectionSetCreated(IParamBlock2& pblock, const MSTR& name) {
+    if (newSetIsOn != listedIsOn || name.isNull() || IndexOfSet(pblock, name) >= 0) return;
+    AddSet(pblock, name);
+}
+
+void SelectionSetRenamed(IParamBlock2& pblock, const MSTR& oldName, const MSTR& newName) {
+    const int index = IndexOfSet(pblock, oldName);
+    // A set that was given its own name again is still there.
+    if (index < 0 || oldName == newName) return;
+    if (IndexOfSet(pblock, newName) >= 0) {
+        pblock.Delete(setsThatAreOn, index, 1);
+    } else {
+        pblock.SetValue(setsThatAreOn, 0, newName.data(), index);
     }
 }
 

@@ -53,10 +53,13 @@ int Compare(const void* left, const void* right) {
 void SortLayers(PSDOutput& effect, int list) {
     const int count = effect.LayerCount(list);
     if (count < 2) return;
+    std::vector<Place> before;
     for (int i = 0; i < count; ++i)
-        places.push_back(PlaceOf(effect, list, i));
+        before.push_back(PlaceOf(effect, list, i));
+    // Whoever is told of the sort may have another list sorted.
+    places.swap(before);
     effect.pblock->Sort(PSDOutput::LayerList(list), Compare);
-    places.clear();
+    places.swap(before);
 }
 
 }  // namespace effect

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "effect/class_defaults.h"
 #include "effect/psd_output.h"
 #include "effect/psd_output_layer.h"
+#include "effect/reset_layer.h"
 #include "effect/sort_layers.h"
 #include "plugin/parameters.h"
 
@@ -52,9 +52,7 @@ bool AddLayer(PSDOutput& effect, int list, IRenderElement* element) {
         GetCOREInterface()->CreateInstance(REF_TARGET_CLASS_ID, psdOutputLayerClassID));
     if (!layer) return false;
     layer->pblock->SetValue("renderElement"_layerParam, 0, element);
-    ApplyClassDefaults(layer);
-    if (!effect.pblock->GetInt("usePS7Extensions"_param)) layer->ReplaceNewerModes();
-    if (effect.pblock->GetInt("bitDepth"_param) == 32) layer->PrepareFor32Bits();
+    ResetLayer(effect, *layer);
     ReferenceTarget* entry = layer;
     effect.pblock->Append(PSDOutput::LayerList(list), 1, &entry);
     return true;

@@ -1,9 +1,9 @@
 #include "effect/text.h"
 
-#include <array>
-
 #ifdef _WIN32
 #include <windows.h>
+#else
+#include "effect/windows1252.h"
 #endif
 
 namespace effect {
@@ -35,17 +35,10 @@ std::string AnsiText(const MCHAR* text) {
 
 namespace {
 
-// Windows-1252 from 0x80 to 0x9F; 0 where the code page has no character. Source: the mapping table
-// of the Unicode consortium (MAPPINGS/VENDORS/MICSFT/WINDOWS/CP1252.TXT).
-constexpr std::array<char16_t, 32> upperControls = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
 char Windows1252(char16_t unit) {
     if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF)) return static_cast<char>(unit);
-    for (std::size_t i = 0; i < upperControls.size(); ++i) {
-        if (upperControls[i] == unit) return static_cast<char>(0x80 + i);
+    for (std::size_t i = 0; i < windows1252Controls.size(); ++i) {
+        if (windows1252Controls[i] == unit) return static_cast<char>(0x80 + i);
     }
     return '?';
 }

@@ -1,11 +1,15 @@
 // Data that classes keep on objects that aren't theirs.
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <new>
 
 #include <maxheap.h>
 #include <ref.h>
 
 #include "host/app_data_list.h"
+#include "host/app_data_undo.h"
+#include "host/saved_objects.h"
 
 namespace {
 
@@ -13,6 +17,14 @@ auto HasIds(Class_ID cid, SClass_ID sid, DWORD sbid) {
     return [=](const auto& chunk) {
         return chunk->classID == cid && chunk->superClassID == sid && chunk->subID == sbid;
     };
+}
+
+// Null for no bytes.
+void* HeapCopy(const void* bytes, std::size_t length) {
+    if (!bytes || length == 0) return nullptr;
+    void* copy = MAX_malloc(length);
+    if (!copy) throw std::bad_alloc();
+    return std::memcpy(copy, bytes, length);
 }
 
 }  // namespace
@@ -26,6 +38,7 @@ Animatable::~Animatable() {
 void Animatable::AddAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid, DWORD length,
                                  void* data) {
     RemoveAppDataChunk(cid, sid, sbid);
+    host::PutAppDataUndo(*this, cid, sid, sbid);
     appData_.push_back(std::make_unique<AppDataChunk>(AppDataChunk{cid, sid, sbid, length, data}));
 }
 
@@ -39,6 +52,7 @@ BOOL Animatable::RemoveAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid) {
     if (found == appData_.end()) {
         return FALSE;
     }
+    host::PutAppDataUndo(*this, cid, sid, sbid);
     MAX_free((*found)->data);
     appData_.erase(found);
     return TRUE;
@@ -50,9 +64,30 @@ void AppDataList::Copy(const Animatable& from, Animatable& to) {
     }
     to.appData_.clear();
     for (const auto& chunk : from.appData_) {
-        void* data = MAX_malloc(chunk->length);
-        if (!data) return;
-        std::memcpy(data, chunk->data, chunk->length);
-        to.AddAppDataChunk(chunk->classID, chunk->superClassID, chunk->subID, chunk->length, data);
+        to.AddAppDataChunk(chunk->classID, chunk->superClassID, chunk->subID, chunk->length,
+                           HeapCopy(chunk->data, chunk->length));
     }
 }
+
+namespace host {
+
+std::vector<SavedAppData> SaveAppData(const Animatable& object) {
+    std::vector<SavedAppData> saved;
+    for (const auto& chunk : AppDataList::Of(object)) {
+        const auto* bytes = static_cast<const std::uint8_t*>(chunk->data);
+        const std::size_t length = bytes ? chunk->length : 0;
+        saved.push_back({chunk->classID, chunk->superClassID, chunk->subID,
+                         std::vector<std::uint8_t>(bytes, bytes + length)});
+    }
+    return saved;
+}
+
+void LoadAppData(const std::vector<SavedAppData>& saved, Animatable& object) {
+    for (const SavedAppData& chunk : saved) {
+        object.AddAppDataChunk(chunk.owner, chunk.ownerSuperClass, chunk.subID,
+                               static_cast<DWORD>(chunk.bytes.size()),
+                               HeapCopy(chunk.bytes.data(), chunk.bytes.size()));
+    }
+}
+
+}  // namespace host

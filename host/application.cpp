@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "host/gamma.h"
+#include "host/temporary_folder.h"
 
 namespace host {
 namespace {
@@ -50,6 +51,7 @@ Application& App() {
 void ResetApplication() {
     TheHolder().Renew();
     gammaMgr = DefaultGamma();
+    UseTemporaryFolder({});
 }
 
 }  // namespace host

@@ -17,7 +17,7 @@ class FileBitmaps final : public BitmapManager {
         if (!BMMIsFile(bi->Name())) {
             result = BMMRES_FILENOTFOUND;
         } else if (bitmap = Read(ToUtf8(bi->Name())); !bitmap) {
-            result = BMMRES_BADFILE;
+            result = BMMRES_CORRUPTFILE;
         }
         if (status) {
             *status = result;

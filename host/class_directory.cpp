@@ -1,5 +1,8 @@
 #include "host/class_directory.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace host {
 
 bool ClassDirectory::Add(ClassDesc* desc) {
@@ -22,6 +25,13 @@ ClassDesc* ClassDirectory::Find(SClass_ID superClass, Class_ID id) const {
 void* ClassDirectory::CreateInstance(SClass_ID superClass, Class_ID id) const {
     ClassDesc* desc = Find(superClass, id);
     return desc ? desc->Create() : nullptr;
+}
+
+std::vector<ClassDesc*> ClassDirectory::OfSuperClass(SClass_ID superClass) const {
+    std::vector<ClassDesc*> found;
+    std::copy_if(classes_.begin(), classes_.end(), std::back_inserter(found),
+                 [&](ClassDesc* desc) { return desc->SuperClassID() == superClass; });
+    return found;
 }
 
 }  // namespace host

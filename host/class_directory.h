@@ -19,6 +19,8 @@ class ClassDirectory {
     void* CreateInstance(SClass_ID superClass, Class_ID id) const;
 
     const std::vector<ClassDesc*>& Classes() const { return classes_; }
+    // In the order in which they were added.
+    std::vector<ClassDesc*> OfSuperClass(SClass_ID superClass) const;
 
   private:
     std::vector<ClassDesc*> classes_;

@@ -1,18 +1,15 @@
 // Copies of objects with all that they refer to.
 #include <ref.h>
 
-#include <algorithm>
-
 #include "host/app_data_list.h"
 
 RefTargetHandle DefaultRemapDir::FindMapping(RefTargetHandle from) {
-    const auto entry = std::find_if(entries_.begin(), entries_.end(),
-                                    [from](const auto& each) { return each.first == from; });
+    const auto entry = entries_.find(from);
     return entry == entries_.end() ? nullptr : entry->second;
 }
 
 void DefaultRemapDir::AddEntry(RefTargetHandle from, RefTargetHandle to) {
-    entries_.emplace_back(from, to);
+    entries_.emplace(from, to);
 }
 
 RefTargetHandle DefaultRemapDir::CloneRef(RefTargetHandle original) {
@@ -28,5 +25,6 @@ void ReferenceTarget::BaseClone(ReferenceTarget* from, ReferenceTarget* to, Rema
     AppDataList::Copy(*from, *to);
     to->ClearAFlag(~DWORD{0});
     to->SetAFlag(from->AllAFlags());
+    to->livesByReferences_ = from->livesByReferences_;
     if (!remap.FindMapping(from)) remap.AddEntry(from, to);
 }

@@ -28,12 +28,14 @@ bool Notifications::Unregister(NOTIFYPROC proc, void* param, int code) {
 }
 
 void Notifications::Broadcast(int code, void* callParam) {
+    if (silences_ > 0) return;
     const std::vector<Registration> atStart = registrations_;
     for (const Registration& listener : atStart) {
-        const bool stillThere =
-            std::any_of(registrations_.begin(), registrations_.end(),
-                        [&](const Registration& other) { return other.serial == listener.serial; });
-        if (listener.code == code && stillThere) {
+        const auto isSame = [&](const Registration& other) {
+            return other.serial == listener.serial;
+        };
+        if (listener.code == code &&
+            std::any_of(registrations_.begin(), registrations_.end(), isSame)) {
             NotifyInfo info;
             info.intcode = code;
             info.callParam = callParam;

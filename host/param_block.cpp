@@ -95,6 +95,17 @@ ParamBlock::Kind ParamBlock::KindOf(ParamType2 type) {
     }
 }
 
+ParamBlock::ValueKind ParamBlock::ValueKindOf(ParamType2 type) {
+    switch (KindOf(type)) {
+        case Kind::Text:
+            return ValueKind::Text;
+        case Kind::Target:
+            return ValueKind::Target;
+        default:
+            return ValueKind::Number;
+    }
+}
+
 ParamBlock::Value ParamBlock::Empty(Kind kind) {
     switch (kind) {
         case Kind::Float:
@@ -222,7 +233,9 @@ RefResult ParamBlock::NotifyRefChanged(const Interval& changeInt, RefTargetHandl
 // The accessor may delete entries, so the search starts again each time.
 void ParamBlock::ForgetDeleted(ReferenceTarget* target) {
     while (const std::optional<Place> place = FindTarget(target)) {
+        std::optional<HeldValues> before = SnapshotIfHolding(*place->parameter);
         StoreTarget(*place->parameter, place->tabIndex, nullptr);
+        PutUndo(*place->parameter, place->tabIndex, Shape::Kept, std::move(before));
         TellTableChanged(*place->parameter, tab_ref_deleted, place->tabIndex, 1);
         TellChanged(*place->parameter, place->tabIndex, FOREVER, PART_ALL, REFMSG_CHANGE);
     }
@@ -340,24 +353,33 @@ std::optional<ParamBlock::Value> ParamBlock::Incoming(const Parameter& parameter
     if (def.accessor) {
         def.accessor->Set(v, owner_, parameter.id, tabIndex, t);
     }
-    switch (parameter.kind) {
-        case Kind::Int:
-            return def.has_range ? std::max(def.range_low.i, std::min(v.i, def.range_high.i)) : v.i;
-        case Kind::Bool:
-            return v.i != 0 ? 1 : 0;
-        case Kind::Float:
-            if (std::isnan(v.f)) {
-                return std::nullopt;
-            }
-            return def.has_range ? std::max(def.range_low.f, std::min(v.f, def.range_high.f)) : v.f;
-        case Kind::Text:
-            return TakeText(v);
-        case Kind::Target:
-            break;
+    if (parameter.kind == Kind::Text) {
+        return TakeText(v);
     }
-    const bool fits =
-        !v.r || (parameter.type & ~TYPE_TAB) != TYPE_INODE || dynamic_cast<INode*>(v.r);
-    return fits ? std::optional<Value>(v.r) : std::nullopt;
+    if (parameter.kind != Kind::Target) {
+        return Stored(def, parameter.kind, v);
+    }
+    return Fits(parameter, v.r) ? std::optional<Value>(v.r) : std::nullopt;
+}
+
+std::optional<ParamBlock::Value> ParamBlock::Stored(const ParamDef& def, Kind kind,
+                                                    PB2Value number) {
+    if (kind == Kind::Bool) {
+        return number.i != 0 ? 1 : 0;
+    }
+    if (kind == Kind::Int) {
+        return def.has_range ? std::max(def.range_low.i, std::min(number.i, def.range_high.i))
+                             : number.i;
+    }
+    if (std::isnan(number.f)) {
+        return std::nullopt;
+    }
+    return def.has_range ? std::max(def.range_low.f, std::min(number.f, def.range_high.f))
+                         : number.f;
+}
+
+bool ParamBlock::Fits(const Parameter& parameter, ReferenceTarget* target) {
+    return !target || (parameter.type & ~TYPE_TAB) != TYPE_INODE || dynamic_cast<INode*>(target);
 }
 
 BOOL ParamBlock::Write(Parameter& parameter, TimeValue t, int tabIndex, const PB2Value& v) {
@@ -379,27 +401,25 @@ BOOL ParamBlock::Write(Parameter& parameter, TimeValue t, int tabIndex, const PB
     return TRUE;
 }
 
+PB2Value ParamBlock::NumberValue(Kind kind, double number) {
+    PB2Value v{};
+    if (kind == Kind::Float) {
+        v.f = static_cast<float>(number);
+    } else {
+        v.i = TruncateToInt(number);
+        if (kind == Kind::Bool && number != 0.0 && v.i == 0) v.i = 1;
+    }
+    return v;
+}
+
 // Not for NaN.
 BOOL ParamBlock::WriteNumber(ParamID id, TimeValue t, int tabIndex, double number) {
     Parameter* parameter = Find(id);
-    if (!parameter || !parameter->Has(tabIndex)) {
+    if (!parameter || !parameter->Has(tabIndex) ||
+        ValueKindOf(parameter->type) != ValueKind::Number) {
         return FALSE;
     }
-    PB2Value v{};
-    switch (parameter->kind) {
-        case Kind::Int:
-            v.i = TruncateToInt(number);
-            break;
-        case Kind::Bool:
-            v.i = number != 0.0 && TruncateToInt(number) == 0 ? 1 : TruncateToInt(number);
-            break;
-        case Kind::Float:
-            v.f = static_cast<float>(number);
-            break;
-        default:
-            return FALSE;
-    }
-    return Write(*parameter, t, tabIndex, v);
+    return Write(*parameter, t, tabIndex, NumberValue(parameter->kind, number));
 }
 
 BOOL ParamBlock::SetValue(ParamID id, TimeValue t, int v, int tabIndex) {

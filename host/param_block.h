@@ -12,16 +12,22 @@
 
 namespace host {
 
+class Handles;
+struct SavedBlock;
+struct SavedParameter;
+
 // Made by ClassDesc2::MakeAutoParamBlocks, or by hand and then set as a reference of its owner.
 // Lives as long as its owner refers to it: the block is destroyed when the owner's reference is
-// dropped or replaced. Values of P_OWNERS_REF parameters (no tables) are the owner's references;
+// dropped or replaced. A block that was made without an owner, as a copy is, gets the first maker
+// of a reference to it that has it among its own blocks (GetParamBlock); until then it is its
+// maker's. Values of P_OWNERS_REF parameters (no tables) are the owner's references;
 // all other targets in it are references of the block, so that a message of theirs reaches the
 // owner as one of the block, with LastNotifyParamID telling where the target stands.
 //
 // Numbers convert: a float to an integer parameter truncates (and stops at the ends of the range of
 // int), any float but 0 is true. NaN is refused. A text isn't a number and the other way round.
 // Tables without P_VARIABLE_SIZE keep their size. Accessors see every value that comes in or goes
-// out, but neither defaults nor what undo brings back.
+// out, but neither defaults nor what undo, files and copies bring.
 //
 // A target without an owner (Interface::CreateInstance) that leaves its last parameter is
 // destroyed, unless an undo step holds it.
@@ -36,7 +42,10 @@ class ParamBlock final : public IParamBlock2 {
     ~ParamBlock() override;
 
     ParamBlockDesc2* GetDesc() override { return &desc_; }
+    // Null before it has one.
     ReferenceMaker* GetOwner() override { return owner_; }
+    // Called for every maker of a reference to the block, once the maker has it.
+    void OfferOwner(ReferenceMaker& maker);
 
     // Reads of numbers convert as writes do.
     int GetInt(ParamID id, TimeValue t, int tabIndex) override;
@@ -75,9 +84,35 @@ class ParamBlock final : public IParamBlock2 {
     RefTargetHandle GetReference(int which) override;
     RefResult NotifyRefChanged(const Interval& changeInt, RefTargetHandle hTarget, PartID& partID,
                                RefMessage message, BOOL propagate) override;
+    using IParamBlock2::GetInterface;
+    BaseInterface* GetInterface(Interface_ID id) override;
+
+    // The copy has no owner, nor values of P_OWNERS_REF parameters: those are the owner's to copy.
+    // Its targets are the copies of this block's; one that can't be copied leaves null.
+    RefTargetHandle Clone(RemapDir& remap) override;
+
+    // The stored values, with targets by their handles; 0 for one that has none.
+    SavedBlock SaveValues(const Handles& handles) const;
+    // Takes what the file has and the descriptor knows; values go into their ranges. Nobody is
+    // told. IParamBlock2PostLoadInfo is there until LoadIsOver.
+    void LoadValues(const SavedBlock& saved, const Handles& handles);
+    void LoadIsOver() { postLoadInfo_.reset(); }
+
+    // What a parameter of the type holds, as files tell values apart.
+    enum class ValueKind { Number, Text, Target };
+    static ValueKind ValueKindOf(ParamType2 type);
 
   private:
     friend class ParameterRestore;
+
+    class PostLoadInfo final : public IParamBlock2PostLoadInfo {
+      public:
+        explicit PostLoadInfo(DWORD version) : version_(version) {}
+        DWORD GetVersion() override { return version_; }
+
+      private:
+        DWORD version_;
+    };
 
     enum class Kind { Int, Bool, Float, Text, Target };
     using Value = std::variant<int, float, MSTR, ReferenceTarget*>;
@@ -131,6 +166,13 @@ class ParamBlock final : public IParamBlock2 {
     // Frees a text.
     std::optional<Value> Incoming(const Parameter& parameter, TimeValue t, int tabIndex,
                                   PB2Value v);
+    // Not for NaN.
+    static PB2Value NumberValue(Kind kind, double number);
+    // A number within the definition's range, as it is stored; nothing for NaN.
+    static std::optional<Value> Stored(const ParamDef& def, Kind kind, PB2Value number);
+    static bool Fits(const Parameter& parameter, ReferenceTarget* target);
+    void LoadTargets(Parameter& parameter, const SavedParameter& saved, const Handles& handles);
+    void LoadPlain(Parameter& parameter, const SavedParameter& saved);
     BOOL Write(Parameter& parameter, TimeValue t, int tabIndex, const PB2Value& v);
     BOOL WriteNumber(ParamID id, TimeValue t, int tabIndex, double v);
     int InsertValues(Parameter& parameter, int at, const std::vector<PB2Value>& values,
@@ -157,6 +199,7 @@ class ParamBlock final : public IParamBlock2 {
     std::vector<Parameter> parameters_;
     ParamID notifyId_ = -1;
     int notifyTabIndex_ = -1;
+    std::optional<PostLoadInfo> postLoadInfo_;
 };
 
 }  // namespace host

@@ -56,10 +56,19 @@ bool NamesAFile(const MCHAR* path) {
         return false;
     }
 #ifdef _WIN32
+    // Of units, as the system counts them.
+    constexpr std::size_t MAX_PATH_UNITS = 32766;
+    constexpr std::size_t MAX_NAME_UNITS = 255;
     const Text name(path);
+    if (name.size() > MAX_PATH_UNITS) {
+        return false;
+    }
+    std::size_t nameUnits = 0;
     for (std::size_t at = 0; at < name.size(); ++at) {
         const bool drive = at == 1 && name[at] == L':';
-        if (name[at] < 0x20 || (!drive && std::wcschr(L"<>\"|?*:", name[at]))) {
+        nameUnits = IsSeparator(name[at]) ? 0 : nameUnits + 1;
+        if (name[at] < 0x20 || nameUnits > MAX_NAME_UNITS ||
+            (!drive && std::wcschr(L"<>\"|?*:", name[at]))) {
             return false;
         }
     }

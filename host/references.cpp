@@ -1,5 +1,7 @@
 // The references between objects: who depends on whom, and how a change travels up.
 #include <algorithm>
+#include <iterator>
+#include <unordered_set>
 
 #include <ref.h>
 
@@ -14,16 +16,20 @@ bool Holds(const Makers& makers, const ReferenceMaker* maker) {
     return std::find(makers.begin(), makers.end(), maker) != makers.end();
 }
 
+// The latest, so that a maker which drops many references, the last one first, needn't move the
+// others.
 void EraseOne(Makers& makers, const ReferenceMaker* maker) {
-    if (auto entry = std::find(makers.begin(), makers.end(), maker); entry != makers.end()) {
-        makers.erase(entry);
+    const auto entry = std::find(makers.rbegin(), makers.rend(), maker);
+    if (entry != makers.rend()) {
+        makers.erase(std::next(entry).base());
     }
 }
 
 Makers WithoutRepetition(const Makers& makers) {
     Makers once;
+    std::unordered_set<const ReferenceMaker*> met;
     for (ReferenceMaker* maker : makers) {
-        if (!Holds(once, maker)) {
+        if (met.insert(maker).second) {
             once.push_back(maker);
         }
     }
@@ -58,9 +64,24 @@ class Walk {
 
 Walk* Walk::innermost = nullptr;
 
+// Never destroyed: objects that go at the very end of the process still tell it.
 std::vector<GlobalReferenceMaker*>& GlobalMakers() {
-    static std::vector<GlobalReferenceMaker*> makers;
-    return makers;
+    static auto* makers = new std::vector<GlobalReferenceMaker*>;
+    return *makers;
+}
+
+// False when a maker destroyed the target, which `walk` is of.
+bool TellGlobalMakers(const Walk& walk, const Interval& changeInt, ReferenceTarget* target,
+                      PartID partID, RefMessage message, BOOL propagate) {
+    const std::vector<GlobalReferenceMaker*> registered = GlobalMakers();
+    for (GlobalReferenceMaker* maker : registered) {
+        const auto& makers = GlobalMakers();
+        if (std::find(makers.begin(), makers.end(), maker) == makers.end()) continue;
+        PartID part = partID;
+        maker->NotifyRefChanged(changeInt, target, part, message, propagate);
+        if (walk.Ended()) return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -99,6 +120,7 @@ RefResult ReferenceMaker::ReplaceReference(int which, RefTargetHandle target) {
     }
     if (target) {
         target->dependents_.push_back(this);
+        if (auto* block = dynamic_cast<host::ParamBlock*>(target)) block->OfferOwner(*this);
     }
     if (old) {
         EraseOne(old->dependents_, this);
@@ -116,7 +138,7 @@ RefResult ReferenceMaker::ReplaceReference(int which, RefTargetHandle target) {
 }
 
 RefResult ReferenceMaker::DeleteAllRefsFromMe() {
-    for (int which = 0; which < NumRefs(); ++which) {
+    for (int which = NumRefs() - 1; which >= 0; --which) {
         DeleteReference(which);
     }
     return REF_SUCCEED;
@@ -124,18 +146,14 @@ RefResult ReferenceMaker::DeleteAllRefsFromMe() {
 
 // A maker hears of a change once, however many references it has. Makers that come while the list
 // is walked aren't told, and those that go meanwhile neither. What a maker changes in `partID` is
-// what its own dependents get; REF_STOP keeps them from hearing anything.
+// what its own dependents get; REF_STOP keeps them from hearing anything. Each target that the
+// message comes through on its way up tells the global makers, the sender first: a maker that looks
+// for render elements hears of an element whose block changed, though the block sent the message.
 void ReferenceTarget::NotifyDependents(const Interval& changeInt, PartID partID,
                                        RefMessage message) {
     const Walk walk(this);
-    for (GlobalReferenceMaker* maker : std::vector(GlobalMakers())) {
-        const auto& makers = GlobalMakers();
-        if (std::find(makers.begin(), makers.end(), maker) == makers.end()) continue;
-        PartID part = partID;
-        maker->NotifyRefChanged(changeInt, this, part, message, TRUE);
-        if (walk.Ended()) {
-            return;
-        }
+    if (!TellGlobalMakers(walk, changeInt, this, partID, message, TRUE)) {
+        return;
     }
     for (ReferenceMaker* maker : WithoutRepetition(dependents_)) {
         if (!Holds(dependents_, maker)) {
@@ -176,6 +194,7 @@ RefResult ReferenceTarget::DeleteAllRefsToMe() {
         }
         std::erase(dependents_, maker);
     }
+    TellGlobalMakers(Walk(this), FOREVER, this, PART_ALL, REFMSG_TARGET_DELETED, FALSE);
     return REF_SUCCEED;
 }
 

@@ -4,8 +4,12 @@
 #include <iterator>
 #include <utility>
 
+#include <hold.h>
+#include <notify.h>
 #include <vrayframebuffer.h>
 
+#include "host/application.h"
+#include "host/edit_undo.h"
 #include "host/param_block.h"
 
 namespace host {
@@ -15,6 +19,16 @@ bool IsVRayElement(const Class_ID& id) {
            std::any_of(std::begin(VRAY_ELEMENT_CLASSES), std::end(VRAY_ELEMENT_CLASSES),
                        [&](const VRayElementClass& known) { return known.id == id; });
 }
+
+namespace {
+
+// Whoever implements nodes himself has no scene that they could leave.
+bool IsInScene(INode& node) {
+    const auto* inScene = dynamic_cast<Node*>(&node);
+    return !inScene || inScene->IsInScene();
+}
+
+}  // namespace
 
 class RenderElement::MultiMatte final : public IMultiMatte {
   public:
@@ -36,9 +50,8 @@ class RenderElement::MultiMatte final : public IMultiMatte {
         description = kept.description;
         description.nodes.SetCount(0);
         for (const auto& reference : kept.nodes) {
-            if (auto* node = static_cast<INode*>(reference->Get())) {
-                description.nodes.Append(1, &node);
-            }
+            auto* node = static_cast<INode*>(reference->Get());
+            if (node && IsInScene(*node)) description.nodes.Append(1, &node);
         }
     }
 
@@ -81,14 +94,25 @@ void RenderElement::SetReference(int /*which*/, RefTargetHandle target) {
     block_ = dynamic_cast<IParamBlock2*>(target);
 }
 
+void RenderElement::Rename(const MSTR& name) {
+    PutFieldUndo(*this, &RenderElement::name_, &RenderElement::Rename);
+    name_ = name;
+    Changed();
+}
+
 void RenderElement::SetElementName(const MCHAR* name) {
-    name_ = MSTR(name);
-    NotifyDependents(FOREVER, PART_ALL, REFMSG_CHANGE);
+    Rename(MSTR(name));
 }
 
 void RenderElement::SetEnabled(bool on) {
+    PutFieldUndo(*this, &RenderElement::enabled_, &RenderElement::SetEnabled);
     enabled_ = on;
+    Changed();
+}
+
+void RenderElement::Changed() {
     NotifyDependents(FOREVER, PART_ALL, REFMSG_CHANGE);
+    if (manager_ && manager_->IsOpen()) Broadcast(NOTIFY_RENDPARAM_CHANGED);
 }
 
 void RenderElement::GetPBBitmap(PBBitmap*& bitmap) const {
@@ -153,6 +177,58 @@ void RenderElement::SetMultiMatte(int component, const MultiMatteComponent& desc
 
 // The manager
 
+// The manager is the running application's when undo steps have this.
+class ElementPresence final : public Presence {
+  public:
+    ElementPresence(RenderElementManager& manager, RenderElement& element)
+        : manager_(manager), element_(&element) {}
+
+    ReferenceTarget* Target() const override { return element_.Get(); }
+    void Leave() override {
+        const auto found = manager_.PlaceOf(static_cast<RenderElement*>(element_.Get()));
+        if (owned_ || found == manager_.elements_.end()) return;
+        place_ = found - manager_.elements_.begin();
+        owned_ = std::move(*found);
+        manager_.elements_.erase(found);
+        owned_->manager_ = nullptr;
+    }
+    void Left() override {
+        if (owned_) manager_.TellChanged(*owned_);
+    }
+    void Enter() override {
+        if (!owned_) return;
+        auto& elements = manager_.elements_;
+        RenderElement& element = *owned_;
+        const auto place = std::min(place_, static_cast<std::ptrdiff_t>(elements.size()));
+        elements.insert(elements.begin() + place, std::move(owned_));
+        element.manager_ = &manager_;
+        manager_.TellChanged(element);
+    }
+
+  private:
+    RenderElementManager& manager_;
+    Owned<RenderElement> owned_;
+    TargetReference element_;
+    std::ptrdiff_t place_ = 0;
+};
+
+bool RenderElementManager::IsOpen() const {
+    const auto& open = App().elements;
+    return std::any_of(open.begin(), open.end(),
+                       [this](const auto& each) { return &each == this; });
+}
+
+void RenderElementManager::TellChanged(RenderElement& element) const {
+    element.NotifyDependents(FOREVER, PART_ALL, REFMSG_CHANGE);
+    if (IsOpen()) Broadcast(NOTIFY_RENDPARAM_CHANGED);
+}
+
+RenderElementManager::Elements::iterator RenderElementManager::PlaceOf(
+    const RenderElement* element) {
+    return std::find_if(elements_.begin(), elements_.end(),
+                        [element](const auto& other) { return element && other.get() == element; });
+}
+
 RenderElement* RenderElementManager::GetRenderElement(int index) {
     return index >= 0 && index < NumRenderElements()
                ? elements_[static_cast<std::size_t>(index)].get()
@@ -161,7 +237,11 @@ RenderElement* RenderElementManager::GetRenderElement(int index) {
 
 RenderElement& RenderElementManager::Add(Class_ID id, const MSTR& name) {
     elements_.push_back(Owned<RenderElement>(new RenderElement(id, name)));
-    return *elements_.back();
+    RenderElement& element = *elements_.back();
+    element.manager_ = this;
+    if (theHold.Holding() && IsOpen()) PutComing(std::make_shared<ElementPresence>(*this, element));
+    TellChanged(element);
+    return element;
 }
 
 RenderElement* RenderElementManager::Find(const MSTR& name) const {
@@ -171,22 +251,31 @@ RenderElement* RenderElementManager::Find(const MSTR& name) const {
     return found == elements_.end() ? nullptr : found->get();
 }
 
-// Out of the list first: those who are told then find it gone.
 bool RenderElementManager::Remove(const RenderElement* element) {
-    const auto found = std::find_if(elements_.begin(), elements_.end(),
-                                    [&](const auto& other) { return other.get() == element; });
+    const auto found = PlaceOf(element);
     if (found == elements_.end()) {
         return false;
     }
-    const Owned<RenderElement> removed = std::move(*found);
-    elements_.erase(found);
+    Go(std::make_shared<ElementPresence>(*this, **found), IsOpen());
     return true;
 }
 
+std::vector<Owned<RenderElement>> RenderElementManager::TakeAll() {
+    for (const auto& element : elements_)
+        element->manager_ = nullptr;
+    return std::exchange(elements_, {});
+}
+
+void RenderElementManager::PutBack(std::vector<Owned<RenderElement>> elements) {
+    elements_ = std::move(elements);
+    for (const auto& element : elements_)
+        element->manager_ = this;
+}
+
 void RenderElementManager::Clear() {
-    while (!elements_.empty()) {
-        Remove(elements_.back().get());
-    }
+    const bool any = !elements_.empty();
+    TakeAll();
+    if (any && IsOpen()) Broadcast(NOTIFY_RENDPARAM_CHANGED);
 }
 
 }  // namespace host

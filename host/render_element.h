@@ -26,6 +26,9 @@ constexpr ParamID VRAY_DENOISER_MODE = 42;
 // True for the classes of vrayelements.h.
 bool IsVRayElement(const Class_ID& id);
 
+class RenderElementManager;
+
+// While theHold holds, a change of its name, or whether it is on, can be undone.
 class RenderElement final : public IRenderElement {
   public:
     // On, without a bitmap. A V-Ray element answers VRAY_RENDER_ELEMENT_INTERFACE and has a
@@ -40,6 +43,7 @@ class RenderElement final : public IRenderElement {
     void* GetInterface(ULONG id) override;
     int NumRefs() override { return 1; }
     RefTargetHandle GetReference(int which) override;
+    RefTargetHandle Clone(RemapDir&) override { return this; }
     RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
                                BOOL) override {
         return REF_SUCCEED;
@@ -64,17 +68,24 @@ class RenderElement final : public IRenderElement {
     void RemoveParameter(ParamID id);
 
     // From then on the element answers MULTI_MATTE_INTERFACE; components that weren't set are
-    // empty. `component` 0 to 2. A node that is deleted leaves the description.
+    // empty. `component` 0 to 2. A node that is deleted leaves the description, and is in it again
+    // when it comes back with an undo.
     void SetMultiMatte(int component, const MultiMatteComponent& description);
 
   private:
+    friend class ElementPresence;
+    friend class RenderElementManager;
     class MultiMatte;
 
     ~RenderElement() override;
     void SetReference(int which, RefTargetHandle target) override;
+    void Rename(const MSTR& name);
+    void Changed();
     void MakeBlock(const std::map<ParamID, int>& parameters);
     std::map<ParamID, int> Parameters() const;
 
+    // Null while it is in no list.
+    RenderElementManager* manager_ = nullptr;
     Class_ID id_;
     MSTR name_;
     bool enabled_ = true;
@@ -88,7 +99,11 @@ class RenderElement final : public IRenderElement {
     std::unique_ptr<MultiMatte> multiMatte_;
 };
 
-// The elements of one set of render settings, in the order in which they were added.
+// The elements of one set of render settings, in the order in which they were added. Of those of
+// the running application (Application::elements) it is broadcast that they come, go and change
+// (NOTIFY_RENDPARAM_CHANGED), by an undo too, and while theHold holds their coming and going can be
+// undone. One that came or went also sends REFMSG_CHANGE, after those who referred to one that went
+// have dropped it, so that global references hear of it.
 class RenderElementManager final : public IRenderElementMgr {
   public:
     int NumRenderElements() override { return static_cast<int>(elements_.size()); }
@@ -98,12 +113,28 @@ class RenderElementManager final : public IRenderElementMgr {
     RenderElement& Add(Class_ID id, const MSTR& name);
     // The first of that very name; null when there is none.
     RenderElement* Find(const MSTR& name) const;
-    // Destroys the element, which tells its dependents. False when it isn't in the list.
+    // The element goes, which its dependents are told; it is destroyed unless an undo step keeps
+    // it. False when it isn't in the list.
     bool Remove(const RenderElement* element);
+    // Destroys all; can't be undone.
     void Clear();
 
+    // All of the list, apart from it. Nobody is told of this, nor of PutBack.
+    std::vector<Owned<RenderElement>> TakeAll();
+    // The list must be empty.
+    void PutBack(std::vector<Owned<RenderElement>> elements);
+
   private:
-    std::vector<Owned<RenderElement>> elements_;
+    friend class ElementPresence;
+    friend class RenderElement;
+    using Elements = std::vector<Owned<RenderElement>>;
+
+    Elements::iterator PlaceOf(const RenderElement* element);
+    // Whether they are the running application's.
+    bool IsOpen() const;
+    void TellChanged(RenderElement& element) const;
+
+    Elements elements_;
 };
 
 }  // namespace host

@@ -10,6 +10,7 @@
 #include <rendererclasses.h>
 
 #include "host/application.h"
+#include "host/bitmap_output.h"
 
 namespace host {
 namespace {
@@ -146,6 +147,9 @@ class RenderRun {
                 TellView(*settings.view, context);
             }
             GiveToEffects(*bitmap, context);
+            if (settings.saveFile) {
+                WriteRenderOutput(*bitmap, report.frame);
+            }
         }
         report.outcome = bitmap ? FrameOutcome::Rendered : FrameOutcome::Failed;
         report.messages = MessagesSince(logStart);

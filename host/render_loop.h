@@ -67,10 +67,10 @@ DWORD RequiredGBufferChannels(TimeValue t);
 // Sets the application's time type, and its time to each frame's, and leaves them so. What happens:
 // NOTIFY_PRE_RENDER; RenderBegin of the active effects; for each frame NOTIFY_PRE_RENDERFRAME, the
 // provider, SupportsBitmap, Apply of the active effects if render effects are on and the effect
-// supports the bitmap, and NOTIFY_POST_RENDERFRAME; RenderEnd of those that began;
-// NOTIFY_POST_RENDER. A failed frame gets no NOTIFY_POST_RENDERFRAME: nothing was rendered.
-// RenderBegin, Apply and RenderEnd aren't called with Corona, whose effects do that themselves on
-// the notifications.
+// supports the bitmap, NOTIFY_POST_RENDERFRAME, and WriteRenderOutput (bitmap_output.h) if the
+// output is to be saved; RenderEnd of those that began; NOTIFY_POST_RENDER. A failed frame gets no
+// NOTIFY_POST_RENDERFRAME: nothing was rendered. RenderBegin, Apply and RenderEnd aren't called
+// with Corona, whose effects do that themselves on the notifications.
 RenderReport RenderFrames(const RenderJob& job);
 
 }  // namespace host

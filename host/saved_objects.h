@@ -64,7 +64,7 @@ struct SavedObject {
     Class_ID classID;
     std::vector<SavedChunk> chunks;
     std::vector<SavedAppData> appData;
-    // One for each of the object's references, by its number.
+    // One for each of the object's references, by its number. Blocks are the object's own.
     std::vector<std::variant<SavedReference, SavedBlock>> references;
 };
 
@@ -86,33 +86,55 @@ class Handles {
     Handle last_ = 0;
 };
 
+// Objects refer to each other, and chunks lie in each other, no deeper than this, so that walks
+// over them stay shallow.
+constexpr int maxObjectDepth = 64;
+constexpr int maxChunkDepth = 64;
+
 std::vector<SavedAppData> SaveAppData(const Animatable& object);
 void LoadAppData(const std::vector<SavedAppData>& saved, Animatable& object);
 
 // `roots` and all that they and their blocks refer to, targets before those that refer to them. A
 // target that has a handle in `handles` when it is met is taken to be in the file already; the
-// others get one. Throws std::runtime_error when an object's Save fails.
+// others get one. A node, scene layer or render element without a handle isn't in the file: it is
+// saved as no target. Throws std::runtime_error when an object's Save fails, and for what no file
+// can hold: an object of a super class that has no place there, another's parameter block, and
+// references deeper than maxObjectDepth.
 std::vector<SavedObject> SaveObjects(const std::vector<ReferenceTarget*>& roots, Handles& handles);
+
+// What a file describes apart from its objects, and objects only name.
+enum class SceneTarget { Node, Layer, RenderElement };
+struct KnownTarget {
+    Handle handle = 0;
+    SceneTarget kind = SceneTarget::Node;
+};
 
 // Whether LoadObjects will take them: every class is known, handles are named once and refer to
 // something in `objects` or `known`, without circles; a parameter that the class still has holds
-// values of its type. Empty when all is well, otherwise the fault of the object `index`, without
-// its number.
+// values of its type, where numbers stand for each other. Empty when all is well, otherwise the
+// fault of the object `index`, without its number; an object may have several. The handles of
+// `known` are taken as they are.
 struct ObjectFault {
     std::size_t index = 0;
     std::string text;
 };
 std::vector<ObjectFault> CheckObjects(const std::vector<SavedObject>& objects,
-                                      const std::vector<Handle>& known,
+                                      const std::vector<KnownTarget>& known,
                                       const ClassDirectory& classes);
 
-// Makes the objects of a list that CheckObjects passed, and enters them in `handles`. Parameters
-// that the class no longer has are left out, as are blocks; those that the file doesn't have keep
-// their defaults. Blocks have IParamBlock2PostLoadInfo when the post-load callbacks run, which is
-// at the end, and not after it. The objects are the caller's: those that nobody refers to are to be
-// destroyed with DeleteThis. Throws std::runtime_error, with all that was made destroyed, when an
-// object's Load fails.
+// Makes the objects of a list that CheckObjects passed, with `handles` holding what it knew, and
+// enters them there. Parameters that the class no longer has are left out, as are blocks and
+// references; those that the file doesn't have are as the constructor left them. Blocks have
+// IParamBlock2PostLoadInfo when the post-load callbacks run, which is at the end, and not after it.
+// The objects are the caller's: see DestroyUnreferred. Throws std::runtime_error, with all that was
+// made destroyed and `handles` as it was, when an object's Load fails or an object doesn't take a
+// reference.
 void LoadObjects(const std::vector<SavedObject>& objects, Handles& handles,
                  const ClassDirectory& classes);
+
+// Destroys those of the loaded `objects` that nobody refers to, but for `kept`, and with them what
+// only they referred to. `handles` still names them.
+void DestroyUnreferred(const std::vector<SavedObject>& objects, const std::vector<Handle>& kept,
+                       const Handles& handles);
 
 }  // namespace host

@@ -1,15 +1,16 @@
 #include "host/scene.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
-#include <INamedSelectionSetManager.h>
+#include <hold.h>
 #include <maxapi.h>
 #include <notify.h>
 
 #include "host/application.h"
-#include "host/user_properties.h"
+#include "host/edit_undo.h"
+#include "host/scene_root.h"
+#include "host/scene_tree.h"
 
 namespace host {
 namespace {
@@ -17,214 +18,95 @@ namespace {
 constexpr int MAX_RENDER_ID = 65533;
 constexpr USHORT NO_RENDER_ID = 65535;
 
-template <class T>
-T* At(const std::vector<T*>& objects, int index) {
-    return index >= 0 && static_cast<std::size_t>(index) < objects.size()
-               ? objects[static_cast<std::size_t>(index)]
-               : nullptr;
-}
-
-template <class T>
-bool HangsBelow(const T* object, const T* ancestor, T* (*parentOf)(const T*)) {
-    for (; object; object = parentOf(object)) {
-        if (object == ancestor) {
-            return true;
-        }
-    }
-    return false;
-}
-
-template <class T>
-void MoveTo(T* object, T*& parent, std::vector<T*> T::*children, T* newParent) {
-    if (parent) {
-        std::erase(parent->*children, object);
-    }
-    parent = newParent;
-    if (newParent) {
-        (newParent->*children).push_back(object);
-    }
-}
-
-class ShownObject final : public Object {
-  public:
-    explicit ShownObject(NodeKind kind) : kind_(kind) {}
-
-    SClass_ID SuperClassID() override {
-        static constexpr SClass_ID CLASSES[] = {GEOMOBJECT_CLASS_ID, CAMERA_CLASS_ID,
-                                                LIGHT_CLASS_ID, HELPER_CLASS_ID};
-        return CLASSES[static_cast<std::size_t>(kind_)];
-    }
-    // Nobody knows which geometry, camera or light it is.
-    Class_ID ClassID() override {
-        return kind_ == NodeKind::PointHelper ? Class_ID(POINTHELP_CLASS_ID, 0) : Class_ID();
-    }
-    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
-                               BOOL) override {
-        return REF_SUCCEED;
-    }
-
-  private:
-    NodeKind kind_;
-};
-
 }  // namespace
 
-// The root
-
-class RootNode final : public INode {
+class NodePresence final : public Presence {
   public:
-    explicit RootNode(Scene& scene) : scene_(scene) {}
-    ~RootNode() override = default;
-    // It stays as long as its scene.
-    void DeleteThis() override {}
+    explicit NodePresence(Node& node) : node_(&node) {}
 
-    const MCHAR* GetName() override { return _M("Scene Root"); }
-    USHORT GetRenderID() override { return NO_RENDER_ID; }
-    INode* GetParentNode() override { return nullptr; }
-    BOOL IsRootNode() override { return TRUE; }
-    int NumberOfChildren() override { return static_cast<int>(scene_.TopNodes().size()); }
-    INode* GetChildNode(int index) override { return At(scene_.TopNodes(), index); }
-    BOOL IsGroupHead() override { return FALSE; }
-    BOOL IsGroupMember() override { return FALSE; }
-    BOOL IsNodeHidden(BOOL) override { return FALSE; }
-    const ObjectState& EvalWorldState(TimeValue, BOOL) override { return shown_; }
-    Matrix3 GetNodeTM(TimeValue, Interval*) override { return {}; }
-    BOOL GetUserPropBool(const MSTR&, BOOL&) override { return FALSE; }
-    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
-                               BOOL) override {
-        return REF_SUCCEED;
+    ReferenceTarget* Target() const override { return node_.Get(); }
+    void Leave() override {
+        auto* node = static_cast<Node*>(node_.Get());
+        if (!node || !node->inScene_) return;
+        // An edit of its own moved those that hung below it when it was recorded.
+        while (!node->children_.empty())
+            node->children_.back()->HangBelow(node->parent_, atTheEnd);
+        Node* parent = node->parent_;
+        SceneLayer* layer = node->layer_;
+        parent_.ReplaceReference(0, parent);
+        layer_.ReplaceReference(0, layer);
+        inParent_ = parent ? IndexOf(parent->children_, node) : 0;
+        inLayer_ = layer ? IndexOf(layer->nodes_, node) : 0;
+        inSets_.clear();
+        for (SelectionSet& set : node->scene_.sets_) {
+            const std::size_t index = IndexOf(set.nodes, node);
+            if (index == set.nodes.size()) continue;
+            inSets_.emplace_back(set.name, index);
+            std::erase(set.nodes, node);
+        }
+        owned_ = node->scene_.Release(*node);
+        if (parent) std::erase(parent->children_, node);
+        if (layer) std::erase(layer->nodes_, node);
+        node->parent_ = nullptr;
+        node->layer_ = nullptr;
+    }
+    void Enter() override {
+        if (!owned_) return;
+        Node& node = *owned_;
+        auto* parent = static_cast<Node*>(parent_.Get());
+        auto* layer = static_cast<SceneLayer*>(layer_.Get());
+        node.scene_.Insert(std::move(owned_));
+        if (parent && parent->inScene_) node.HangBelow(parent, inParent_);
+        if (layer && layer->inScene_) node.PutInLayer(layer, inLayer_);
+        for (const auto& [name, index] : inSets_) {
+            SelectionSet* set = node.scene_.FindSet(name);
+            if (set) InsertAt(set->nodes, index, &node);
+        }
     }
 
   private:
-    Scene& scene_;
-    ObjectState shown_;
+    std::unique_ptr<Node> owned_;
+    TargetReference node_;
+    TargetReference parent_;
+    TargetReference layer_;
+    std::size_t inParent_ = 0;
+    std::size_t inLayer_ = 0;
+    std::vector<std::pair<MSTR, std::size_t>> inSets_;
 };
 
-// Nodes
+class LayerPresence final : public Presence {
+  public:
+    explicit LayerPresence(SceneLayer& layer) : layer_(&layer) {}
 
-Node::Node(Scene& scene, const MSTR& name)
-    : scene_(scene),
-      name_(name),
-      object_(new ShownObject(NodeKind::Geometry)),
-      shown_{object_.get()} {}
-
-INode* Node::GetParentNode() {
-    return parent_ ? static_cast<INode*>(parent_) : scene_.root_.get();
-}
-
-BOOL Node::GetUserPropBool(const MSTR& key, BOOL& b) {
-    const std::optional<bool> value = FindUserPropertyBool(userProperties_, key);
-    if (value) {
-        b = *value;
+    ReferenceTarget* Target() const override { return layer_.Get(); }
+    void Leave() override {
+        auto* layer = static_cast<SceneLayer*>(layer_.Get());
+        if (!layer || !layer->inScene_) return;
+        // Edits of their own moved those that were in it when it was recorded.
+        while (!layer->nodes_.empty())
+            layer->nodes_.back()->PutInLayer(layer->parent_, atTheEnd);
+        while (!layer->children_.empty())
+            layer->children_.back()->HangBelow(layer->parent_, atTheEnd);
+        parent_.ReplaceReference(0, layer->parent_);
+        inParent_ = layer->parent_ ? IndexOf(layer->parent_->children_, layer) : 0;
+        owned_ = layer->scene_.Release(*layer);
+        layer->HangBelow(nullptr, 0);
+        layer->scene_.Tell(NOTIFY_LAYER_DELETED, static_cast<ILayer*>(layer));
     }
-    return value.has_value();
-}
-
-void Node::SetKind(NodeKind kind) {
-    object_.reset(new ShownObject(kind));
-    shown_.obj = object_.get();
-    Changed();
-}
-
-void Node::SetTransform(const Matrix3& transform) {
-    transform_ = transform;
-    Changed();
-}
-
-void Node::DeleteThis() {
-    scene_.Remove(*this);
-}
-
-Node* Node::GetChildNode(int index) {
-    return At(children_, index);
-}
-
-BOOL Node::IsNodeHidden(BOOL /*hflagsOverride*/) {
-    return hidden_ || (layer_ && layer_->IsHidden(true));
-}
-
-void Node::SetName(const MSTR& name) {
-    scene_.LeaveName(*this);
-    name_ = name;
-    scene_.EnterName(*this);
-    Changed();
-}
-
-bool Node::SetParent(Node* parent) {
-    const auto parentOf = [](const Node* node) { return node->parent_; };
-    if (parent && (&parent->scene_ != &scene_ || HangsBelow<Node>(parent, this, parentOf))) {
-        return false;
+    void Enter() override {
+        if (!owned_) return;
+        SceneLayer& layer = *owned_;
+        auto* parent = static_cast<SceneLayer*>(parent_.Get());
+        if (parent && parent->inScene_) layer.HangBelow(parent, inParent_);
+        layer.scene_.Insert(std::move(owned_));
     }
-    MoveTo(this, parent_, &Node::children_, parent);
-    scene_.topNodes_.clear();
-    Changed();
-    return true;
-}
 
-void Node::SetHidden(bool on) {
-    hidden_ = on;
-    Changed();
-}
-
-void Node::SetLayer(SceneLayer* layer) {
-    if (layer_) {
-        std::erase(layer_->nodes_, this);
-    }
-    layer_ = layer;
-    if (layer_) {
-        layer_->nodes_.push_back(this);
-    }
-    Changed();
-}
-
-// Layers
-
-void SceneLayer::DeleteThis() {
-    scene_.Remove(*this);
-}
-
-bool SceneLayer::IsHidden(bool checkParents) const {
-    return hidden_ || (checkParents && parent_ && parent_->IsHidden(true));
-}
-
-SceneLayer* SceneLayer::GetChildLayer(int index) const {
-    return At(children_, index);
-}
-
-BaseInterface* SceneLayer::GetInterface(Interface_ID id) {
-    return id == LAYERPROPERTIES_INTERFACE ? static_cast<ILayerProperties*>(this) : nullptr;
-}
-
-void SceneLayer::Nodes(Tab<INode*>& nodes) {
-    nodes.SetCount(static_cast<int>(nodes_.size()));
-    for (int index = 0; index < nodes.Count(); ++index) {
-        nodes[index] = At(nodes_, index);
-    }
-}
-
-void SceneLayer::SetName(const MSTR& name) {
-    name_ = name;
-    scene_.sortedLayers_.clear();
-    Changed();
-}
-
-bool SceneLayer::SetParent(SceneLayer* parent) {
-    const auto parentOf = [](const SceneLayer* layer) { return layer->parent_; };
-    if (parent && (&parent->scene_ != &scene_ || HangsBelow<SceneLayer>(parent, this, parentOf))) {
-        return false;
-    }
-    MoveTo(this, parent_, &SceneLayer::children_, parent);
-    scene_.sortedLayers_.clear();
-    Changed();
-    return true;
-}
-
-void SceneLayer::SetHidden(bool on) {
-    hidden_ = on;
-    Changed();
-}
-
-// The scene's nodes
+  private:
+    std::unique_ptr<SceneLayer> owned_;
+    TargetReference layer_;
+    TargetReference parent_;
+    std::size_t inParent_ = 0;
+};
 
 Scene::Scene() : root_(std::make_unique<RootNode>(*this)) {}
 
@@ -232,9 +114,23 @@ Scene::~Scene() {
     Clear();
 }
 
+bool Scene::IsOpen() const {
+    return this == &App().scene;
+}
+
+bool Scene::Records() const {
+    return theHold.Holding() && IsOpen();
+}
+
+void Scene::Tell(int code, void* callParam) const {
+    if (IsOpen()) Broadcast(code, callParam);
+}
+
 INode& Scene::Root() const {
     return *root_;
 }
+
+// Nodes
 
 const std::vector<Node*>& Scene::TopNodes() {
     if (topNodes_.empty()) {
@@ -248,7 +144,11 @@ const std::vector<Node*>& Scene::TopNodes() {
 }
 
 void Scene::EnterName(Node& node) {
-    nodesByName_[node.name_.data()].push_back(&node);
+    std::vector<Node*>& same = nodesByName_[node.name_.data()];
+    const auto later = std::upper_bound(
+        same.begin(), same.end(), node.serial_,
+        [](std::uint64_t serial, const Node* other) { return serial < other->serial_; });
+    same.insert(later, &node);
 }
 
 void Scene::LeaveName(Node& node) {
@@ -262,12 +162,37 @@ void Scene::LeaveName(Node& node) {
     }
 }
 
-Node& Scene::AddNode(const MSTR& name, Node* parent) {
-    nodes_.push_back(std::unique_ptr<Node>(new Node(*this, name)));
-    Node& node = *nodes_.back();
-    EnterName(node);
-    MoveTo(&node, node.parent_, &Node::children_, parent);
+template <class Objects>
+auto Scene::PlaceOf(Objects& objects, std::uint64_t serial) {
+    return std::lower_bound(
+        objects.begin(), objects.end(), serial,
+        [](const auto& object, std::uint64_t wanted) { return object->serial_ < wanted; });
+}
+
+void Scene::Insert(std::unique_ptr<Node> node) {
+    Node& inserted = *node;
+    nodes_.insert(PlaceOf(nodes_, inserted.serial_), std::move(node));
+    inserted.inScene_ = true;
+    EnterName(inserted);
     topNodes_.clear();
+}
+
+std::unique_ptr<Node> Scene::Release(Node& node) {
+    const auto found = PlaceOf(nodes_, node.serial_);
+    std::unique_ptr<Node> released = std::move(*found);
+    nodes_.erase(found);
+    LeaveName(node);
+    node.inScene_ = false;
+    topNodes_.clear();
+    return released;
+}
+
+Node& Scene::AddNode(const MSTR& name, Node* parent) {
+    std::unique_ptr<Node> made(new Node(*this, nextSerial_++, name));
+    Node& node = *made;
+    Insert(std::move(made));
+    if (parent && node.MayHangBelow(parent)) node.HangBelow(parent, atTheEnd);
+    if (Records()) PutComing(std::make_shared<NodePresence>(node));
     return node;
 }
 
@@ -282,30 +207,14 @@ Node* Scene::GetNode(int index) const {
 }
 
 void Scene::Remove(Node& node) {
-    const auto found = std::find_if(nodes_.begin(), nodes_.end(),
-                                    [&](const auto& other) { return other.get() == &node; });
-    if (found == nodes_.end()) {
-        return;
-    }
-    // Out of the scene first: those who are told then find it gone.
-    const std::unique_ptr<Node> removed = std::move(*found);
-    nodes_.erase(found);
-    topNodes_.clear();
-    LeaveName(node);
-    for (SelectionSet& set : sets_) {
-        std::erase(set.nodes, &node);
-    }
-    if (node.layer_) {
-        std::erase(node.layer_->nodes_, &node);
-    }
+    if (&node.scene_ != this || !node.inScene_) return;
     const bool staysInGroup = node.parent_ && (node.parent_->groupHead_ || node.groupMember_);
+    const bool endsGroup = node.groupHead_ && !staysInGroup;
     for (Node* child : std::vector<Node*>(node.children_)) {
-        child->groupMember_ = child->groupMember_ && (!node.groupHead_ || staysInGroup);
-        MoveTo(child, child->parent_, &Node::children_, node.parent_);
+        if (endsGroup && child->groupMember_) child->SetGroupMember(false);
+        child->SetParent(node.parent_);
     }
-    if (node.parent_) {
-        std::erase(node.parent_->children_, &node);
-    }
+    Go(std::make_shared<NodePresence>(node), IsOpen());
 }
 
 void Scene::AssignRenderIDs() {
@@ -331,13 +240,31 @@ void Scene::AssignRenderIDs() {
     }
 }
 
-// The scene's layers
+// Layers
+
+void Scene::Insert(std::unique_ptr<SceneLayer> layer) {
+    SceneLayer& inserted = *layer;
+    layers_.insert(PlaceOf(layers_, inserted.serial_), std::move(layer));
+    inserted.inScene_ = true;
+    sortedLayers_.clear();
+    Tell(NOTIFY_LAYER_CREATED, static_cast<ILayer*>(&inserted));
+}
+
+std::unique_ptr<SceneLayer> Scene::Release(SceneLayer& layer) {
+    const auto found = PlaceOf(layers_, layer.serial_);
+    std::unique_ptr<SceneLayer> released = std::move(*found);
+    layers_.erase(found);
+    layer.inScene_ = false;
+    sortedLayers_.clear();
+    return released;
+}
 
 SceneLayer& Scene::AddLayer(const MSTR& name, SceneLayer* parent) {
-    layers_.push_back(std::unique_ptr<SceneLayer>(new SceneLayer(*this, name)));
-    SceneLayer& layer = *layers_.back();
-    MoveTo(&layer, layer.parent_, &SceneLayer::children_, parent);
-    sortedLayers_.clear();
+    std::unique_ptr<SceneLayer> made(new SceneLayer(*this, nextSerial_++, name));
+    SceneLayer& layer = *made;
+    if (parent && layer.MayHangBelow(parent)) layer.HangBelow(parent, atTheEnd);
+    Insert(std::move(made));
+    if (Records()) PutComing(std::make_shared<LayerPresence>(layer));
     return layer;
 }
 
@@ -348,23 +275,14 @@ SceneLayer* Scene::FindLayer(const MSTR& name) const {
 }
 
 void Scene::Remove(SceneLayer& layer) {
-    const auto found = std::find_if(layers_.begin(), layers_.end(),
-                                    [&](const auto& other) { return other.get() == &layer; });
-    if (found == layers_.end()) {
-        return;
-    }
-    const std::unique_ptr<SceneLayer> removed = std::move(*found);
-    layers_.erase(found);
-    sortedLayers_.clear();
+    if (&layer.scene_ != this || !layer.inScene_) return;
     for (Node* node : std::vector<Node*>(layer.nodes_)) {
         node->SetLayer(layer.parent_);
     }
     for (SceneLayer* child : std::vector<SceneLayer*>(layer.children_)) {
         child->SetParent(layer.parent_);
     }
-    if (layer.parent_) {
-        std::erase(layer.parent_->children_, &layer);
-    }
+    Go(std::make_shared<LayerPresence>(layer), IsOpen());
 }
 
 const std::vector<SceneLayer*>& Scene::Layers() const {
@@ -396,74 +314,39 @@ const std::vector<SceneLayer*>& Scene::Layers() const {
     return sortedLayers_;
 }
 
-// The scene's selection sets
-
-SelectionSet* Scene::FindSet(const MSTR& name) {
-    const auto found = std::find_if(sets_.begin(), sets_.end(),
-                                    [&](const SelectionSet& set) { return set.name == name; });
-    return found == sets_.end() ? nullptr : &*found;
-}
-
-void Scene::AddSelectionSet(const MSTR& name, const std::vector<Node*>& nodes) {
-    std::vector<Node*> members;
-    std::unordered_set<Node*> seen;
-    for (Node* node : nodes) {
-        if (node && seen.insert(node).second) {
-            members.push_back(node);
-        }
-    }
-    // The name may be that of a set that goes.
-    SelectionSet made{name, std::move(members)};
-    const MSTR told = name;
-    const auto tell = [&](int code) { Broadcast(code, const_cast<MCHAR*>(told.data())); };
-    const SelectionSet* old = FindSet(name);
-    if (!old) {
-        sets_.push_back(std::move(made));
-        tell(NOTIFY_NAMED_SEL_SET_CREATED);
-        return;
-    }
-    const auto place = static_cast<std::size_t>(old - sets_.data());
-    Broadcast(NOTIFY_NAMED_SEL_SET_PRE_MODIFY);
-    std::erase_if(sets_, [&](const SelectionSet& set) { return set.name == told; });
-    tell(NOTIFY_NAMED_SEL_SET_DELETED);
-    sets_.insert(sets_.begin() + static_cast<std::ptrdiff_t>(std::min(place, sets_.size())),
-                 std::move(made));
-    tell(NOTIFY_NAMED_SEL_SET_CREATED);
-    Broadcast(NOTIFY_NAMED_SEL_SET_POST_MODIFY);
-}
-
-bool Scene::RenameSelectionSet(const MSTR& name, const MSTR& newName) {
-    SelectionSet* set = FindSet(name);
-    if (!set || FindSet(newName)) {
-        return false;
-    }
-    const MSTR oldName = std::exchange(set->name, newName);
-    NameChange change{oldName.data(), newName.data()};
-    Broadcast(NOTIFY_NAMED_SEL_SET_RENAMED, &change);
-    return true;
-}
-
-bool Scene::RemoveSelectionSet(const MSTR& name) {
-    if (!FindSet(name)) {
-        return false;
-    }
-    const MSTR gone = name;
-    std::erase_if(sets_, [&](const SelectionSet& set) { return set.name == gone; });
-    Broadcast(NOTIFY_NAMED_SEL_SET_DELETED, const_cast<MCHAR*>(gone.data()));
-    return true;
-}
-
-void Scene::Clear() {
-    sets_.clear();
+Scene::Contents Scene::TakeContents() {
+    Contents taken;
+    taken.layers = std::exchange(layers_, {});
+    taken.nodes = std::exchange(nodes_, {});
+    taken.sets = std::exchange(sets_, {});
+    taken.nextRenderID = std::exchange(nextRenderID_, 0);
+    for (const auto& layer : taken.layers)
+        layer->inScene_ = false;
+    for (const auto& node : taken.nodes)
+        node->inScene_ = false;
     sortedLayers_.clear();
     topNodes_.clear();
     nodesByName_.clear();
-    nextRenderID_ = 0;
-    // Out of the scene first, and out of each other: those who are told then find nothing there.
-    const auto layers = std::move(layers_);
-    const auto nodes = std::move(nodes_);
-    layers_.clear();
-    nodes_.clear();
+    return taken;
+}
+
+void Scene::PutBack(Contents contents) {
+    layers_ = std::exchange(contents.layers, {});
+    nodes_ = std::exchange(contents.nodes, {});
+    sets_ = std::exchange(contents.sets, {});
+    nextRenderID_ = contents.nextRenderID;
+    for (const auto& layer : layers_)
+        layer->inScene_ = true;
+    for (const auto& node : nodes_) {
+        node->inScene_ = true;
+        EnterName(*node);
+    }
+    sortedLayers_.clear();
+    topNodes_.clear();
+}
+
+// Out of each other first: those who are told then find nothing there.
+Scene::Contents::~Contents() {
     for (const auto& layer : layers) {
         layer->parent_ = nullptr;
         layer->children_.clear();
@@ -476,55 +359,8 @@ void Scene::Clear() {
     }
 }
 
-// What the host's interfaces look at
-
-namespace {
-
-class ApplicationLayers final : public ILayerManager {
-  public:
-    int GetLayerCount() override { return static_cast<int>(App().scene.Layers().size()); }
-    ILayer* GetLayer(int index) override { return At(App().scene.Layers(), index); }
-};
-
-class ApplicationSelectionSets final : public INamedSelectionSetManager {
-  public:
-    int GetNumNamedSelSets() override {
-        return static_cast<int>(App().scene.SelectionSets().size());
-    }
-    bool GetNamedSelSetName(int setIndex, MSTR& name) override {
-        const SelectionSet* set = Find(setIndex);
-        if (set) {
-            name = set->name;
-        }
-        return set != nullptr;
-    }
-    int GetNamedSelSetItemCount(int setIndex) override {
-        const SelectionSet* set = Find(setIndex);
-        return set ? static_cast<int>(set->nodes.size()) : 0;
-    }
-    INode* GetNamedSelSetItem(int setIndex, int index) override {
-        const SelectionSet* set = Find(setIndex);
-        return set ? At(set->nodes, index) : nullptr;
-    }
-
-  private:
-    const SelectionSet* Find(int index) {
-        const auto& sets = App().scene.SelectionSets();
-        return index >= 0 && index < GetNumNamedSelSets() ? &sets[static_cast<std::size_t>(index)]
-                                                          : nullptr;
-    }
-};
-
-}  // namespace
-
-ILayerManager* TheLayerManager() {
-    static ApplicationLayers layers;
-    return &layers;
+void Scene::Clear() {
+    TakeContents();
 }
 
 }  // namespace host
-
-INamedSelectionSetManager* INamedSelectionSetManager::GetInstance() {
-    static host::ApplicationSelectionSets sets;
-    return &sets;
-}

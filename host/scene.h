@@ -1,147 +1,24 @@
 // The scene around a frame, as far as effects look at it: nodes, layers and named selection sets.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include <ilayermanager.h>
-#include <inode.h>
-
-#include "host/owned.h"
+#include "host/node.h"
+#include "host/scene_layer.h"
+#include "host/selection_sets.h"
 
 namespace host {
 
 class RootNode;
-class Scene;
-class SceneLayer;
 
-// What a node shows, as far as effects tell things apart.
-enum class NodeKind { Geometry, Camera, Light, PointHelper };
-
-// Owned by its scene; DeleteThis is Scene::Remove. A change of its name, visibility or place is
-// told to its dependents.
-class Node final : public INode {
-  public:
-    ~Node() override = default;
-    void DeleteThis() override;
-
-    const MCHAR* GetName() override { return name_.data(); }
-    USHORT GetRenderID() override { return renderID_; }
-    INode* GetParentNode() override;
-    BOOL IsRootNode() override { return FALSE; }
-    int NumberOfChildren() override { return static_cast<int>(children_.size()); }
-    // In the order in which they came to it.
-    Node* GetChildNode(int index) override;
-    BOOL IsGroupHead() override { return groupHead_; }
-    BOOL IsGroupMember() override { return groupMember_; }
-    BOOL IsNodeHidden(BOOL hflagsOverride = FALSE) override;
-    // The same at all times, as the transform is; so `valid` stays as it was.
-    const ObjectState& EvalWorldState(TimeValue, BOOL = TRUE) override { return shown_; }
-    Matrix3 GetNodeTM(TimeValue, Interval* = nullptr) override { return transform_; }
-    BOOL GetUserPropBool(const MSTR& key, BOOL& b) override;
-    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
-                               BOOL) override {
-        return REF_SUCCEED;
-    }
-
-    void SetName(const MSTR& name);
-    // Null puts the node to the root of the scene. False, and nothing done, for a parent that is
-    // the node itself or hangs below it, or is of another scene.
-    bool SetParent(Node* parent);
-    void SetGroupHead(bool on) { groupHead_ = on; }
-    void SetGroupMember(bool on) { groupMember_ = on; }
-    void SetHidden(bool on);
-    // A node starts as geometry. What it showed before goes, and its dependents are told.
-    void SetKind(NodeKind kind);
-    // To the world's space; the nodes below stay where they are.
-    void SetTransform(const Matrix3& transform);
-    // Null for none. The layer must be of the same scene.
-    void SetLayer(SceneLayer* layer);
-    SceneLayer* GetLayer() const { return layer_; }
-    // Keeps a number that a render file told; 65535 lets the next AssignRenderIDs give one.
-    void SetRenderID(USHORT id) { renderID_ = id; }
-    // What the user numbers objects with (GB_NODE_ID).
-    UWORD ObjectID() const { return objectID_; }
-    void SetObjectID(UWORD id) { objectID_ = id; }
-    // The user properties: lines of text, "name = value" each.
-    const MSTR& UserProperties() const { return userProperties_; }
-    void SetUserProperties(const MSTR& text) { userProperties_ = text; }
-
-  private:
-    friend class Scene;
-    Node(Scene& scene, const MSTR& name);
-    void Changed() { NotifyDependents(FOREVER, PART_ALL, REFMSG_CHANGE); }
-
-    Scene& scene_;
-    MSTR name_;
-    MSTR userProperties_;
-    Node* parent_ = nullptr;
-    std::vector<Node*> children_;
-    SceneLayer* layer_ = nullptr;
-    Owned<Object> object_;
-    ObjectState shown_;
-    Matrix3 transform_;
-    UWORD objectID_ = 0;
-    USHORT renderID_ = 65535;
-    bool hidden_ = false;
-    bool groupHead_ = false;
-    bool groupMember_ = false;
-};
-
-// Owned by its scene; DeleteThis is Scene::Remove. A change of its name, visibility or place is
-// told to its dependents.
-class SceneLayer final : public ILayer, public ILayerProperties {
-  public:
-    ~SceneLayer() override = default;
-    void DeleteThis() override;
-
-    MSTR GetName() const override { return name_; }
-    bool IsHidden(bool checkParents = false) const override;
-    SceneLayer* GetParentLayer() const override { return parent_; }
-    int GetNumOfChildLayers() const override { return static_cast<int>(children_.size()); }
-    // In order of creation, as all of a layer's lists.
-    SceneLayer* GetChildLayer(int index) const override;
-    using ILayer::GetInterface;
-    BaseInterface* GetInterface(Interface_ID id) override;
-    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
-                               BOOL) override {
-        return REF_SUCCEED;
-    }
-
-    const MCHAR* getName() override { return name_.data(); }
-    ILayerProperties* getParent() override { return parent_; }
-    int getNumChildren() override { return GetNumOfChildLayers(); }
-    ILayerProperties* getChild(int index) override { return GetChildLayer(index); }
-    void Nodes(Tab<INode*>& nodes) override;
-
-    void SetName(const MSTR& name);
-    // As Node::SetParent.
-    bool SetParent(SceneLayer* parent);
-    void SetHidden(bool on);
-
-  private:
-    friend class Node;
-    friend class Scene;
-    SceneLayer(Scene& scene, const MSTR& name) : scene_(scene), name_(name) {}
-    void Changed() { NotifyDependents(FOREVER, PART_ALL, REFMSG_CHANGE); }
-
-    Scene& scene_;
-    MSTR name_;
-    SceneLayer* parent_ = nullptr;
-    std::vector<SceneLayer*> children_;
-    std::vector<Node*> nodes_;
-    bool hidden_ = false;
-};
-
-// A selection that the user gave a name.
-struct SelectionSet {
-    MSTR name;
-    // Each once.
-    std::vector<Node*> nodes;
-};
-
+// Edits of the running application's scene can be undone when theHold holds, and are broadcast:
+// layers that come, go or change their parent, and sets. An undo is broadcast as the edit that it
+// amounts to. Other scenes record and broadcast nothing.
 class Scene {
   public:
     Scene();
@@ -191,35 +68,79 @@ class Scene {
     // In order of creation.
     const std::vector<SelectionSet>& SelectionSets() const { return sets_; }
 
-    // Removes all but the root, and tells dependents. Broadcasts nothing.
+    // Removes all but the root, and tells dependents. Broadcasts nothing, and can't be undone.
     void Clear();
 
+    // All of a scene but its root, apart from it. Destroying it is as Clear.
+    class Contents {
+      public:
+        Contents() = default;
+        Contents(Contents&&) = default;
+        Contents& operator=(Contents&&) = delete;
+        ~Contents();
+
+      private:
+        friend class Scene;
+        std::vector<std::unique_ptr<SceneLayer>> layers;
+        std::vector<std::unique_ptr<Node>> nodes;
+        std::vector<SelectionSet> sets;
+        int nextRenderID = 0;
+    };
+    // Leaves an empty scene. Nobody is told of this, nor of PutBack.
+    Contents TakeContents();
+    // Of this scene, which must be empty.
+    void PutBack(Contents contents);
+
   private:
+    friend class LayerPresence;
     friend class Node;
+    friend class NodePresence;
     friend class RootNode;
     friend class SceneLayer;
+    friend class SetNameRestore;
+    friend class SetNodesRestore;
+    friend class SetPresenceRestore;
     using Name = std::basic_string<MCHAR>;
+
+    // Whether this is the running application's.
+    bool IsOpen() const;
+    bool Records() const;
+    void Tell(int code, void* callParam = nullptr) const;
+
+    // Where in a list in order of creation the object of that number stands, or would stand.
+    template <class Objects>
+    static auto PlaceOf(Objects& objects, std::uint64_t serial);
+    // Into the lists of the scene and out of them; what the node hangs from is the caller's matter.
+    void Insert(std::unique_ptr<Node> node);
+    std::unique_ptr<Node> Release(Node& node);
+    void Insert(std::unique_ptr<SceneLayer> layer);
+    std::unique_ptr<SceneLayer> Release(SceneLayer& layer);
 
     void EnterName(Node& node);
     void LeaveName(Node& node);
-    SelectionSet* FindSet(const MSTR& name);
     // The nodes without a parent, in order of creation.
     const std::vector<Node*>& TopNodes();
 
+    SelectionSet* FindSet(const MSTR& name);
+    std::size_t TakeSet(const SelectionSet& set);
+    void PutSet(std::size_t place, SelectionSet set);
+    void EditSet(const MSTR& name, std::vector<Node*> nodes);
+    void TellOfSet(int code, const MSTR& name) const;
+
     std::unique_ptr<RootNode> root_;
+    std::uint64_t nextSerial_ = 0;
     // In order of creation.
     std::vector<std::unique_ptr<Node>> nodes_;
     // Empty when it is to be made anew.
     std::vector<Node*> topNodes_;
+    // Those of a name, in order of creation.
     std::unordered_map<Name, std::vector<Node*>> nodesByName_;
     int nextRenderID_ = 0;
+    // In order of creation.
     std::vector<std::unique_ptr<SceneLayer>> layers_;
     // Empty when it is to be made anew.
     mutable std::vector<SceneLayer*> sortedLayers_;
     std::vector<SelectionSet> sets_;
 };
-
-// The running application's layers, as the host's interface gives them.
-ILayerManager* TheLayerManager();
 
 }  // namespace host

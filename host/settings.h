@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 #include <maxapi.h>
 #include <strclass.h>
 
 #include "host/camera_view.h"
+#include "host/target_reference.h"
 
 namespace host {
 
@@ -23,6 +25,8 @@ struct RenderSettings {
     // Nothing when nobody knows how the frame is seen: effects then find a camera at the world's
     // origin, and no field of view.
     std::optional<CameraView> view;
+    // The node that the user renders through; null, or without its target, for none.
+    std::shared_ptr<TargetReference> camera;
     // Whether render effects run at all.
     bool effects = true;
     // Hidden objects are rendered.

@@ -1,4 +1,5 @@
-// Targets that nobody owns: they live as long as someone refers to them.
+// How long targets live: those that nobody owns live as long as someone refers to them, and those
+// that leave the scene as long as an undo step can bring them back.
 #pragma once
 
 #include <ref.h>
@@ -6,6 +7,7 @@
 class TargetLifetime {
   public:
     static void LiveByReferences(ReferenceTarget& target) { target.livesByReferences_ = true; }
+    static void Detach(ReferenceTarget& target);
 
     // While one of these lives, targets stay though their last reference is dropped.
     class Pause {
@@ -27,6 +29,15 @@ namespace host {
 // the last one.
 inline void LiveByReferences(ReferenceTarget& target) {
     TargetLifetime::LiveByReferences(target);
+}
+
+// Tells all who refer to the target that it goes (REFMSG_TARGET_DELETED), global references after
+// them, and drops their references. The target, which must not live by references, stays its
+// caller's, and so do the references of undo steps. While theHold holds, what is dropped comes back
+// with an undo: parameter blocks look after their own, and for other makers that are targets the
+// references are put back by their numbers.
+inline void Detach(ReferenceTarget& target) {
+    TargetLifetime::Detach(target);
 }
 
 }  // namespace host

@@ -5,7 +5,8 @@
 
 namespace host {
 
-// Null once the target is destroyed.
+// Null once the target is destroyed. It stays when the target only leaves the scene (Detach), so
+// that what comes back with an undo is found again.
 class TargetReference final : public ReferenceMaker {
   public:
     explicit TargetReference(ReferenceTarget* target = nullptr) { ReplaceReference(0, target); }

@@ -1,5 +1,37 @@
-// Windows has these calls itself.
-#ifndef _WIN32
+#include "host/temporary_folder.h"
+
+#include "host/application.h"
+
+#ifdef _WIN32
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+namespace {
+
+constexpr const wchar_t* folderVariable = L"TMP";
+
+std::optional<std::wstring> SystemsFolder() {
+    std::wstring folder(GetEnvironmentVariableW(folderVariable, nullptr, 0), L'\0');
+    if (folder.empty()) {
+        return std::nullopt;
+    }
+    folder.resize(
+        GetEnvironmentVariableW(folderVariable, folder.data(), static_cast<DWORD>(folder.size())));
+    return folder;
+}
+
+}  // namespace
+
+void host::UseTemporaryFolder(const MSTR& folder) {
+    static const std::optional<std::wstring> systems = SystemsFolder();
+    const wchar_t* system = systems ? systems->c_str() : nullptr;
+    SetEnvironmentVariableW(folderVariable, folder.isNull() ? system : folder.data());
+}
+
+#else
 
 #include <algorithm>
 #include <filesystem>
@@ -8,8 +40,11 @@
 #include <tempfiles.h>
 #include <unistd.h>
 
-#include "host/application.h"
 #include "host/text.h"
+
+void host::UseTemporaryFolder(const MSTR& folder) {
+    App().settings.temporaryFolder = folder;
+}
 
 DWORD GetTempPath(DWORD size, MCHAR* buffer) {
     MSTR folder = host::App().settings.temporaryFolder;

@@ -8,18 +8,6 @@
 namespace host {
 namespace {
 
-// Says while it lives that changes come from undo itself.
-class Restoring {
-  public:
-    explicit Restoring(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Restoring() { flag_ = false; }
-    Restoring(const Restoring&) = delete;
-    Restoring& operator=(const Restoring&) = delete;
-
-  private:
-    bool& flag_;
-};
-
 // What the SDK's hold is: the running application's.
 class ApplicationHold final : public Hold {
   public:
@@ -33,6 +21,9 @@ class ApplicationHold final : public Hold {
 ApplicationHold applicationHold;
 
 }  // namespace
+
+UndoStack::Pause::Pause(UndoStack& stack)
+    : flag_(stack.restoring_), before_(std::exchange(stack.restoring_, true)) {}
 
 void UndoStack::Begin() {
     if (!restoring_) {
@@ -61,7 +52,7 @@ void UndoStack::Cancel() {
     Changes cancelled(std::make_move_iterator(pending_.begin() + mark),
                       std::make_move_iterator(pending_.end()));
     pending_.erase(pending_.begin() + mark, pending_.end());
-    const Restoring restoring(restoring_);
+    const Pause restoring(*this);
     for (auto change = cancelled.rbegin(); change != cancelled.rend(); ++change) {
         (*change)->Restore(0);
     }
@@ -80,7 +71,7 @@ bool UndoStack::Undo() {
     Step step = std::move(done_.back());
     done_.pop_back();
     {
-        const Restoring restoring(restoring_);
+        const Pause restoring(*this);
         for (auto change = step.changes.rbegin(); change != step.changes.rend(); ++change) {
             (*change)->Restore(1);
         }
@@ -96,7 +87,7 @@ bool UndoStack::Redo() {
     Step step = std::move(undone_.back());
     undone_.pop_back();
     {
-        const Restoring restoring(restoring_);
+        const Pause restoring(*this);
         for (const auto& change : step.changes) {
             change->Redo();
         }

@@ -32,6 +32,18 @@ class UndoStack {
     // Empty when there is no such step.
     MSTR UndoName() const { return done_.empty() ? MSTR() : done_.back().name; }
     MSTR RedoName() const { return undone_.empty() ? MSTR() : undone_.back().name; }
+    // While one of these lives nothing is recorded, as while a step is taken back.
+    class Pause {
+      public:
+        explicit Pause(UndoStack& stack);
+        ~Pause() { flag_ = before_; }
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+
+      private:
+        bool& flag_;
+        bool before_;
+    };
     // Forgets all steps, and ends a hold without taking anything back.
     void Clear();
 

@@ -9,6 +9,48 @@ class PSDOutput;
 
 namespace plugin {
 
+// The effect's rollups while they are open, as far as changes of the block reach them. Each call
+// reads the block anew; one for a rollup that isn't open does nothing.
+class EffectPanel {
+  public:
+    // The name of the file, and whether its format can be chosen.
+    virtual void UpdateFileNameField() = 0;
+    virtual void UpdateFormatEnabling() = 0;
+    // What depends on the document's depth.
+    virtual void UpdateDepthControls() = 0;
+    virtual void EnableNonClampedColorControl() = 0;
+    // Asks the user whether V-Ray's frame buffer shall have the document's depth.
+    virtual void OfferFrameBufferChange() = 0;
+
+    // The list of render elements: its rows are drawn, or made, anew.
+    virtual void RedrawRenderElements() = 0;
+    virtual void RefreshRenderElementRows() = 0;
+    // The settings of the layer that is selected there.
+    virtual void UpdateLayerControls() = 0;
+    virtual void FillBlendingModes() = 0;
+    virtual void EnableRenderElementControls() = 0;
+    virtual void EnableLayerSetMaskControl() = 0;
+
+    virtual void RefreshObjectIDControls() = 0;
+    virtual void RefreshMaterialIDControls() = 0;
+    virtual void RefreshObjectControls() = 0;
+    virtual void RefreshSceneLayerControls() = 0;
+    virtual void RefreshSelectionSetControls() = 0;
+    virtual void RedrawSelectionSets() = 0;
+
+  protected:
+    ~EffectPanel() = default;
+};
+
+// The one panel that is open; it must be closed before it is destroyed. Another that opens takes
+// its place, and closing one that isn't the open one does nothing.
+void PanelOpened(EffectPanel& panel);
+void PanelClosed(const EffectPanel& panel);
+// Null when none is.
+EffectPanel* OpenPanel();
+
+// Without an open panel only that happens which needs none: the list of render elements is brought
+// up to date when it is to be kept sorted from now on. At last the host shows the parameter anew.
 void ParameterChanged(effect::PSDOutput& effect, ParamID id);
 
 }  // namespace plugin

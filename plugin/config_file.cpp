@@ -1,30 +1,87 @@
 #include "plugin/config_file.h"
 
 #include <IPathConfigMgr.h>
+#include <maxapi.h>
 
-#include <array>
-#include <span>
+#include <algorithm>
+#include <bit>
+#include <string_view>
 
-#include "plugin/profile_record.h"
+#include "plugin/little_endian.h"
+#include "plugin/profile_file.h"
 
 namespace plugin {
+namespace {
+
+using Text = std::basic_string_view<MCHAR>;
+using IntegerRecord = std::array<std::uint8_t, integerBytes>;
+
+#ifdef _WIN32
+constexpr Text separator = L"\\";
+constexpr Text separators = L"\\/";
+#else
+// A backslash is a letter of a name like any other.
+constexpr Text separator = u"/";
+constexpr Text separators = u"/";
+#endif
+
+// Appends to the text in `field`; where that doesn't fit, the field becomes empty: a part of it
+// would be the name of something else.
+template <std::size_t size>
+void Append(std::array<MCHAR, size>& field, Text more) {
+    const auto end = std::find(field.begin(), field.end(), MCHAR{0});
+    if (more.size() < static_cast<std::size_t>(field.end() - end)) {
+        std::copy(more.begin(), more.end(), end);
+    } else {
+        field.fill(0);
+    }
+}
+
+}  // namespace
 
 ConfigFile::ConfigFile() {
-    IPathConfigMgr* paths = IPathConfigMgr::GetPathConfigMgr();
-    MaxSDK::Util::Path file(paths ? paths->GetDir(APP_PLUGCFG_DIR) : nullptr);
-    // Without a folder there are no settings; the current folder's file is somebody else's.
-    if (file.IsEmpty()) return;
-    file.AddTrailingBackslash();
-    path = MSTR(file.GetCStr()) + _M("veltrane.cfg");
+    const MCHAR* name = GetCOREInterface()->GetDir(APP_PLUGCFG_DIR);
+    const Text folder(name ? name : _M(""));
+    // The current folder's file is somebody else's.
+    if (folder.empty()) return;
+    constexpr Text fileName = _M("veltrane.cfg");
+    const bool isClosed = separators.find(folder.back()) != Text::npos;
+    std::basic_string<MCHAR> file(folder);
+    Append(path, file.append(isClosed ? Text() : separator).append(fileName));
+}
+
+void ConfigFile::SetSection(const MCHAR* name) {
+    section.fill(0);
+    if (name) Append(section, name);
 }
 
 bool ConfigFile::ReadInt(const MCHAR* key, std::uint32_t& value) const {
-    std::array<std::uint8_t, 4> record{};
-    if (!ReadProfileRecord(path, section, key, record)) return false;
-    value = 0;
-    for (std::size_t i = 0; i < record.size(); ++i)
-        value |= std::uint32_t{record[i]} << (8 * i);
+    IntegerRecord record{};
+    if (!ReadRecord(key, record)) return false;
+    value = GetInteger(record);
     return true;
+}
+
+void ConfigFile::WriteInt(const MCHAR* key, std::uint32_t value) const {
+    IntegerRecord record{};
+    PutInteger(value, record);
+    WriteRecord(key, record);
+}
+
+void ConfigFile::WriteFloat(const MCHAR* key, float value) const {
+    WriteInt(key, std::bit_cast<std::uint32_t>(value));
+}
+
+bool ConfigFile::ReadRecord(const MCHAR* key, std::span<std::uint8_t> record) const {
+    return ReadProfileRecord({path.data(), section.data(), key}, record);
+}
+
+void ConfigFile::WriteRecord(const MCHAR* key, std::span<const std::uint8_t> record) const {
+    WriteProfileRecord({path.data(), section.data(), key}, record);
+}
+
+std::size_t ConfigFile::ReadString(const MCHAR* key, std::span<MCHAR> text) const {
+    return ReadProfileString({path.data(), section.data(), key}, text);
 }
 
 }  // namespace plugin

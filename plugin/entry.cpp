@@ -3,10 +3,12 @@
 #include "effect/psd_output.h"
 #include "effect/sync_render_elements.h"
 #include "plugin/class_descriptors.h"
+#include "plugin/library.h"
+#include "plugin/string_table.h"
 #include "psdfile/deflate_functions.h"
 
 const MCHAR* LibDescription() {
-    return _M("veltrane");
+    return plugin::GetString(1);
 }
 
 int LibNumberClasses() {
@@ -25,6 +27,25 @@ ULONG LibVersion() {
 }
 
 namespace plugin {
+namespace {
+
+// The program's own module, whose resources are then the library's. Where programs have no
+// resources any handle but null serves.
+HINSTANCE ProgramModule() {
+#ifdef _WIN32
+    return GetModuleHandleW(nullptr);
+#else
+    static char program;
+    return reinterpret_cast<HINSTANCE>(&program);
+#endif
+}
+
+}  // namespace
+
+void Attach() {
+    constexpr DWORD processAttach = 1;
+    if (!Module()) LibraryMain(ProgramModule(), processAttach);
+}
 
 std::span<const parameters::Row> EffectParameters() {
     return parameters::effectRows;

@@ -1,6 +1,6 @@
-// What the library offers: the four entry points that the host calls, and for a host of our own the
-// tables of parameters, the list of render elements, the choice of the deflate implementation, and
-// the reader of colour tables.
+// What the library offers: the four entry points that the host calls, and for a host of our own
+// that has the library linked in how to attach it, the tables of parameters, the list of render
+// elements, the choice of the deflate implementation, and the reader of colour tables.
 #pragma once
 
 #include <plugapi.h>
@@ -13,7 +13,10 @@
 
 class Effect;
 
-// Never null.
+// Exported by the Windows library under just these names (veltrane.def).
+extern "C" {
+
+// Null before the library is attached. Valid until the next text is read from the string table.
 const MCHAR* LibDescription();
 int LibNumberClasses();
 // Null for a number that is no class.
@@ -21,7 +24,13 @@ ClassDesc* LibClassDesc(int number);
 // The host's version word that the library was made for.
 ULONG LibVersion();
 
+}  // extern "C"
+
 namespace plugin {
+
+// Does for a program that has the library linked in what the system does for one that loads it: the
+// library's texts can be read from then on. Once a process; further calls do nothing.
+void Attach();
 
 std::span<const parameters::Row> EffectParameters();
 // Those of one render element in the effect.

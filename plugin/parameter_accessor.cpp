@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "effect/psd_output.h"
 #include "effect/psd_output_layer.h"
+#include "plugin/block_changes.h"
 #include "plugin/parameters.h"
 
 namespace plugin {
@@ -68,6 +70,13 @@ void NormalizeFilename(PB2Value& v, effect::PSDOutput* owner) {
     if (owner && owner->pblock) StartFileDialogAt(*owner, name);
 }
 
+// The host's reads go through the accessor, also where the stored value is wanted.
+bool legacyBitDepthAsStored = false;
+
+bool IsLayerList(ParamID id) {
+    return id == "layersProduction"_param || id == "layersSecondary"_param;
+}
+
 void PrepareLayersFor32Bits(const effect::PSDOutput& output) {
     for (int list : {0, 1}) {
         for (int i = 0; i < output.LayerCount(list); ++i) {
@@ -85,7 +94,7 @@ void PSDOutputPBAccessor::Get(PB2Value& v, ReferenceMaker* owner, ParamID id, in
     // must be seen. Only setting the empty text asks for the default.
     if (id == "filename"_param && v.s && *v.s) NormalizeFilename(v, output);
     if (id == "usePS7Extensions"_param) v.i = TRUE;
-    if (id == "legacyBitDepth"_param && output && output->pblock) {
+    if (id == "legacyBitDepth"_param && output && output->pblock && !legacyBitDepthAsStored) {
         v.i = output->pblock->GetInt("bitDepth"_param) == 8 ? 8 : 16;
     }
 }
@@ -99,14 +108,36 @@ void PSDOutputPBAccessor::Set(PB2Value& v, ReferenceMaker* owner, ParamID id, in
 void PSDOutputPBAccessor::TabChanged(tab_changes changeCode, Tab<PB2Value>*, ReferenceMaker* owner,
                                      ParamID id, int tabIndex, int) {
     effect::PSDOutput* output = OwnerAsEffect(owner);
-    // The first entry stays behind as a null, which every reader of the list copes with.
-    if (changeCode != tab_ref_deleted || tabIndex < 1 || !output || !output->pblock) return;
-    output->pblock->Delete(id, tabIndex, 1);
+    if (!IsLayerList(id) || !output || !output->pblock) return;
+    switch (changeCode) {
+        case tab_insert:
+        case tab_append:
+        case tab_delete:
+        case tab_setcount:
+        case tab_sort:
+            if (EffectPanel* panel = OpenPanel()) panel->RedrawRenderElements();
+            break;
+        case tab_ref_deleted:
+            // The first entry stays behind as a null, which every reader of the list copes with.
+            if (tabIndex < 1) break;
+            output->pblock->Delete(id, tabIndex, 1);
+            if (EffectPanel* panel = OpenPanel()) panel->RefreshRenderElementRows();
+            break;
+        default:
+            break;
+    }
 }
 
 PSDOutputPBAccessor& EffectAccessor() {
     static PSDOutputPBAccessor accessor;
     return accessor;
+}
+
+int StoredBitDepth(IParamBlock2& pblock) {
+    const bool outer = std::exchange(legacyBitDepthAsStored, true);
+    const int stored = pblock.GetInt("legacyBitDepth"_param);
+    legacyBitDepthAsStored = outer;
+    return stored == 8 ? 8 : 16;
 }
 
 }  // namespace plugin

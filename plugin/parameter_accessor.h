@@ -8,7 +8,8 @@ namespace plugin {
 // filename: made absolute; the empty text becomes a path by default.
 // usePS7Extensions, legacyBitDepth: answered from the present.
 // bitDepth: at 32 the layers' blend modes are replaced that 32-bit documents don't have.
-// The tables of layers: an entry goes when its layer is deleted, all but the first.
+// The tables of layers: an entry goes when its layer is deleted, all but the first. The open panel
+// shows what became of them.
 class PSDOutputPBAccessor : public PBAccessor {
   public:
     void Get(PB2Value& v, ReferenceMaker* owner, ParamID id, int tabIndex, TimeValue t,
@@ -20,5 +21,9 @@ class PSDOutputPBAccessor : public PBAccessor {
 
 // The one instance.
 PSDOutputPBAccessor& EffectAccessor();
+
+// The depth of an old scene, as its legacyBitDepth has it and not as the accessor answers it: 8 or
+// 16. The block is an effect's.
+int StoredBitDepth(IParamBlock2& pblock);
 
 }  // namespace plugin

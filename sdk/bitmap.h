@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "gbuf.h"
+#include "maxheap.h"
 #include "maxtypes.h"
 #include "strclass.h"
 
@@ -74,17 +75,101 @@ class BitmapInfo {
         name_ = MSTR(name);
         return TRUE;
     }
+    // The exponent that the file's values were raised to; 1.0 is linear.
+    float Gamma() const { return gamma_; }
+    void SetGamma(float gamma) { gamma_ = gamma; }
+
+    // All that tells what the image is: its name here, and not its gamma.
+    void CopyImageInfo(const BitmapInfo* from) { name_ = from->name_; }
 
   private:
     MSTR name_;
+    float gamma_ = 1.0F;
 };
 
 enum BMMRES : int {
     BMMRES_SUCCESS = 0,
     BMMRES_ERRORTAKENCARE = 1,
     BMMRES_FILENOTFOUND = 2,
-    BMMRES_INTERNALERROR = 5,
-    BMMRES_BADFILE = 6,
+    // No class is there for files of this kind.
+    BMMRES_NODRIVER = 4,
+    BMMRES_CORRUPTFILE = 7,
+    // Called in the wrong state.
+    BMMRES_INTERNALERROR = 12,
+};
+
+// Values of BitmapIO::OpenMode.
+constexpr int BMM_NOT_OPEN = 0;
+constexpr int BMM_OPEN_W = 2;
+
+// BitmapIO::Close's flag: all was written.
+constexpr int BMM_CLOSE_COMPLETE = 1;
+
+// Bits of BitmapIO::Capability.
+constexpr DWORD BMMIO_WRITER = 1U << 1;
+// Chosen by the extension of a file's name.
+constexpr DWORD BMMIO_EXTENSION = 1U << 2;
+// Takes frames in any order.
+constexpr DWORD BMMIO_RANDOM_ACCESS = 1U << 5;
+// Has settings for writing, which ShowControl shows.
+constexpr DWORD BMMIO_CONTROLWRITE = 1U << 30;
+
+// A format of image files. The host makes one object an output, through a class descriptor of
+// BMM_IO_CLASS_ID, and deletes it after Close. Texts are the object's and stay valid as long.
+class BitmapIO : public MaxHeapOperators {
+  public:
+    BitmapIO() = default;
+    BitmapIO(const BitmapIO&) = delete;
+    BitmapIO& operator=(const BitmapIO&) = delete;
+    virtual ~BitmapIO() = default;
+
+    // Extensions without the point.
+    virtual int ExtCount() = 0;
+    virtual const MCHAR* Ext(int n) = 0;
+
+    // As the user reads them where a format is chosen.
+    virtual const MCHAR* LongDesc() = 0;
+    virtual const MCHAR* ShortDesc() = 0;
+    virtual const MCHAR* AuthorName() = 0;
+    virtual const MCHAR* CopyrightMessage() = 0;
+    // Times 100.
+    virtual UINT Version() = 0;
+
+    // BMMIO_ bits.
+    virtual DWORD Capability() = 0;
+
+    virtual void ShowAbout(HWND parent) = 0;
+    // Shows the settings. FALSE when the user cancelled.
+    virtual BOOL ShowControl(HWND /*parent*/, DWORD /*flag*/) { return FALSE; }
+
+    // The settings as a record that the host keeps: its bytes, and what reads and fills it.
+    virtual DWORD EvaluateConfigure() { return 0; }
+    virtual BOOL LoadConfigure(void* /*record*/) { return FALSE; }
+    virtual BOOL SaveConfigure(void* /*record*/) { return FALSE; }
+
+    // Null for a format that isn't read.
+    virtual BitmapStorage* Load(BitmapInfo* /*bi*/, Bitmap* /*map*/, BMMRES* /*status*/) {
+        return nullptr;
+    }
+
+    // `map` is what Write takes the pixels from; it must outlive the output.
+    virtual BMMRES OpenOutput(BitmapInfo* bi, Bitmap* map) = 0;
+    virtual BMMRES Write(int frame) = 0;
+    virtual int Close(int flag) = 0;
+
+    // BMM_NOT_OPEN or BMM_OPEN_W.
+    int OpenMode() const { return openMode; }
+    // What OpenOutput was given; null before.
+    Bitmap* Map() const { return map; }
+
+    // Tells the user of an error with the file that `info` names; null for none. Never
+    // BMMRES_SUCCESS: the code that it was given, or another when the host asked the user.
+    BMMRES ProcessImageIOError(BitmapInfo* info, BMMRES code);
+
+  protected:
+    BitmapInfo bi;
+    Bitmap* map = nullptr;
+    int openMode = BMM_NOT_OPEN;
 };
 
 class BitmapManager {

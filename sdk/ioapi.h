@@ -20,13 +20,12 @@ class ISave {
 
 class ILoad;
 
-// Called when the whole file is in, in the order of registration; deletes itself.
+// Called when the whole file is in, in the order of registration; deletes itself. The host deletes
+// one that isn't called because the file was given up.
 class PostLoadCallback {
   public:
-    virtual void proc(ILoad* iload) = 0;
-
-  protected:
     virtual ~PostLoadCallback() = default;
+    virtual void proc(ILoad* iload) = 0;
 };
 
 // The chunks of one object, in the order in which they were written.

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <memory>
-#include <utility>
+#include <unordered_map>
 #include <vector>
 
 #include "interval.h"
 #include "ioapi.h"
+#include "maxheap.h"
 #include "plugapi.h"
 #include "strclass.h"
 
@@ -41,7 +42,7 @@ struct AppDataChunk {
     void* data;
 };
 
-class Animatable {
+class Animatable : public MaxHeapOperators {
   public:
     Animatable() = default;
     Animatable(const Animatable&) = delete;
@@ -142,7 +143,7 @@ class DefaultRemapDir final : public RemapDir {
     RefTargetHandle CloneRef(RefTargetHandle original) override;
 
   private:
-    std::vector<std::pair<RefTargetHandle, RefTargetHandle>> entries_;
+    std::unordered_map<RefTargetHandle, RefTargetHandle> entries_;
 };
 
 class ReferenceTarget : public ReferenceMaker {
@@ -151,7 +152,8 @@ class ReferenceTarget : public ReferenceMaker {
     // scene layers, render elements) are their own copies, so that a copied effect stands for the
     // same ones. Overrides end with BaseClone.
     virtual RefTargetHandle Clone(RemapDir&) { return nullptr; }
-    // Copies what the base classes hold: AppData and flags.
+    // Copies what the base classes hold: AppData and flags. The copy of a target that has no owner
+    // (Interface::CreateInstance) has none either.
     void BaseClone(ReferenceTarget* from, ReferenceTarget* to, RemapDir& remap);
 
     // Tells all who refer to this object, directly or through others, that it changed.
@@ -171,8 +173,10 @@ class ReferenceTarget : public ReferenceMaker {
     std::vector<ReferenceMaker*> dependents_;
 };
 
-// A maker that hears of every message that any target of the scene sends, whether it refers to it
-// or not. Its handler may run deep inside the host, so it only takes a note.
+// A maker that hears of messages as if it referred to every target of the scene: from the target
+// that sends one, dependents or not, then from each that the message comes through on its way up.
+// Of a target that is about to be destroyed it hears REFMSG_TARGET_DELETED, when nothing but the
+// base classes is left of it. Its handler may run deep inside the host, so it only takes a note.
 class GlobalReferenceMaker : public ReferenceMaker {};
 
 // FALSE for one that is registered already, or isn't. One that is destroyed must have been

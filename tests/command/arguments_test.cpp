@@ -18,7 +18,7 @@ SaveArguments Save(Words words) {
     return std::get<SaveArguments>(ParseArguments(words));
 }
 
-std::string Complaint(const Words& words) {
+std::string ArgumentsComplaint(const Words& words) {
     return FaultText<UsageError>([&] { ParseArguments(words); });
 }
 
@@ -71,17 +71,18 @@ TEST(Arguments, SaveTakesAllItsOptions) {
 }
 
 TEST(Arguments, AnEmptyValueIsNotTheSameAsNoOption) {
-    EXPECT_EQ(Complaint({"save", "a.exr", "-o", ""}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a.exr", "-o", ""}),
               "--output: the value is empty; give one or leave --output out");
-    EXPECT_EQ(Complaint({"save", "a.exr", "--frames", ""}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a.exr", "--frames", ""}),
               "--frames: the value is empty; give one or leave --frames out");
-    EXPECT_EQ(Complaint({"save", "a.exr", "--beauty", ""}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a.exr", "--beauty", ""}),
               "--beauty: the value is empty; give one or leave --beauty out");
-    EXPECT_EQ(Complaint({"save", "a.exr", "--scene", ""}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a.exr", "--scene", ""}),
               "--scene: the value is empty; give one or leave --scene out");
-    EXPECT_EQ(Complaint({"save", "a.exr", "--element", ""}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a.exr", "--element", ""}),
               "--element: the value is empty; give one or leave --element out");
-    EXPECT_EQ(Complaint({"save", ""}), "INPUT: the value is empty; give one or leave INPUT out");
+    EXPECT_EQ(ArgumentsComplaint({"save", ""}),
+              "INPUT: the value is empty; give one or leave INPUT out");
 }
 
 TEST(Arguments, AnOptionTakesOneValueOnly) {
@@ -102,13 +103,13 @@ TEST(Arguments, GammaIsANumberInRangeOrOff) {
     EXPECT_EQ(Save({"a", "--gamma", "0.01"}).gamma, 0.01F);
     EXPECT_EQ(Save({"a", "--gamma", "10"}).gamma, 10.0F);
     for (const char* gamma : {"0", "0.009", "10.1", "x", "2,2", "nan", "inf", "2.2x", "1e99"}) {
-        EXPECT_EQ(Complaint({"save", "a", "--gamma", gamma}),
+        EXPECT_EQ(ArgumentsComplaint({"save", "a", "--gamma", gamma}),
                   std::string("--gamma ") + gamma + ": expected off or a number from 0.01 to 10");
     }
 }
 
 TEST(Arguments, ALookNeedsAFrameBuffer) {
-    EXPECT_EQ(Complaint({"save", "a", "--lut", "l.cube", "--renderer", "none"}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "--lut", "l.cube", "--renderer", "none"}),
               "--lut l.cube: with --renderer none there is no frame buffer that has a look; leave "
               "one of them out");
     EXPECT_EQ(Save({"a", "--lut", "l.cube", "--renderer", "auto"}).lut, "l.cube");
@@ -142,26 +143,28 @@ TEST(Arguments, HelpAndVersionAreText) {
 
 TEST(Arguments, WrongUsageIsToldInOneLine) {
     const std::string rest = "; \"veltrane --help\" tells the usage";
-    EXPECT_EQ(Complaint({}), "there is nothing to do" + rest);
-    EXPECT_EQ(Complaint({"sav"}),
+    EXPECT_EQ(ArgumentsComplaint({}), "there is nothing to do" + rest);
+    EXPECT_EQ(ArgumentsComplaint({"sav"}),
               "there is no command \"sav\"; the commands are save, info and params");
-    EXPECT_EQ(Complaint({"save"}), "INPUT is required" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "b"}), "The following argument was not expected: b" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "--al"}),
+    EXPECT_EQ(ArgumentsComplaint({"save"}), "INPUT is required" + rest);
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "b"}),
+              "The following argument was not expected: b" + rest);
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "--al"}),
               "The following argument was not expected: --al" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "--renderer", "x"}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "--renderer", "x"}),
               "--renderer: x not in {auto,vray,none}" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "--element"}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "--element"}),
               "--element: 1 required NAME:SETTING=VALUE missing" + rest);
-    EXPECT_EQ(Complaint({"info", "a", "--elements"}),
+    EXPECT_EQ(ArgumentsComplaint({"info", "a", "--elements"}),
               "The following argument was not expected: --elements" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "-o"}), "--output: 1 required FILE missing" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "--deflate", "slow"}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "-o"}), "--output: 1 required FILE missing" + rest);
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "--deflate", "slow"}),
               "--deflate: slow not in {zlib,fast}" + rest);
-    EXPECT_EQ(Complaint({"save", "a", "--progress", "x"}),
+    EXPECT_EQ(ArgumentsComplaint({"save", "a", "--progress", "x"}),
               "--progress: x not in {auto,bar,lines,none}" + rest);
-    EXPECT_EQ(Complaint({"params", "--json", "--markdown"}), "--json excludes --markdown" + rest);
-    EXPECT_EQ(Complaint({"--all"}),
+    EXPECT_EQ(ArgumentsComplaint({"params", "--json", "--markdown"}),
+              "--json excludes --markdown" + rest);
+    EXPECT_EQ(ArgumentsComplaint({"--all"}),
               "there is no command \"--all\"; the commands are save, info and params");
 }
 

@@ -43,7 +43,7 @@ std::string Chosen(const Description& file, const std::string& wanted = {}) {
            beauty.blue + " " + beauty.alpha;
 }
 
-std::string Complaint(const Description& file, const std::string& wanted = {}) {
+std::string BeautyComplaint(const Description& file, const std::string& wanted = {}) {
     return FaultText<InputError>([&] { ChooseBeauty(file, wanted); });
 }
 
@@ -156,17 +156,17 @@ TEST(Beauty, CaseDecidesBetweenNamesThatDifferByIt) {
     const Description file = File({"ao.B", "ao.G", "ao.R", "AO.B", "AO.G", "AO.R"});
     EXPECT_EQ(Chosen(file, "ao"), "ao: ao.R ao.G ao.B ");
     EXPECT_EQ(Chosen(file, "AO"), "AO: AO.R AO.G AO.B ");
-    EXPECT_EQ(Complaint(file, "Ao"),
+    EXPECT_EQ(BeautyComplaint(file, "Ao"),
               "a.exr: --beauty Ao fits several layers: ao, AO; give one of these names");
 }
 
 TEST(Beauty, ATailThatFitsSeveralLayersIsRefused) {
-    EXPECT_EQ(Complaint(File({"A.C.R", "B.C.R"}), "C"),
+    EXPECT_EQ(BeautyComplaint(File({"A.C.R", "B.C.R"}), "C"),
               "a.exr: --beauty C fits several layers: A.C, B.C; give one of these names");
 }
 
 TEST(Beauty, HalfAComponentIsNoTail) {
-    EXPECT_EQ(Complaint(File({"V.Combined.R"}), "bined"),
+    EXPECT_EQ(BeautyComplaint(File({"V.Combined.R"}), "bined"),
               "a.exr: there is no layer \"bined\"; the layers are V.Combined");
 }
 
@@ -174,20 +174,20 @@ TEST(Beauty, AnUnknownLayerTellsThoseThatAreThere) {
     std::vector<std::string> channels;
     for (int i = 10; i < 24; ++i)
         channels.push_back("L" + std::to_string(i) + ".R");
-    EXPECT_EQ(Complaint(File(channels), "x"),
+    EXPECT_EQ(BeautyComplaint(File(channels), "x"),
               "a.exr: there is no layer \"x\"; the layers are L10, L11, L12, L13, L14, L15, L16, "
               "L17, L18, L19, L20, L21 and 2 more");
 }
 
 TEST(Beauty, ALayerWithoutColoursCantBeWanted) {
-    EXPECT_EQ(Complaint(File({"m.one", "m.two", "m.three"}), "m"),
+    EXPECT_EQ(BeautyComplaint(File({"m.one", "m.two", "m.three"}), "m"),
               "a.exr: layer \"m\" has no colour channels; choose another with --beauty: m");
 }
 
 TEST(Beauty, AFileWithoutAPictureSaysSo) {
-    EXPECT_EQ(Complaint(File({"Z", "N.X", "N.Y", "N.Z"})),
+    EXPECT_EQ(BeautyComplaint(File({"Z", "N.X", "N.Y", "N.Z"})),
               "a.exr: no layer looks like the picture; choose one with --beauty: Z, N");
-    EXPECT_EQ(Complaint(File(std::vector<std::string>())), "a.exr: the file has no channels");
+    EXPECT_EQ(BeautyComplaint(File(std::vector<std::string>())), "a.exr: the file has no channels");
 }
 
 }  // namespace

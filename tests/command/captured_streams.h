@@ -5,9 +5,14 @@
 #include <memory>
 #include <string>
 
+#ifdef _WIN32
+#include <filesystem>
+#include <random>
+#endif
+
 class CapturedStream {
   public:
-    CapturedStream() : file(std::tmpfile(), std::fclose) {}
+    CapturedStream() : file(Open(), std::fclose) {}
 
     std::FILE* Get() const { return file.get(); }
 
@@ -23,5 +28,16 @@ class CapturedStream {
     }
 
   private:
+    static std::FILE* Open() {
+#ifdef _WIN32
+        // The system's own is in a folder that users can't write to. This goes when it is closed.
+        const auto path = std::filesystem::temp_directory_path() /
+                          ("veltrane_stream_" + std::to_string(std::random_device()()));
+        return _wfopen(path.c_str(), L"w+bTD");
+#else
+        return std::tmpfile();
+#endif
+    }
+
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file;
 };

@@ -14,6 +14,7 @@ import unittest
 
 PROGRAM = os.environ["VELTRANE"]
 EXAMPLES = pathlib.Path(os.environ["VELTRANE_EXAMPLES"])
+FILES = pathlib.Path(__file__).resolve().parent / "files"
 # The sanitizers' own bookkeeping takes the address space that the limits below leave.
 LIMITS_WORK = os.environ.get("VELTRANE_SANITIZED") != "1"
 
@@ -166,6 +167,35 @@ class CommandTest(unittest.TestCase):
         self.assertEqual((plain.returncode, done.returncode, done.stderr), (0, 0, ""))
         self.assertGreater((self.folder / "all.psd").stat().st_size,
                            (self.folder / "plain.psd").stat().st_size)
+
+    def test_a_saved_scene_is_loaded_as_the_application_does(self):
+        """The effect is of version 101: 8 bits, and its layers keep the order that they had."""
+        shutil.copy(FILES / "scene_of_version_101.json", self.folder / "old.json")
+        done = self.run_command("save", "still.exr", "--scene", "old.json", "-o", "a.psd")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertEqual(struct.unpack(">H", (self.folder / "a.psd").read_bytes()[22:24]), (8,))
+        self.assertRegex(done.stdout, r"^saved .*/a\.psd \(\d+x\d+, 8 bits, PSD, [\d.]+ MB\)\n$")
+
+    def test_a_scene_that_is_no_scene_is_one_line_and_saves_nothing(self):
+        whole = (FILES / "scene_of_version_4.json").read_text(encoding="utf-8")
+        later = whole.replace('"veltrane": 2', '"veltrane": 3')
+        faults = {
+            whole[:1000]: "this is not JSON",
+            later: "veltrane: this version of scene files is not known; this program reads version "
+                   "1 to 2",
+            whole.replace('"version": 4', '"version": "4"'): "must be a whole number",
+            whole.replace("1879475721", "1879475722"): "no library offers the class",
+            whole.replace('"values": [8, 9, 10]', '"values": [8, 9, 99]'): "99",
+            whole.replace('"effects": [11]', '"effects": [11, 11]'): "the effect stands twice",
+            "[" * 100000: "more than 256 levels in each other",
+        }
+        for text, fault in faults.items():
+            (self.folder / "a.json").write_text(text, encoding="utf-8")
+            done = self.run_command("save", "still.exr", "--scene", "a.json", "-o", "a.psd")
+            self.assertEqual((done.returncode, done.stdout), (1, ""), fault)
+            self.assertRegex(done.stderr, r"^veltrane: error: a\.json: [^\n]+\n$")
+            self.assertIn(fault, done.stderr)
+            self.assertFalse((self.folder / "a.psd").exists())
 
     def test_params_of_elements_are_what_element_takes(self):
         told = json.loads(self.run_command("params", "--elements", "--json").stdout)

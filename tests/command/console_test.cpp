@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/command/captured_streams.h"
+#include "tests/command/null_device.h"
 
 namespace command {
 namespace {
@@ -76,8 +77,12 @@ TEST_F(ConsoleTest, TheBarIsDrawnInPlaceAndTakenAwayForLines) {
     EXPECT_EQ(out.Text(), "");
 }
 
-TEST_F(ConsoleTest, AFileIsNoTerminal) {
+TEST_F(ConsoleTest, AFileIsNoTerminalAndNeitherIsTheNullDevice) {
     EXPECT_FALSE(IsTerminal(out.Get()));
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> null(std::fopen(nullDevice, "w"),
+                                                               std::fclose);
+    ASSERT_NE(null, nullptr);
+    EXPECT_FALSE(IsTerminal(null.get()));
 }
 
 }  // namespace

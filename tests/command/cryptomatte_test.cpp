@@ -3,14 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 
 #include "command/cryptomatte_id.h"
 #include "command/sidecar_file.h"
 #include "tests/command/descriptions.h"
+#include "tests/command/test_folder.h"
 
 namespace command {
 namespace {
@@ -368,22 +367,16 @@ TEST(Cryptomatte, WarnsOfAManifestThatIsMissingOrBroken) {
                             "understood"));
 }
 
-class CryptomatteSidecar : public testing::Test {
+class CryptomatteSidecar : public FolderTest {
   protected:
-    CryptomatteSidecar() { fs::create_directories(folder); }
-    ~CryptomatteSidecar() override { fs::remove_all(folder); }
-
     [[nodiscard]] Cryptomattes Find(const std::string& name) const {
         Attributes attributes = Metadata("c", "");
         attributes.emplace_back("cryptomatte/13851a7/manif_file", name);
         Description file =
             descriptions::File({.channels = Levels("c", 1), .attributes = attributes});
-        file.path = (folder / "a.exr").string();
+        file.path = PathOf("a.exr");
         return command::Find(file);
     }
-
-    fs::path folder =
-        fs::temp_directory_path() / ("veltrane_cryptomatte_test_" + std::to_string(::getpid()));
 };
 
 TEST_F(CryptomatteSidecar, GivesTheNames) {

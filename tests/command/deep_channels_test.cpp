@@ -26,7 +26,7 @@ DeepChannels Chosen(const Description& file, const std::string& wanted = {}) {
     return ChooseDeepChannels(file, ChooseBeauty(file, wanted));
 }
 
-std::string Complaint(const Description& file, const std::string& wanted = {}) {
+std::string DeepChannelsComplaint(const Description& file, const std::string& wanted = {}) {
     return FaultText<InputError>([&] { Chosen(file, wanted); });
 }
 
@@ -96,7 +96,7 @@ TEST(DeepChannels, ColoursMayBeUnsigned) {
 
 TEST(DeepChannels, WithoutADepthTheyAreRefused) {
     EXPECT_EQ(
-        Complaint(File({{"B"}, {"G"}, {"R"}})),
+        DeepChannelsComplaint(File({{"B"}, {"G"}, {"R"}})),
         "a.exr: layer \"RGB\" is deep and has no depth channel Z; render it with one or flat");
 }
 
@@ -106,8 +106,8 @@ TEST(DeepChannels, DepthAndIdsAreNoPicture) {
     const std::string rest =
         "\" says where deep samples are or of what, which is no picture; choose another with "
         "--beauty";
-    EXPECT_EQ(Complaint(file, "Z"), "a.exr: layer \"Z" + rest);
-    EXPECT_EQ(Complaint(file, "objectID"), "a.exr: layer \"objectID" + rest);
+    EXPECT_EQ(DeepChannelsComplaint(file, "Z"), "a.exr: layer \"Z" + rest);
+    EXPECT_EQ(DeepChannelsComplaint(file, "objectID"), "a.exr: layer \"objectID" + rest);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float farAway = std::numeric_limits<float>::infinity();
 const float notANumber = std::nanf("");
 
 DeepSample Volume(float z, float zBack, float alpha, float red, std::uint32_t id = 0) {
@@ -163,12 +163,12 @@ TEST(DeepSamples, AlphaIsClamped) {
 }
 
 TEST(DeepSamples, DepthsThatMakeNoSenseMakePoints) {
-    EXPECT_THAT(Tidied({Volume(1.0F, 0.5F, 0.5F, 0.1F), Volume(2.0F, infinity, 0.5F, 0.1F),
+    EXPECT_THAT(Tidied({Volume(1.0F, 0.5F, 0.5F, 0.1F), Volume(2.0F, farAway, 0.5F, 0.1F),
                         Volume(3.0F, notANumber, 0.5F, 0.1F), Volume(notANumber, 9.0F, 0.5F, 0.1F),
-                        Volume(-infinity, 9.0F, 0.5F, 0.1F), Point(infinity, 0.5F, 0.1F)}),
-                ElementsAre(Is(-infinity, -infinity, 0.5F, 0.1F, 0), Is(1.0F, 1.0F, 0.5F, 0.1F, 0),
+                        Volume(-farAway, 9.0F, 0.5F, 0.1F), Point(farAway, 0.5F, 0.1F)}),
+                ElementsAre(Is(-farAway, -farAway, 0.5F, 0.1F, 0), Is(1.0F, 1.0F, 0.5F, 0.1F, 0),
                             Is(2.0F, 2.0F, 0.5F, 0.1F, 0), Is(3.0F, 3.0F, 0.5F, 0.1F, 0),
-                            Is(infinity, infinity, 0.5F, 0.1F, 0)));
+                            Is(farAway, farAway, 0.5F, 0.1F, 0)));
 }
 
 TEST(DeepSamples, AVolumeAsLongAsFloatsReachIsSplit) {

@@ -8,7 +8,7 @@
 namespace command {
 namespace {
 
-std::string Complaint(const std::string& text) {
+std::string ElementSettingComplaint(const std::string& text) {
     return FaultText<UsageError>([&] { ParseElementSetting(text); });
 }
 
@@ -40,19 +40,19 @@ TEST(ElementSetting, TheNameMayHoldColonsAndEqualsSigns) {
 TEST(ElementSetting, WithoutItsPartsItIsRefused) {
     const std::string rest = ": expected NAME:SETTING=VALUE, such as Shadow:visible=false";
     for (const char* text : {"", "a", "visible=1", ":visible=1", "a:visible", "a:=1", "a:b c=1"})
-        EXPECT_EQ(Complaint(text), std::string("--element ") + text + rest);
+        EXPECT_EQ(ElementSettingComplaint(text), std::string("--element ") + text + rest);
 }
 
 TEST(ElementSetting, AWrongSettingOrValueTellsWhichThereAre) {
-    EXPECT_EQ(Complaint("a:visibel=1"),
+    EXPECT_EQ(ElementSettingComplaint("a:visibel=1"),
               "--element: there is no parameter \"visibel\"; the nearest are visible, and "
               "\"veltrane params --elements\" lists them all");
-    EXPECT_EQ(Complaint("a:visible=maybe"),
+    EXPECT_EQ(ElementSettingComplaint("a:visible=maybe"),
               "--element visible: \"maybe\" is not one of true, false, on, off, yes, no, 1, 0");
-    EXPECT_EQ(Complaint("a:outputAs=2"),
+    EXPECT_EQ(ElementSettingComplaint("a:outputAs=2"),
               "--element outputAs: \"2\" is not one of its values; it takes 0 = Layer, 1 = "
               "Channel");
-    EXPECT_EQ(Complaint("a:renderElement=1"),
+    EXPECT_EQ(ElementSettingComplaint("a:renderElement=1"),
               "--element renderElement: this parameter holds objects of a scene and takes no "
               "value");
 }

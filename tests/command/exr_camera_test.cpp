@@ -12,37 +12,37 @@ using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pointwise;
-using Numbers = std::vector<double>;
-using Attributes = std::vector<Attribute>;
+using Doubles = std::vector<double>;
+using CameraAttributes = std::vector<Attribute>;
 
 // At 1, 2, 3 in a world with z up; it looks along y.
-const Numbers standing{1, 0, 0, 1, 0, 0, -1, 2, 0, 1, 0, 3, 0, 0, 0, 1};
+const Doubles standing{1, 0, 0, 1, 0, 0, -1, 2, 0, 1, 0, 3, 0, 0, 0, 1};
 // The same camera for worldToCamera, in a world with z up and in one with y up.
-const Numbers toCameraOfZUp{1, 0, 0, 0, 0, 0, 1, 0, 0, 1, 0, 0, -1, -3, -2, 1};
-const Numbers toCameraOfYUp{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, -1, -3, -2, 1};
+const Doubles toCameraOfZUp{1, 0, 0, 0, 0, 0, 1, 0, 0, 1, 0, 0, -1, -3, -2, 1};
+const Doubles toCameraOfYUp{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, -1, -3, -2, 1};
 
-Attributes ToCamera(const Numbers& numbers) {
+CameraAttributes ToCamera(const Doubles& numbers) {
     return {{"worldToCamera", "m44f", numbers}};
 }
 
 // In the world with y up.
-Attributes Projected(const Numbers& toFrame) {
+CameraAttributes Projected(const Doubles& toFrame) {
     return {{"worldToCamera", "m44f", toCameraOfYUp}, {"worldToNDC", "m44f", toFrame}};
 }
 
-RenderCamera Found(const Attributes& attributes) {
+RenderCamera Found(const CameraAttributes& attributes) {
     const CameraFinding finding = FindCamera(attributes);
     EXPECT_THAT(finding.warnings, IsEmpty());
     EXPECT_TRUE(finding.camera.has_value());
     return finding.camera.value_or(RenderCamera());
 }
 
-auto Is(const Numbers& transform, double tolerance = 1e-6) {
+auto Is(const Doubles& transform, double tolerance = 1e-6) {
     return Pointwise(DoubleNear(tolerance), transform);
 }
 
 // No camera; the one warning.
-std::string Complaint(const Attributes& attributes) {
+std::string ExrCameraComplaint(const CameraAttributes& attributes) {
     const CameraFinding finding = FindCamera(attributes);
     EXPECT_FALSE(finding.camera.has_value());
     EXPECT_EQ(finding.warnings.size(), 1U);
@@ -66,10 +66,10 @@ TEST(ExrCamera, IsWhereTheStandardsMatrixPutsIt) {
 TEST(ExrCamera, IsReadAsARendererWroteItInAWorldWithYUp) {
     const RenderCamera camera =
         Found({{"worldToCamera", "m44f",
-                Numbers{0.586085, -0.285516, -0.758277, 0, 1.34784e-07, 0.935857, -0.35238, 0,
+                Doubles{0.586085, -0.285516, -0.758277, 0, 1.34784e-07, 0.935857, -0.35238, 0,
                         -0.810249, -0.206525, -0.548492, 0, -0.978823, -0.316005, 4.80077, 1}},
                {"worldToNDC", "m44f",
-                Numbers{1.41494, -1.22542, -7.58277e-05, 0.758277, 3.25398e-07, 4.01665,
+                Doubles{1.41494, -1.22542, -7.58277e-05, 0.758277, 3.25398e-07, 4.01665,
                         -3.5238e-05, 0.35238, -1.95612, -0.886394, -5.48492e-05, 0.548492, -2.36309,
                         -1.35628, 0.000479977, -4.80077}}});
     EXPECT_EQ(camera.up, UpAxis::Y);
@@ -106,22 +106,22 @@ TEST(ExrCamera, AttributesMayHaveTheFormatsNameInFront) {
 }
 
 TEST(ExrCamera, TheFrameGoesFromMinusOneToOneOrFromZeroToOne) {
-    const Numbers perspectives[] = {
+    const Doubles perspectives[] = {
         {1, 0, 0, 0, 0, 1.5, 0, 0, 0, 0, -1, -1, -1, -4.5, -3, -2},
         {0.5, 0, 0, 0, 0, -0.75, 0, 0, -0.5, -0.5, -1, -1, -1.5, 1.25, -3, -2},
         // Shifted sideways by a tenth of the frame's half.
         {1, 0, 0, 0, 0, 1.5, 0, 0, -0.1, 0, -1, -1, -1.2, -4.5, -3, -2},
     };
-    for (const Numbers& each : perspectives) {
+    for (const Doubles& each : perspectives) {
         const CameraLens lens = Found(Projected(each)).lens;
         EXPECT_NEAR(lens.fieldOfView, 90.0, 1e-9) << testing::PrintToString(each);
         EXPECT_EQ(lens.width, 0.0);
     }
-    const Numbers parallels[] = {
+    const Doubles parallels[] = {
         {0.25, 0, 0, 0, 0, 0.5, 0, 0, 0, 0, -1, 0, -0.25, -1.5, -2, 1},
         {0.125, 0, 0, 0, 0, -0.25, 0, 0, 0, 0, -1, 0, 0.375, 1.25, -2, 1},
     };
-    for (const Numbers& each : parallels) {
+    for (const Doubles& each : parallels) {
         const CameraLens lens = Found(Projected(each)).lens;
         EXPECT_NEAR(lens.width, 8.0, 1e-9) << testing::PrintToString(each);
         EXPECT_EQ(lens.fieldOfView, 0.0);
@@ -131,9 +131,9 @@ TEST(ExrCamera, TheFrameGoesFromMinusOneToOneOrFromZeroToOne) {
 TEST(ExrCamera, TheUnitsOfTheCamerasSpaceDontCount) {
     // The camera counts in halves of the world's unit.
     const RenderCamera camera = Found(
-        {{"worldToCamera", "m44f", Numbers{2, 0, 0, 0, 0, 2, 0, 0, 0, 0, -2, 0, -2, -6, -4, 1}},
+        {{"worldToCamera", "m44f", Doubles{2, 0, 0, 0, 0, 2, 0, 0, 0, 0, -2, 0, -2, -6, -4, 1}},
          {"worldToNDC", "m44f",
-          Numbers{0.25, 0, 0, 0, 0, 0.5, 0, 0, 0, 0, -1, 0, -0.25, -1.5, -2, 1}}});
+          Doubles{0.25, 0, 0, 0, 0, 0.5, 0, 0, 0, 0, -1, 0, -0.25, -1.5, -2, 1}}});
     EXPECT_THAT(camera.transform, Is(standing));
     EXPECT_NEAR(camera.lens.width, 8.0, 1e-9);
 }
@@ -147,7 +147,7 @@ TEST(ExrCamera, AMatrixThatLiesGivesNone) {
     const std::string notFinite =
         "worldToCamera holds numbers that aren't finite, and no camera is taken from it";
     struct Case {
-        Numbers numbers;
+        Doubles numbers;
         std::string complaint;
     };
     const Case cases[] = {
@@ -156,7 +156,7 @@ TEST(ExrCamera, AMatrixThatLiesGivesNone) {
         {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, 1e39, 0, 0, 1}, notFinite},
         // What is written where nothing is known.
         {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}, noTransform},
-        {Numbers(16, 0.0), noTransform},
+        {Doubles(16, 0.0), noTransform},
         {{1, 0, 0, 0, 1, 0, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1}, noTransform},
         {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0.5, 0, 0, 0, 1}, noTransform},
         {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, 0, 0, 0, 2}, noTransform},
@@ -166,23 +166,23 @@ TEST(ExrCamera, AMatrixThatLiesGivesNone) {
          "worldToCamera is no matrix of 4 by 4 numbers, and no camera is taken from it"},
     };
     for (const Case& each : cases) {
-        EXPECT_EQ(Complaint(ToCamera(each.numbers)), each.complaint)
+        EXPECT_EQ(ExrCameraComplaint(ToCamera(each.numbers)), each.complaint)
             << testing::PrintToString(each.numbers);
     }
-    EXPECT_EQ(Complaint({{"worldToCamera", "string", std::string("1 0 0 0")}}),
+    EXPECT_EQ(ExrCameraComplaint({{"worldToCamera", "string", std::string("1 0 0 0")}}),
               "worldToCamera is no matrix of 4 by 4 numbers, and no camera is taken from it");
 }
 
 TEST(ExrCamera, AProjectionThatLiesLeavesTheCameraWithoutALens) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     struct Case {
-        Numbers numbers;
+        Doubles numbers;
         std::string complaint;
     };
     const std::string noMatch =
         "worldToNDC doesn't go with worldToCamera, and the field of view isn't known";
     const Case cases[] = {
-        {Numbers(16, 0.0), noMatch},
+        {Doubles(16, 0.0), noMatch},
         {{0, 0, 0, 0, 0, 1.5, 0, 0, 0, 0, -1, -1, -1, -4.5, -3, -2}, noMatch},
         // Of another camera, which looks along x.
         {{0, 0, 1, 1, 0, 1.5, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0}, noMatch},
@@ -206,32 +206,32 @@ TEST(ExrCamera, AProjectionThatLiesLeavesTheCameraWithoutALens) {
 }
 
 // As V-Ray wrote it in a world with z up: an aerial view.
-const Numbers vrayTransform{-0.666825, 0.209661, -0.715113, -19791,   -0.745215, -0.187607,
+const Doubles vrayTransform{-0.666825, 0.209661, -0.715113, -19791,   -0.745215, -0.187607,
                             0.63989,   8070,     -1.49e-08, 0.959607, 0.281343,  2810.67,
                             0,         0,        0,         1};
 // And in Maya.
-const Numbers mayaTransform{-0.79399,  0.586885, 0.158573, 14.9961,   0,         0.260842,
+const Doubles mayaTransform{-0.79399,  0.586885, 0.158573, 14.9961,   0,         0.260842,
                             -0.965382, 7.34422,  -0.60793, -0.766504, -0.207106, -18.7272,
                             0,         0,        0,        1};
-const Numbers mayaStanding{-0.79399, -0.158573, 0.586885, 14.9961,  0.60793,  -0.207106,
+const Doubles mayaStanding{-0.79399, -0.158573, 0.586885, 14.9961,  0.60793,  -0.207106,
                            0.766504, 18.7272,   0,        0.965382, 0.260842, 7.34422,
                            0,        0,         0,        1};
 
-Numbers Transposed(const Numbers& numbers) {
-    Numbers turned(16);
+Doubles Transposed(const Doubles& numbers) {
+    Doubles turned(16);
     for (std::size_t i = 0; i < 16; ++i)
         turned[i] = numbers[i % 4 * 4 + i / 4];
     return turned;
 }
 
-Attributes VRay(const Attributes& more = {}, const Numbers& transform = vrayTransform) {
-    Attributes all{{"cameraTransform", "m44f", transform}};
+CameraAttributes VRay(const CameraAttributes& more = {}, const Doubles& transform = vrayTransform) {
+    CameraAttributes all{{"cameraTransform", "m44f", transform}};
     all.insert(all.end(), more.begin(), more.end());
     return all;
 }
 
 TEST(ExrCamera, IsWhereVRayPutsIt) {
-    for (const Numbers& each : {vrayTransform, Transposed(vrayTransform)}) {
+    for (const Doubles& each : {vrayTransform, Transposed(vrayTransform)}) {
         const RenderCamera camera = Found(VRay({{"cameraFov", "float", 54.4204},
                                                 {"cameraProjection", "int", 0.0},
                                                 {"cameraNearClip", "float", 2.0},
@@ -256,8 +256,8 @@ TEST(ExrCamera, InMayaTheCameraLiesOnItsBackInAWorldWithYUp) {
 
 // Along an axis of the world both readings stand equally upright.
 TEST(ExrCamera, WhatVRaySaysOfItselfCountsMoreThanWhatLooksUpright) {
-    const Numbers& plain = standing;
-    const Numbers fromMaya{1, 0, 0, 1, 0, 0, -1, -3, 0, 1, 0, 2, 0, 0, 0, 1};
+    const Doubles& plain = standing;
+    const Doubles fromMaya{1, 0, 0, 1, 0, 0, -1, -3, 0, 1, 0, 2, 0, 0, 0, 1};
     EXPECT_THAT(Found(VRay({}, plain)).transform, Is(plain));
     EXPECT_THAT(Found(VRay({{"vrayInfo/vrayversion", "string",
                              std::string("Version of V-Ray for Maya 3.60.04")}},
@@ -277,7 +277,7 @@ TEST(ExrCamera, WhatVRaySaysOfItselfCountsMoreThanWhatLooksUpright) {
 
 TEST(ExrCamera, OfVRayMayBeSheared) {
     // Uprights are kept parallel so.
-    const Numbers sheared{0.5547, 0, 0.812292,  89343.4, 0.83205, 0, -0.541528, 32521.8,
+    const Doubles sheared{0.5547, 0, 0.812292,  89343.4, 0.83205, 0, -0.541528, 32521.8,
                           0,      1, -0.216631, 3704.68, 0,       0, 0,         1};
     EXPECT_THAT(Found(VRay({}, sheared)).transform, Is(sheared, 1e-5));
 }
@@ -308,23 +308,23 @@ TEST(ExrCamera, RangesWithoutAnEndArentKnown) {
 TEST(ExrCamera, OfVRayThatLiesIsNone) {
     const std::string complaint =
         "cameraTransform is no transform of a camera, and no camera is taken from it";
-    Numbers mirrored = vrayTransform;
+    Doubles mirrored = vrayTransform;
     for (const std::size_t i : {0U, 4U, 8U})
         mirrored[i] = -mirrored[i];
-    EXPECT_EQ(Complaint(VRay({}, mirrored)), complaint);
-    Numbers flat = vrayTransform;
+    EXPECT_EQ(ExrCameraComplaint(VRay({}, mirrored)), complaint);
+    Doubles flat = vrayTransform;
     for (const std::size_t i : {2U, 6U, 10U})
         flat[i] = flat[i - 1];
-    EXPECT_EQ(Complaint(VRay({}, flat)), complaint);
-    Numbers neither = vrayTransform;
+    EXPECT_EQ(ExrCameraComplaint(VRay({}, flat)), complaint);
+    Doubles neither = vrayTransform;
     neither[12] = 1.0;
-    EXPECT_EQ(Complaint(VRay({}, neither)), complaint);
+    EXPECT_EQ(ExrCameraComplaint(VRay({}, neither)), complaint);
 }
 
 TEST(ExrCamera, TheStandardsStandsAboveVRaysUnlessItLies) {
     const Attribute standard{"worldToCamera", "m44f", toCameraOfZUp};
     EXPECT_THAT(Found(VRay({standard})).transform, Is(standing));
-    const CameraFinding finding = FindCamera(VRay({{"worldToCamera", "m44f", Numbers(16, 0.0)}}));
+    const CameraFinding finding = FindCamera(VRay({{"worldToCamera", "m44f", Doubles(16, 0.0)}}));
     EXPECT_EQ(finding.warnings.size(), 1U);
     ASSERT_TRUE(finding.camera.has_value());
     EXPECT_EQ(finding.camera->attribute, "cameraTransform");

@@ -49,12 +49,12 @@ KeptPixels Pixels(const std::string& bytes) {
     return Pixels(bytes, ChannelsOf(bytes));
 }
 
-std::string Complaint(const std::string& bytes) {
+std::string ExrDeepComplaint(const std::string& bytes) {
     return FaultText<InputError>([&] { Pixels(bytes); });
 }
 
 // Pixel (x, y) has (x + y) % 4 samples, of different depths, from back to front.
-Part Sample(int tileSide = 0) {
+Part DeepPart(int tileSide = 0) {
     return {.channels = {{"R"},
                          {"G", Imf::FLOAT},
                          {"B"},
@@ -80,7 +80,7 @@ Part Sample(int tileSide = 0) {
 }
 
 void ExpectSample(const std::string& bytes) {
-    const Part part = Sample();
+    const Part part = DeepPart();
     const KeptPixels rows = Pixels(bytes);
     ASSERT_THAT(rows, SizeIs(12));
     for (int y = -2; y <= 9; ++y) {
@@ -112,7 +112,7 @@ void ExpectSample(const std::string& bytes) {
 TEST(ExrDeep, GivesEveryPixelsSamplesFrontToBack) {
     for (const Imf::Compression compression :
          {Imf::NO_COMPRESSION, Imf::RLE_COMPRESSION, Imf::ZIPS_COMPRESSION}) {
-        Part part = Sample();
+        Part part = DeepPart();
         part.compression = compression;
         ExpectSample(exr_samples::Write(part));
     }
@@ -120,7 +120,7 @@ TEST(ExrDeep, GivesEveryPixelsSamplesFrontToBack) {
 
 TEST(ExrDeep, TilesGiveTheSame) {
     for (const int side : {1, 3, 4, 64}) {
-        ExpectSample(exr_samples::Write(Sample(side)));
+        ExpectSample(exr_samples::Write(DeepPart(side)));
     }
 }
 
@@ -177,7 +177,7 @@ TEST(ExrDeep, APartAmongFlatOnesIsReadInTheirFrame) {
 }
 
 TEST(ExrDeep, AChannelThatIsNotThereIsToldSo) {
-    const std::string bytes = exr_samples::Write(Sample());
+    const std::string bytes = exr_samples::Write(DeepPart());
     EXPECT_EQ(FaultText<InputError>([&] { Pixels(bytes, {.red = "x", .z = "Z"}); }),
               "a.exr: there is no deep channel x");
     EXPECT_EQ(FaultText<InputError>([&] { Pixels(bytes, {.red = "R"}); }),
@@ -195,7 +195,7 @@ TEST(ExrDeep, SamplesInTheMillionsThatOverlapAreRefused) {
                             if (channel == "Y") return 0.0;
                             return channel == "Z" ? sample : 20000.0 - sample;
                         }};
-    EXPECT_EQ(Complaint(exr_samples::Write(part)),
+    EXPECT_EQ(ExrDeepComplaint(exr_samples::Write(part)),
               "a.exr: a pixel in row 0 has too many deep samples that overlap; render it flat");
 }
 
@@ -208,7 +208,7 @@ TEST(ExrDeep, AFileThatLiesAboutItsSamplesIsRefused) {
               .compression = Imf::NO_COMPRESSION,
               .deep = true};
     const std::string good = exr_samples::Write(part);
-    ASSERT_EQ(Complaint(good), "");
+    ASSERT_EQ(ExrDeepComplaint(good), "");
     const std::uint32_t totals[] = {1, 2, 3};
     const std::string table(static_cast<const char*>(static_cast<const void*>(totals)),
                             sizeof totals);
@@ -217,7 +217,7 @@ TEST(ExrDeep, AFileThatLiesAboutItsSamplesIsRefused) {
     for (const std::uint32_t lie : {4U, 1000U, 100000000U, 0x7fffffffU, 0xffffffffU, 0U}) {
         std::string bytes = good;
         std::memcpy(bytes.data() + at + 8, &lie, sizeof lie);
-        EXPECT_THAT(Complaint(bytes), StartsWith("a.exr: damaged or cut short (")) << lie;
+        EXPECT_THAT(ExrDeepComplaint(bytes), StartsWith("a.exr: damaged or cut short (")) << lie;
     }
     // With a length that bears the lie out, only the file's own size tells.
     std::string bytes = good;
@@ -226,21 +226,21 @@ TEST(ExrDeep, AFileThatLiesAboutItsSamplesIsRefused) {
     std::memcpy(bytes.data() + at + 8, &lie, sizeof lie);
     std::memcpy(bytes.data() + at - sizeof length, &length, sizeof length);
     EXPECT_EQ(
-        Complaint(bytes),
+        ExrDeepComplaint(bytes),
         "a.exr: the rows from 0 on claim 100000000 deep samples, more than the file can hold; "
         "it is damaged: render or copy it again");
 }
 
 TEST(ExrDeep, DamagedAnywhereItNeverCrashes) {
     for (const int tileSide : {0, 2}) {
-        Part part = Sample(tileSide);
+        Part part = DeepPart(tileSide);
         part.display = {0, 0, 2, 2};
         part.data = part.display;
         const std::string good = exr_samples::Write(part);
         for (std::size_t i = 8; i < good.size(); ++i) {
             std::string bytes = good;
             bytes[i] = static_cast<char>(~bytes[i]);
-            const std::string complaint = Complaint(bytes);
+            const std::string complaint = ExrDeepComplaint(bytes);
             EXPECT_TRUE(complaint.empty() || complaint.starts_with("a.exr: ")) << complaint;
         }
     }

@@ -15,7 +15,6 @@
 namespace command {
 namespace {
 
-using exr_samples::Channel;
 using exr_samples::Distinct;
 using exr_samples::Part;
 using testing::ElementsAre;
@@ -31,7 +30,7 @@ Picture Read(const Part& part) {
     return Read(exr_samples::Write(part));
 }
 
-std::string Complaint(const std::string& bytes, const std::string& beauty = {}) {
+std::string ExrFileComplaint(const std::string& bytes, const std::string& beauty = {}) {
     return FaultText<InputError>([&] { Read(bytes, beauty); });
 }
 
@@ -165,7 +164,7 @@ TEST(ExrFile, AFrameOfManyBlocksOfRowsIsReadWhole) {
 }
 
 TEST(ExrFile, WithoutAlphaTheDataWindowIsOpaque) {
-    const std::vector<Channel> colors{{"R"}, {"G"}, {"B"}};
+    const std::vector<exr_samples::Channel> colors{{"R"}, {"G"}, {"B"}};
     const Picture whole = Read(Part{.channels = colors});
     EXPECT_FALSE(whole.hasAlpha);
     EXPECT_EQ(PixelAt(whole, 1, 1)[3], 1.0F);
@@ -220,7 +219,7 @@ TEST(ExrFile, ChannelsWithFewerSamplesAreRefused) {
     const Part part{.channels = {{"R", Imf::HALF, 2}, {"G"}, {"B"}},
                     .display = {0, 0, 3, 3},
                     .data = {0, 0, 3, 3}};
-    EXPECT_EQ(Complaint(exr_samples::Write(part)),
+    EXPECT_EQ(ExrFileComplaint(exr_samples::Write(part)),
               "a.exr: layer \"RGB\" has channels with fewer samples than pixels, which can't be "
               "read; convert them to full size");
 }
@@ -281,7 +280,7 @@ TEST(ExrFile, ThePixelAspectIsKept) {
     EXPECT_EQ(Read(Part{.pixelAspect = 2.0F}).pixelAspect, 2.0F);
 }
 
-const std::vector<Channel> deepChannels{
+const std::vector<exr_samples::Channel> deepChannels{
     {"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}, {"A", Imf::FLOAT}, {"Z", Imf::FLOAT}};
 
 TEST(ExrFile, DeepSamplesAreLaidOverOneAnother) {
@@ -349,14 +348,14 @@ TEST(ExrFile, DeepPixelsThatAreNotFiniteAreCounted) {
 TEST(ExrFile, DeepPixelsWithoutADepthAreRefused) {
     const Part part{.channels = {{"R", Imf::FLOAT}, {"G", Imf::FLOAT}, {"B", Imf::FLOAT}},
                     .deep = true};
-    EXPECT_EQ(Complaint(exr_samples::Write(part)),
+    EXPECT_EQ(ExrFileComplaint(exr_samples::Write(part)),
               "a.exr: layer \"RGB\" is deep and has no depth channel Z; render it with one or "
               "flat");
 }
 
 TEST(ExrFile, DeepLuminanceAndChromaAreRefused) {
     const Part part{.channels = {{"Y"}, {"RY"}, {"BY"}, {"Z", Imf::FLOAT}}, .deep = true};
-    EXPECT_EQ(Complaint(exr_samples::Write(part)),
+    EXPECT_EQ(ExrFileComplaint(exr_samples::Write(part)),
               "a.exr: layer \"Y RY BY\" holds luminance and chroma in a deep part, which can't be "
               "read; convert it to RGB");
 }
@@ -383,8 +382,8 @@ TEST(ExrFile, PartsOfDifferentFramesAreRefused) {
     Part left{.name = "left"};
     Part right{.name = "right"};
     const std::string bytes = exr_samples::Write({left, right});
-    ASSERT_EQ(Complaint(bytes), "");
-    EXPECT_THAT(Complaint(exr_samples::WithLastDisplayWindow(bytes, {0, 0, 3, 3})),
+    ASSERT_EQ(ExrFileComplaint(bytes), "");
+    EXPECT_THAT(ExrFileComplaint(exr_samples::WithLastDisplayWindow(bytes, {0, 0, 3, 3})),
                 HasSubstr("non-conforming shared attributes"));
 }
 
@@ -392,9 +391,9 @@ TEST(ExrFile, ASideAbove65535IsRefusedBeforeAnythingIsAllocated) {
     const std::string bytes = exr_samples::Write(Part());
     const std::string rest =
         " is 100000x100000 pixels, and a document holds at most 65535 a side; render it smaller";
-    EXPECT_EQ(Complaint(exr_samples::WithWindows(bytes, {0, 0, 99999, 99999})),
+    EXPECT_EQ(ExrFileComplaint(exr_samples::WithWindows(bytes, {0, 0, 99999, 99999})),
               "a.exr: the display window" + rest);
-    EXPECT_THAT(Complaint(exr_samples::WithWindows(bytes, {0, 0, 65535, 0})),
+    EXPECT_THAT(ExrFileComplaint(exr_samples::WithWindows(bytes, {0, 0, 65535, 0})),
                 HasSubstr("is 65536x1 pixels"));
 }
 
@@ -402,11 +401,11 @@ TEST(ExrFile, AFileThatLiesAboutItsSizeIsRefused) {
     const std::string bytes = exr_samples::Write(Part());
     for (const Window lie : {Window{0, 0, 65534, 65534}, Window{5, 0, 0, 0}, Window{0, 0, 3, -1},
                              Window{-2147483647, -2147483647, 0, 0}}) {
-        EXPECT_THAT(Complaint(exr_samples::WithWindows(bytes, lie)), StartsWith("a.exr: "));
+        EXPECT_THAT(ExrFileComplaint(exr_samples::WithWindows(bytes, lie)), StartsWith("a.exr: "));
     }
     // Long enough for the table of its blocks, which then point nowhere.
-    EXPECT_THAT(Complaint(exr_samples::WithWindows(bytes, {0, 0, 65534, 65534}) +
-                          std::string(100000, '\0')),
+    EXPECT_THAT(ExrFileComplaint(exr_samples::WithWindows(bytes, {0, 0, 65534, 65534}) +
+                                 std::string(100000, '\0')),
                 StartsWith("a.exr: "));
 }
 
@@ -414,7 +413,7 @@ TEST(ExrFile, CutAnywhereItIsRefused) {
     for (const Part& part : {Part(), Part{.channels = deepChannels, .deep = true}}) {
         const std::string bytes = exr_samples::Write(part);
         for (std::size_t size = 4; size < bytes.size(); ++size) {
-            EXPECT_THAT(Complaint(bytes.substr(0, size)), StartsWith("a.exr: "))
+            EXPECT_THAT(ExrFileComplaint(bytes.substr(0, size)), StartsWith("a.exr: "))
                 << size << " of " << bytes.size();
         }
     }
@@ -423,7 +422,7 @@ TEST(ExrFile, CutAnywhereItIsRefused) {
 TEST(ExrFile, DamagedBlocksAreRefused) {
     std::string bytes = exr_samples::Write(Part());
     bytes.replace(bytes.size() - 20, 20, std::string(20, '\xff'));
-    EXPECT_THAT(Complaint(bytes), StartsWith("a.exr: damaged or cut short ("));
+    EXPECT_THAT(ExrFileComplaint(bytes), StartsWith("a.exr: damaged or cut short ("));
 }
 
 }  // namespace

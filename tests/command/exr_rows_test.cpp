@@ -44,7 +44,7 @@ KeptRows Rows(const std::string& bytes, const std::vector<Wanted>& wanted,
     return KeepRows(*file, framePart, refs);
 }
 
-std::string Complaint(const std::string& bytes, const std::vector<Wanted>& wanted) {
+std::string ExrRowsComplaint(const std::string& bytes, const std::vector<Wanted>& wanted) {
     return FaultText<InputError>([&] { Rows(bytes, wanted); });
 }
 
@@ -176,16 +176,16 @@ TEST(ExrRows, ChannelsWithFewerSamplesAreRefusedBeforeTheFirstRow) {
     const Part part{
         .channels = {{"R", Imf::HALF, 2}, {"G"}}, .display = {0, 0, 3, 3}, .data = {0, 0, 3, 3}};
     const std::string bytes = exr_samples::Write(part);
-    EXPECT_EQ(Complaint(bytes, {{"G"}, {"R"}}),
+    EXPECT_EQ(ExrRowsComplaint(bytes, {{"G"}, {"R"}}),
               "a.exr: layer \"RG\" has channels with fewer samples than pixels, which can't be "
               "read; convert them to full size");
-    EXPECT_EQ(Complaint(bytes, {{"G"}}), "");
+    EXPECT_EQ(ExrRowsComplaint(bytes, {{"G"}}), "");
 }
 
 TEST(ExrRows, DeepChannelsAreRefused) {
     const std::string bytes =
         exr_samples::Write(Part{.channels = {{"Z", Imf::FLOAT}}, .deep = true});
-    EXPECT_EQ(Complaint(bytes, {{"Z"}}),
+    EXPECT_EQ(ExrRowsComplaint(bytes, {{"Z"}}),
               "a.exr: layer \"Z\" is deep and can't be read as a flat one");
 }
 
@@ -202,13 +202,14 @@ TEST(ExrRows, WhatTheConsumerThrowsPasses) {
 
 TEST(ExrRows, DamagedAndLyingFilesAreRefused) {
     std::string bytes = exr_samples::Write(Part());
-    EXPECT_THAT(Complaint(bytes.substr(0, bytes.size() - 5), {{"R"}}), StartsWith("a.exr: "));
-    EXPECT_THAT(
-        Complaint(exr_samples::WithWindows(bytes, {0, 0, 65534, 65534}) + std::string(100000, '\0'),
-                  {{"R"}}),
-        StartsWith("a.exr: "));
+    EXPECT_THAT(ExrRowsComplaint(bytes.substr(0, bytes.size() - 5), {{"R"}}),
+                StartsWith("a.exr: "));
+    EXPECT_THAT(ExrRowsComplaint(exr_samples::WithWindows(bytes, {0, 0, 65534, 65534}) +
+                                     std::string(100000, '\0'),
+                                 {{"R"}}),
+                StartsWith("a.exr: "));
     bytes.replace(bytes.size() - 20, 20, std::string(20, '\xff'));
-    EXPECT_THAT(Complaint(bytes, {{"R"}}), StartsWith("a.exr: damaged or cut short ("));
+    EXPECT_THAT(ExrRowsComplaint(bytes, {{"R"}}), StartsWith("a.exr: damaged or cut short ("));
 }
 
 // The picture is made of the same samples.

@@ -30,7 +30,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float endless = std::numeric_limits<float>::infinity();
 constexpr DWORD allChannels = BMM_CHAN_Z | BMM_CHAN_MTL_ID | BMM_CHAN_NODE_ID | BMM_CHAN_NORMAL |
                               BMM_CHAN_REALPIX | BMM_CHAN_COVERAGE | BMM_CHAN_NODE_RENDER_ID |
                               BMM_CHAN_COLOR | BMM_CHAN_TRANSP | BMM_CHAN_WEIGHT;
@@ -67,12 +67,12 @@ std::vector<Seen> SeenAt(host::FragmentBuffer& buffer, int x) {
 }
 
 // A row of a file, one pixel at a time.
-class Row {
+class PixelRow {
   public:
     using Ranks = std::vector<std::pair<std::uint32_t, float>>;
 
     // Both with at most `ranks` entries.
-    explicit Row(std::size_t objectRanks, std::size_t materialRanks = 0)
+    explicit PixelRow(std::size_t objectRanks, std::size_t materialRanks = 0)
         : objects(objectRanks), materials(materialRanks) {}
 
     void AddPixel(const Ranks& ofObjects, const Ranks& ofMaterials = {}) {
@@ -137,7 +137,7 @@ host::FragmentBuffer& Append(std::unique_ptr<host::FragmentBuffer>& buffer, int 
 }
 
 TEST(FragmentBuilder, RanksBecomeFragments) {
-    Row row(2, 2);
+    PixelRow row(2, 2);
     row.AddPixel({{1007, 1.0F}}, {{1003, 1.0F}});
     row.AddPixel({{1007, 0.8F}, {1009, 0.2F}}, {{1003, 0.8F}, {1004, 0.2F}});
     row.AddPixel({});
@@ -151,7 +151,7 @@ TEST(FragmentBuilder, RanksBecomeFragments) {
 }
 
 TEST(FragmentBuilder, CoverageIsAlsoTheWeightAndNothingIsTransparent) {
-    Row row(1);
+    PixelRow row(1);
     row.AddPixel({{1007, 0.2F}});
     std::unique_ptr<host::FragmentBuffer> memory;
     const auto fragments = Pixel(Append(memory, 1, row.Get()), 0);
@@ -163,7 +163,7 @@ TEST(FragmentBuilder, CoverageIsAlsoTheWeightAndNothingIsTransparent) {
 }
 
 TEST(FragmentBuilder, RanksInAnyOrderAreFound) {
-    Row row(3, 3);
+    PixelRow row(3, 3);
     row.AddPixel({{0, 0.0F}, {0, 0.0F}, {1007, 1.0F}}, {{0, 0.0F}, {1003, 1.0F}, {0, 0.0F}});
     row.AddPixel({{1007, 1.0F}, {0, 0.0F}, {1008, 1.0F}});
     std::unique_ptr<host::FragmentBuffer> memory;
@@ -173,7 +173,7 @@ TEST(FragmentBuilder, RanksInAnyOrderAreFound) {
 }
 
 TEST(FragmentBuilder, TheBackgroundsIdIsSkippedWhateverItCovers) {
-    Row row(2, 2);
+    PixelRow row(2, 2);
     row.AddPixel({{0, 1.0F}}, {{0, 1.0F}});
     row.AddPixel({{0, 0.5F}, {1007, 0.2F}}, {{0, 0.5F}, {1003, 0.2F}});
     row.AddPixel({{1007, nan}, {1008, -1.0F}}, {{1003, nan}, {1004, 0.0F}});
@@ -187,14 +187,14 @@ TEST(FragmentBuilder, TheBackgroundsIdIsSkippedWhateverItCovers) {
 }
 
 TEST(FragmentBuilder, IdsWithoutAPlaceKeepTheirCoverage) {
-    Row row(2, 2);
+    PixelRow row(2, 2);
     row.AddPixel({{998, 1.0F}}, {{500, 1.0F}});
     std::unique_ptr<host::FragmentBuffer> memory;
     EXPECT_THAT(SeenAt(Append(memory, 1, row.Get()), 0), ElementsAre(Seen{unknownObject, 0, 255}));
 }
 
 TEST(FragmentBuilder, MaterialsAloneMakeFragmentsOfAnUnknownObject) {
-    Row row(0, 2);
+    PixelRow row(0, 2);
     row.AddPixel({}, {{1003, 0.8F}, {1004, 0.2F}});
     std::unique_ptr<host::FragmentBuffer> memory;
     EXPECT_THAT(SeenAt(Append(memory, 1, row.Get()), 0),
@@ -202,7 +202,7 @@ TEST(FragmentBuilder, MaterialsAloneMakeFragmentsOfAnUnknownObject) {
 }
 
 TEST(FragmentBuilder, NumbersComeFromTheObjectsTableAndElseFromTheRow) {
-    Row row(2);
+    PixelRow row(2);
     row.AddPixel({{1000, 0.6F}, {1002, 0.4F}});
     const std::vector<UWORD> numbers{11, 12};
     const std::vector<std::uint32_t> objectIDs{70000};
@@ -227,8 +227,8 @@ TEST(FragmentBuilder, NumbersComeFromTheObjectsTableAndElseFromTheRow) {
 }
 
 TEST(FragmentBuilder, DepthsOfTheBackgroundAreNone) {
-    const std::vector<float> depth{2.5F, 1e10F, 1e11F, infinity, nan, 0.0F, -1.0F, 9.9e9F};
-    Row row(1);
+    const std::vector<float> depth{2.5F, 1e10F, 1e11F, endless, nan, 0.0F, -1.0F, 9.9e9F};
+    PixelRow row(1);
     for (std::size_t i = 0; i < depth.size(); ++i)
         row.AddPixel({{1007, 1.0F}});
     FragmentRow planes = row.Get();
@@ -289,7 +289,7 @@ TEST(FragmentBuilder, NumbersAloneMakeFragments) {
 }
 
 TEST(FragmentBuilder, APixelOfRankedPlanesWithoutIdsFallsBackOnItsDepth) {
-    Row row(1);
+    PixelRow row(1);
     row.AddPixel({});
     row.AddPixel({});
     const std::vector<float> depth{4.0F, 1e10F};
@@ -305,7 +305,7 @@ TEST(FragmentBuilder, NormalsAreCompressedAndOfAnyLength) {
     const std::vector<float> x{0.0F, 3.0F, 0.0F, nan};
     const std::vector<float> y{0.0F, 0.0F, 0.0F, 0.0F};
     const std::vector<float> z{1.0F, 4.0F, 0.0F, 1.0F};
-    Row row(1);
+    PixelRow row(1);
     for (int i = 0; i < 4; ++i)
         row.AddPixel({{1007, 1.0F}});
     FragmentRow planes = row.Get();
@@ -321,7 +321,7 @@ TEST(FragmentBuilder, NormalsAreCompressedAndOfAnyLength) {
 }
 
 TEST(FragmentBuilder, ColoursAreDividedByWhatTheFragmentsCover) {
-    Row row(2);
+    PixelRow row(2);
     row.AddPixel({{1007, 0.2F}, {1008, 0.2F}});
     row.AddPixel({{1007, 1.0F}, {1008, 1.0F}});
     row.AddPixel({{1007, 1.0F}});
@@ -361,7 +361,7 @@ TEST(FragmentBuilder, ColoursAreDividedByWhatTheFragmentsCover) {
 }
 
 TEST(FragmentBuilder, ColoursOfEightBitsAreRoundedAndCapped) {
-    Row row(1);
+    PixelRow row(1);
     row.AddPixel({{1007, 1.0F}});
     const std::vector<float> red{0.25F};
     const std::vector<float> green{1.5F};
@@ -385,13 +385,13 @@ TEST(FragmentBuilder, TheFastRoadGivesWhatTheJoinGives) {
     std::mt19937 random(7);
     const auto below = [&](unsigned count) { return static_cast<std::uint32_t>(random() % count); };
     constexpr int width = 3000;
-    Row row(3, 3);
+    PixelRow row(3, 3);
     std::vector<std::vector<Rank>> objects(width);
     std::vector<std::vector<Rank>> materials(width);
     for (int x = 0; x < width; ++x) {
         const auto ranks = [&](std::uint32_t ids, std::vector<Rank>& expected,
                                std::uint32_t lowest) {
-            Row::Ranks given;
+            PixelRow::Ranks given;
             for (std::uint32_t i = below(3); i < 3; ++i) {
                 const std::uint32_t id = 1000 + lowest + below(ids);
                 const float coverage = below(2) == 0 ? 1.0F : static_cast<float>(below(5)) / 4.0F;
@@ -506,7 +506,7 @@ TEST(DeepFragments, SamplesThatCoverNothingAreLeftOut) {
 
 TEST(DeepFragments, AlphaAboveOneIsOne) {
     const auto fragments =
-        Deep({{.alpha = infinity, .object = 1007}, {.alpha = 1.0F, .object = 1008}});
+        Deep({{.alpha = endless, .object = 1007}, {.alpha = 1.0F, .object = 1008}});
     ASSERT_EQ(fragments.size(), 1U);
     EXPECT_EQ(fragments[0].coverage, 255);
     EXPECT_TRUE(std::isnan(fragments[0].z)) << "a depth of 0 is none";

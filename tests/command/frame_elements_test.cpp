@@ -151,6 +151,75 @@ TEST_F(FrameElementsTest, AWildcardOrASceneMayFitNothing) {
     EXPECT_THAT(run.SettingsWithoutElement("a.exr"), IsEmpty());
 }
 
+// With the elements and layers that the application saved: Other, Sparks, DiffDir.
+class SavedFrameElementsTest : public testing::Test {
+  protected:
+    SavedFrameElementsTest()
+        : arguments(std::get<SaveArguments>(ParseArguments({"save", "a.exr"}))),
+          scene(ReadSceneFile(VELTRANE_SOURCE_DIR "/tests/command/files/scene_of_version_3.json")),
+          session(arguments, MakePlan(arguments), {}, &scene, {}) {}
+
+    // Of the layers in the document's order: names of their elements.
+    std::vector<std::string> Layers() const {
+        const ParamID list = Session::IdOf("layersProduction");
+        std::vector<std::string> names;
+        for (int i = 0; i < session.Block().Count(list); ++i) {
+            IParamBlock2* block = session.Block().GetReferenceTarget(list, 0, i)->GetParamBlock(0);
+            auto* element = static_cast<IRenderElement*>(block->GetReferenceTarget(0));
+            names.push_back(host::ToUtf8(element->ElementName()));
+        }
+        return names;
+    }
+    int SettingOf(int layer, const std::string& name) const {
+        const ParamID list = Session::IdOf("layersProduction");
+        return session.Block()
+            .GetReferenceTarget(list, 0, layer)
+            ->GetParamBlock(0)
+            ->GetInt(ParseSetting(name + "=0", plugin::LayerParameters()).row->id);
+    }
+
+    SaveArguments arguments;
+    SceneDescription scene;
+    Session session;
+};
+
+TEST_F(SavedFrameElementsTest, HaveTheSavedSettingsInTheSavedOrder) {
+    FrameElements run(session, &scene, {}, false);
+    const std::vector<PassElement> passes{Pass("DiffDir"), Pass("New"), Pass("Other")};
+    const auto frame = run.SetUp(passes, false);
+    EXPECT_THAT(Layers(), ElementsAre("Other", "Sparks", "DiffDir", "New"));
+    EXPECT_EQ(SettingOf(0, "visible"), 0);
+    EXPECT_EQ(SettingOf(0, "blendingMode"), 7);
+    EXPECT_EQ(SettingOf(2, "visible"), 1);
+    EXPECT_EQ(SettingOf(2, "blendingMode"), 9);
+    EXPECT_EQ(frame[0].element, host::App().elements[RS_Production].GetRenderElement(0));
+    EXPECT_EQ(frame[0].element->ClassID(), PassClassID(PassKind::DiffuseDirect));
+}
+
+TEST_F(SavedFrameElementsTest, ThatAFrameLacksAreThereForTheNext) {
+    FrameElements run(session, &scene, {}, false);
+    const std::vector<PassElement> first{Pass("DiffDir")};
+    run.SetUp(first, false);
+    const std::vector<PassElement> second{Pass("Sparks")};
+    const auto frame = run.SetUp(second, false);
+    EXPECT_THAT(Layers(), ElementsAre("Other", "Sparks", "DiffDir"));
+    EXPECT_EQ(SettingOf(1, "blendingMode"), 9);
+    EXPECT_EQ(frame[0].element->ClassID(), PassClassID(PassKind::Emission));
+}
+
+TEST_F(SavedFrameElementsTest, AreFittedToNoPassAndYetTheUsersWordCounts) {
+    FrameElements run(session, &scene, {"Other:blendingMode=Screen", "*:mask=true"}, true);
+    std::vector<PassElement> passes{Pass("DiffDir"), Pass("Other"), Pass("Twice")};
+    passes[0].isDouble = passes[2].isDouble = true;
+    const auto frame = run.SetUp(passes, false);
+    EXPECT_EQ(SettingOf(2, "visible"), 1);
+    EXPECT_EQ(SettingOf(2, "transparency"), 1);
+    EXPECT_EQ(SettingOf(0, "blendingMode"), 7);
+    EXPECT_EQ(SettingOf(0, "mask"), 1);
+    EXPECT_EQ(SettingOf(3, "visible"), 0) << "a new one";
+    EXPECT_NE(frame[0].element->GetInterface(VRAY_RENDER_ELEMENT_INTERFACE), nullptr);
+}
+
 TEST_F(FrameElementsTest, TheSceneGivesClassSwitchAndMattes) {
     SceneDescription scene;
     SceneElement known;

@@ -77,7 +77,7 @@ class FrameLoaderTest : public FolderTest {
     host::Owned<host::ImageBitmap> Load(const Sample& sample, const std::string& name = "a.exr") {
         return loader->Load(Write(name, sample.Bytes()));
     }
-    std::string Complaint(const Sample& sample) {
+    std::string FrameLoaderComplaint(const Sample& sample) {
         return FaultText<InputError>([&] { Load(sample); });
     }
 
@@ -293,10 +293,10 @@ TEST_F(FrameLoaderTest, ElementSettingsOfTheSceneStandBelowTheUsers) {
 
 TEST_F(FrameLoaderTest, AWrongElementNameTellsTheNearest) {
     Begin({"--element", "DifDir:visible=false"});
-    EXPECT_EQ(Complaint(Still().Color("DiffDir", 1, 1, 1).Color("Emit", 1, 1, 1)),
+    EXPECT_EQ(FrameLoaderComplaint(Still().Color("DiffDir", 1, 1, 1).Color("Emit", 1, 1, 1)),
               PathOf("a.exr") + ": there is no render element \"DifDir\"; the nearest are DiffDir");
     Begin({"--element", "DifDir:visible=false"});
-    EXPECT_EQ(Complaint(Still()),
+    EXPECT_EQ(FrameLoaderComplaint(Still()),
               PathOf("a.exr") + ": there is no render element \"DifDir\", nor any other");
 }
 
@@ -787,7 +787,7 @@ TEST_F(FrameLoaderTest, DeepPixelsWithoutADepthAreToldAsSuch) {
     Begin({"--all"});
     Sample sample = Sample(2, 1).Picture();
     sample.GetPart().deep = true;
-    EXPECT_EQ(Complaint(sample),
+    EXPECT_EQ(FrameLoaderComplaint(sample),
               PathOf("a.exr") +
                   ": layer \"RGBA\" is deep and has no depth channel Z; render it with one or "
                   "flat");

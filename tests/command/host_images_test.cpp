@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "command/image_formats.h"
 #include "tests/command/image_samples.h"
 #include "tests/command/pass_samples.h"
 #include "tests/command/test_folder.h"
@@ -67,10 +68,8 @@ TEST_F(HostImagesTest, WhyAnImageIsOfNoUseIsTold) {
     EXPECT_THAT(images.FaultOf(cut, 1, 1), testing::StartsWith("damaged or cut short ("));
     const std::string text = Write("a.txt", "text");
     EXPECT_EQ(images.Load(text), nullptr);
-    EXPECT_EQ(
-        images.FaultOf(text, 1, 1),
-        "not an image that can be read; give an OpenEXR, PNG, TIFF, JPEG, Radiance HDR or TGA "
-        "file");
+    EXPECT_EQ(images.FaultOf(text, 1, 1),
+              "not an image that can be read; give an OpenEXR, " + ImageFormatList() + " file");
 }
 
 TEST_F(HostImagesTest, AnImageOfAnotherSizeThanTheFramesIsToldSo) {
@@ -82,7 +81,7 @@ TEST_F(HostImagesTest, AnImageOfAnotherSizeThanTheFramesIsToldSo) {
 
 TEST_F(HostImagesTest, WhatTheHostDidNotEvenAskForIsLookedAt) {
     EXPECT_EQ(images.FaultOf(PathOf("b.exr"), 1, 1), "no such file; check the path");
-    EXPECT_EQ(images.FaultOf(folder.string(), 1, 1), "a folder, not an image; give a file in it");
+    EXPECT_EQ(images.FaultOf(Utf8(folder), 1, 1), "a folder, not an image; give a file in it");
     const std::string path = Write("a.exr", Sample(3, 2).Picture().Bytes());
     EXPECT_EQ(images.FaultOf(path, 3, 2), "cannot be loaded; check its path");
 }

@@ -15,6 +15,7 @@
 #include "tests/command/image_samples.h"
 #include "tests/command/pixels.h"
 #include "tests/command/rows.h"
+#include "tests/command/wine.h"
 
 namespace command {
 namespace {
@@ -40,7 +41,7 @@ Description Describe(const std::string& name, const std::string& bytes) {
     return OpenRenderFile(name, bytes.data(), bytes.size())->GetDescription();
 }
 
-std::string Complaint(const std::string& name, const std::string& bytes) {
+std::string ImageFileComplaint(const std::string& name, const std::string& bytes) {
     return FaultText<InputError>([&] { ReadBytes(name, bytes); });
 }
 
@@ -151,39 +152,6 @@ TEST(ImageFile, TheOrientationOfATiffIsApplied) {
     EXPECT_EQ(PixelAt(mirrored, 0, 0)[0], 1.0F);
 }
 
-TEST(ImageFile, TgaIsEncodedWithStraightAlpha) {
-    const Image image{.channels = 4, .samples = {10, 128, 255, 51}};
-    EXPECT_THAT(PixelAt(ReadBytes("a.tga", image_samples::Tga(image)), 0, 0),
-                ElementsAre(FloatEq(Linear(10) * 0.2F), FloatEq(Linear(128) * 0.2F), 0.2F, 0.2F));
-}
-
-TEST(ImageFile, ATgaMayBePremultiplied) {
-    const Image image{.channels = 4, .samples = {51, 0, 0, 51}};
-    EXPECT_THAT(PixelAt(ReadBytes("a.tga", image_samples::Tga(image, 0, 4)), 0, 0),
-                ElementsAre(FloatEq(0.2F), 0.0F, 0.0F, 0.2F));
-}
-
-TEST(ImageFile, ATgasGammaReplacesTheCurve) {
-    const Image image{.samples = {51, 0, 255}};
-    EXPECT_THAT(PixelAt(ReadBytes("a.tga", image_samples::Tga(image, 20)), 0, 0),
-                ElementsAre(FloatEq(0.04F), 0.0F, 1.0F, 1.0F));
-}
-
-TEST(ImageFile, RowsOfATgaComeFromTheTop) {
-    const Image image{.height = 2, .samples = {255, 255, 255, 0, 0, 0}};
-    const Picture picture = ReadBytes("a.tga", image_samples::Tga(image));
-    EXPECT_EQ(PixelAt(picture, 0, 0)[0], 1.0F);
-    EXPECT_EQ(PixelAt(picture, 0, 1)[0], 0.0F);
-}
-
-TEST(ImageFile, RadianceIsLinear) {
-    // 128 / 256 times 2 to the power of 129 - 128.
-    const Image image{.channels = 4, .samples = {128, 64, 0, 129}};
-    EXPECT_THAT(PixelAt(ReadBytes("a.hdr", image_samples::Hdr(image)), 0, 0),
-                ElementsAre(testing::FloatNear(1.0F, 0.01F), testing::FloatNear(0.5F, 0.01F),
-                            testing::FloatNear(0.0F, 0.01F), 1.0F));
-}
-
 TEST(ImageFile, AJpegIsEncoded) {
     // Eight by four pixels of about 188 in every channel.
     const Picture picture = ReadBytes("grey.jpg", SampleFile("grey.jpg"));
@@ -194,6 +162,7 @@ TEST(ImageFile, AJpegIsEncoded) {
 }
 
 TEST(ImageFile, TheOrientationOfAJpegIsApplied) {
+    if (IsWine()) GTEST_SKIP() << "Wine's decoder tells nothing of Exif";
     std::string bytes = SampleFile("grey.jpg");
     // An Exif segment with the one tag, right behind the start.
     const std::string exif = std::string("\xff\xe1\x00\x22", 4) + std::string("Exif\0\0", 6) +
@@ -303,13 +272,11 @@ TEST(ImageFile, CutAnywhereItIsRefused) {
     const Sample samples[] = {
         {"a.png", image_samples::Png(image), 12},
         {"a.tif", image_samples::Tiff(image), 4},
-        {"a.tga", image_samples::Tga(image), 495 + 26},
-        {"a.hdr", image_samples::Hdr(image), 0},
     };
     for (const Sample& sample : samples) {
-        EXPECT_EQ(Complaint(sample.name, sample.bytes), "");
+        EXPECT_EQ(ImageFileComplaint(sample.name, sample.bytes), "");
         for (std::size_t size = 12; size + sample.tail < sample.bytes.size(); size += 7) {
-            EXPECT_THAT(Complaint(sample.name, sample.bytes.substr(0, size)),
+            EXPECT_THAT(ImageFileComplaint(sample.name, sample.bytes.substr(0, size)),
                         StartsWith(std::string(sample.name) + ": damaged or cut short ("))
                 << size << " of " << sample.bytes.size();
         }
@@ -320,7 +287,7 @@ TEST(ImageFile, ATruncatedJpegIsRefused) {
     const std::string bytes = SampleFile("grey.jpg");
     ASSERT_GT(bytes.size(), 100U);
     for (const std::size_t size : {bytes.size() - 8, bytes.size() / 2, std::size_t{20}}) {
-        EXPECT_THAT(Complaint("a.jpg", bytes.substr(0, size)),
+        EXPECT_THAT(ImageFileComplaint("a.jpg", bytes.substr(0, size)),
                     StartsWith("a.jpg: damaged or cut short ("))
             << size << " of " << bytes.size();
     }
@@ -332,7 +299,7 @@ TEST(ImageFile, ASideAbove65535IsRefused) {
     const std::size_t at = bytes.find(widthTag);
     ASSERT_NE(at, std::string::npos);
     bytes.replace(at + widthTag.size(), 4, std::string("\x00\x00\x01\x00", 4));
-    EXPECT_EQ(Complaint("a.tif", bytes),
+    EXPECT_EQ(ImageFileComplaint("a.tif", bytes),
               "a.tif: the picture is 65536x1 pixels, and a document holds at most 65535 a side; "
               "render it smaller");
 }
@@ -340,8 +307,9 @@ TEST(ImageFile, ASideAbove65535IsRefused) {
 TEST(ImageFile, LibrariesPrintNothing) {
     const std::string png = image_samples::Png({.samples = {1, 2, 3}});
     testing::internal::CaptureStderr();
-    EXPECT_NE(Complaint("a.png", png.substr(0, png.size() - 30)), "");
-    EXPECT_NE(Complaint("a.tif", image_samples::Tiff({.samples = {1, 2, 3}}).substr(0, 30)), "");
+    EXPECT_NE(ImageFileComplaint("a.png", png.substr(0, png.size() - 30)), "");
+    EXPECT_NE(
+        ImageFileComplaint("a.tif", image_samples::Tiff({.samples = {1, 2, 3}}).substr(0, 30)), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 

@@ -32,8 +32,12 @@ TEST(ImageFormats, AnythingElseIsNone) {
     EXPECT_EQ(Found("a.png", "\x89PNG"), "none");
 }
 
-TEST(ImageFormats, TheListNamesThemAll) {
+TEST(ImageFormats, TheListNamesThoseThatTheSystemReads) {
+#ifdef _WIN32
+    EXPECT_EQ(ImageFormatList(), "PNG, TIFF or JPEG");
+#else
     EXPECT_EQ(ImageFormatList(), "PNG, TIFF, JPEG, Radiance HDR or TGA");
+#endif
 }
 
 }  // namespace

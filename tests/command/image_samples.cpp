@@ -26,15 +26,6 @@ std::uint32_t SampleAt(const Image& image, int x, int y, int channel) {
     return image.samples.at(static_cast<std::size_t>(index));
 }
 
-std::string Chunk(const std::string& type, const std::string& data) {
-    const std::string body = type + data;
-    std::string checked = body;
-    const uLong sum =
-        crc32(0, reinterpret_cast<const Bytef*>(checked.data()), static_cast<uInt>(checked.size()));
-    return BigEndian(static_cast<std::uint32_t>(data.size()), 4) + body +
-           BigEndian(static_cast<std::uint32_t>(sum), 4);
-}
-
 std::string Compressed(const std::string& data) {
     uLongf size = compressBound(static_cast<uLong>(data.size()));
     std::string out(size, '\0');
@@ -45,6 +36,24 @@ std::string Compressed(const std::string& data) {
 }
 
 }  // namespace
+
+std::string PngChunk(const std::string& type, const std::string& data) {
+    const std::string body = type + data;
+    std::string checked = body;
+    const uLong sum =
+        crc32(0, reinterpret_cast<const Bytef*>(checked.data()), static_cast<uInt>(checked.size()));
+    return BigEndian(static_cast<std::uint32_t>(data.size()), 4) + body +
+           BigEndian(static_cast<std::uint32_t>(sum), 4);
+}
+
+std::string PngOfRows(int width, int height, int bits, char colorType, const std::string& rows,
+                      const std::string& chunks) {
+    const std::string header = BigEndian(static_cast<std::uint32_t>(width), 4) +
+                               BigEndian(static_cast<std::uint32_t>(height), 4) +
+                               static_cast<char>(bits) + colorType + std::string(3, '\0');
+    return "\x89PNG\r\n\x1a\n" + PngChunk("IHDR", header) + chunks +
+           PngChunk("IDAT", Compressed(rows)) + PngChunk("IEND", "");
+}
 
 std::string Png(const Image& image, std::uint32_t gamma) {
     constexpr char colorTypes[] = {0, 4, 2, 6};
@@ -57,13 +66,8 @@ std::string Png(const Image& image, std::uint32_t gamma) {
             }
         }
     }
-    const std::string header = BigEndian(static_cast<std::uint32_t>(image.width), 4) +
-                               BigEndian(static_cast<std::uint32_t>(image.height), 4) +
-                               static_cast<char>(image.bits) + colorTypes[image.channels - 1] +
-                               std::string(3, '\0');
-    return "\x89PNG\r\n\x1a\n" + Chunk("IHDR", header) +
-           (gamma > 0 ? Chunk("gAMA", BigEndian(gamma, 4)) : "") + Chunk("IDAT", Compressed(rows)) +
-           Chunk("IEND", "");
+    return PngOfRows(image.width, image.height, image.bits, colorTypes[image.channels - 1], rows,
+                     gamma > 0 ? PngChunk("gAMA", BigEndian(gamma, 4)) : "");
 }
 
 std::string Tiff(const Image& image, ExtraSample extra, int orientation) {

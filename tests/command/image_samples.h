@@ -20,6 +20,13 @@ struct Image {
 // PNG of 1 to 4 channels. `gamma` is the gAMA chunk's number, 45455 for 1/2.2; 0 for none.
 std::string Png(const Image& image, std::uint32_t gamma = 0);
 
+// One of any colour type and depth. `rows` are its rows as the format packs them, each with the
+// byte of its filter in front; `chunks` stand before them.
+std::string PngOfRows(int width, int height, int bits, char colorType, const std::string& rows,
+                      const std::string& chunks);
+// With its length and sum.
+std::string PngChunk(const std::string& type, const std::string& data);
+
 // Meaning of a TIFF's fourth channel.
 enum class ExtraSample { Premultiplied = 1, Straight = 2 };
 // Uncompressed. `orientation` is the tag's value; 0 leaves it out.

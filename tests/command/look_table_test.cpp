@@ -14,6 +14,7 @@
 #include "command/failure.h"
 #include "psdfile/color_lookup_profile.h"
 #include "tests/command/fault_text.h"
+#include "tests/command/null_device.h"
 #include "tests/command/test_folder.h"
 
 namespace command {
@@ -34,7 +35,7 @@ Color Corrected(const LookTable& look, const Color& color) {
     return {pixel.r, pixel.g, pixel.b};
 }
 
-std::string Complaint(const std::string& text) {
+std::string LookTableComplaint(const std::string& text) {
     return FaultText<InputError>([&] { Table(text); });
 }
 
@@ -287,38 +288,39 @@ TEST(LookTable, AnInputRangeIsItsDomain) {
 
 TEST(LookTable, OfMoreRowsThanItTellsOfIsNone) {
     const std::string more = "a.cube: has more rows than its size tells of; export it again";
-    EXPECT_EQ(Complaint("LUT_1D_SIZE 2\n0 0 0\n1 1 1\n2 2 2\n"), more);
-    EXPECT_EQ(Complaint("LUT_1D_SIZE 2\r\n# 1\r\n 0 0 0\r\n1 1 1\r\n\r\n\t.5 1 1"), more);
-    EXPECT_EQ(Complaint("LUT_1D_INPUT_RANGE 0 2\nLUT_1D_SIZE 2\n0 0 0\n1 1 1\n-2 2 2\n"), more);
+    EXPECT_EQ(LookTableComplaint("LUT_1D_SIZE 2\n0 0 0\n1 1 1\n2 2 2\n"), more);
+    EXPECT_EQ(LookTableComplaint("LUT_1D_SIZE 2\r\n# 1\r\n 0 0 0\r\n1 1 1\r\n\r\n\t.5 1 1"), more);
+    EXPECT_EQ(LookTableComplaint("LUT_1D_INPUT_RANGE 0 2\nLUT_1D_SIZE 2\n0 0 0\n1 1 1\n-2 2 2\n"),
+              more);
     Table("TITLE \"1\"\nLUT_1D_SIZE 2\n0 0 0\n1 1 1\n\n# 2 2 2\n \n");
 }
 
 TEST(LookTable, FaultsOfTheTextAreToldWithWhatToDo) {
-    EXPECT_EQ(Complaint("LUT_3D_SIZE 2\n0 0 0\n"),
+    EXPECT_EQ(LookTableComplaint("LUT_3D_SIZE 2\n0 0 0\n"),
               "a.cube: ends before its table is complete; export it again or copy it again");
-    EXPECT_EQ(Complaint(std::string(300, 'x')),
+    EXPECT_EQ(LookTableComplaint(std::string(300, 'x')),
               "a.cube: has lines that no .cube table has; give a .cube file");
     EXPECT_EQ(
-        Complaint("LUT_IN_VIDEO_RANGE\nLUT_3D_SIZE 2\n"),
+        LookTableComplaint("LUT_IN_VIDEO_RANGE\nLUT_3D_SIZE 2\n"),
         "a.cube: has a keyword other than TITLE, DOMAIN_MIN, DOMAIN_MAX, LUT_1D_SIZE and "
         "LUT_3D_SIZE, or one twice, or both sizes; export it as a plain 1D or 3D .cube table");
-    EXPECT_EQ(Complaint("TITLE look\n"),
+    EXPECT_EQ(LookTableComplaint("TITLE look\n"),
               "a.cube: has a TITLE without quotation marks; put them around its text");
-    EXPECT_EQ(Complaint("DOMAIN_MAX 0 0 0\nLUT_1D_SIZE 2\n0 0 0\n1 1 1\n"),
+    EXPECT_EQ(LookTableComplaint("DOMAIN_MAX 0 0 0\nLUT_1D_SIZE 2\n0 0 0\n1 1 1\n"),
               "a.cube: has a DOMAIN_MIN that is not below its DOMAIN_MAX; correct these lines");
-    EXPECT_EQ(Complaint("LUT_3D_SIZE 257\n"),
+    EXPECT_EQ(LookTableComplaint("LUT_3D_SIZE 257\n"),
               "a.cube: has no size or one out of range; LUT_3D_SIZE is 2 to 256, LUT_1D_SIZE 2 to "
               "65536");
     const std::string noNumbers =
         "a.cube: has a domain or a row of its table that is not three numbers; export it again";
-    EXPECT_EQ(Complaint("LUT_1D_SIZE 2\n0 0 0\n1 x 1\n"), noNumbers);
-    EXPECT_EQ(Complaint("DOMAIN_MIN a b c\n"), noNumbers);
+    EXPECT_EQ(LookTableComplaint("LUT_1D_SIZE 2\n0 0 0\n1 x 1\n"), noNumbers);
+    EXPECT_EQ(LookTableComplaint("DOMAIN_MIN a b c\n"), noNumbers);
     std::istringstream failed("LUT_1D_SIZE 2\n0 0 0\n1 1 1\n");
     failed.setstate(std::ios::badbit);
     EXPECT_EQ(FaultText<InputError>([&] { const LookTable look("a.cube", failed); }),
               "a.cube: cannot be read to its end; check the disk, close other programs or give a "
               "table of fewer points");
-    EXPECT_EQ(Complaint("LUT_1D_SIZE 2\n0 0 0\n1 1e39 1\n"),
+    EXPECT_EQ(LookTableComplaint("LUT_1D_SIZE 2\n0 0 0\n1 1e39 1\n"),
               "a.cube: has a value beyond 3.4e38 in its table; export it again");
 }
 
@@ -344,10 +346,11 @@ TEST_F(LookTableFile, LinesOfOldMacsAreReadWithoutAWordToTheOutput) {
 
 TEST_F(LookTableFile, WhatIsNoFileIsToldSo) {
     EXPECT_EQ(ComplaintOf(PathOf("b.cube")), PathOf("b.cube") + ": no such file; check the path");
-    EXPECT_EQ(ComplaintOf(folder.string()),
-              folder.string() + ": a folder, not a .cube file; give a file in it");
-    EXPECT_EQ(ComplaintOf("/dev/null"),
-              "/dev/null: a pipe or device, not a file; save the table to a file first");
+    EXPECT_EQ(ComplaintOf(Utf8(folder)),
+              Utf8(folder) + ": a folder, not a .cube file; give a file in it");
+    EXPECT_EQ(
+        ComplaintOf(nullDevice),
+        std::string(nullDevice) + ": a pipe or device, not a file; save the table to a file first");
 }
 
 TEST_F(LookTableFile, AnEmptyFileIsNoTable) {

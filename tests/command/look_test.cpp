@@ -41,8 +41,8 @@ TEST_F(LookTest, KnowsWhetherItsTableWasWritten) {
     EXPECT_FALSE(given.writeTable(stream));
     EXPECT_FALSE(look.TakeWritten());
     EXPECT_EQ(look.WhyNotWritten(), "its table could not be handed over in " + look.Folder() +
-                                        "; make room there, or set TMPDIR to another folder with a "
-                                        "short path");
+                                        "; make room there, or set " + TemporaryPlace::variable +
+                                        " to another folder with a short path");
 }
 
 TEST_F(LookTest, HasAFolderWhileItLives) {
@@ -64,8 +64,8 @@ TEST_F(LookTest, WithoutAFolderOfItsOwnItWritesNoTable) {
     EXPECT_EQ(stream.str(), "");
     EXPECT_FALSE(look.TakeWritten());
     EXPECT_EQ(look.WhyNotWritten(),
-              "no folder for its table could be made in the folder for temporary files: No such "
-              "file or directory; set TMPDIR to a folder that can be written");
+              "no folder for its table could be made in " + TemporaryFolder().Fault() + "; set " +
+                  TemporaryPlace::variable + " to a folder that can be written");
 }
 
 TEST_F(LookTest, AFileThatIsNoneIsAnError) {

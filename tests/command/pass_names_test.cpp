@@ -79,30 +79,30 @@ TEST(PassNames, VRaysNamesInMayaAreOfTheSameClasses) {
 }
 
 TEST(PassNames, KnowCyclesUnderOldAndNewNames) {
-    struct Row {
+    struct NamedPass {
         const char* shortName;
         const char* longName;
         PassKind kind;
     };
-    for (const Row& row : {
-             Row{"DiffCol", "Diffuse Color", PassKind::DiffuseColor},
-             Row{"DiffDir", "Diffuse Direct", PassKind::DiffuseDirect},
-             Row{"DiffInd", "Diffuse Indirect", PassKind::DiffuseIndirect},
-             Row{"GlossCol", "Glossy Color", PassKind::GlossyColor},
-             Row{"TransInd", "Transmission Indirect", PassKind::TransmissionIndirect},
-             Row{"SubsurfaceDir", "Subsurface Direct", PassKind::SubsurfaceDirect},
-             Row{"VolumeInd", "Volume Indirect", PassKind::VolumeIndirect},
-             Row{"Emit", "Emission", PassKind::Emission},
-             Row{"Env", "Environment", PassKind::Background},
-             Row{"AO", "Ambient Occlusion", PassKind::AmbientOcclusion},
-             Row{"IndexOB", "Object Index", PassKind::ObjectID},
-             Row{"IndexMA", "Material Index", PassKind::MaterialID},
-             Row{"Combined_key", "Combined_", PassKind::LightGroup},
-             Row{"Denoising Normal", "Denoising Depth", PassKind::DenoisingData},
-             Row{"Debug Sample Count", "Sample Count", PassKind::SampleCount},
-             Row{"Shadow Catcher", "Noisy Shadow Catcher", PassKind::ShadowCatcher},
-             Row{"Mist", "mist", PassKind::Mist},
-             Row{"Vector", "Vector", PassKind::Motion},
+    for (const NamedPass& row : {
+             NamedPass{"DiffCol", "Diffuse Color", PassKind::DiffuseColor},
+             NamedPass{"DiffDir", "Diffuse Direct", PassKind::DiffuseDirect},
+             NamedPass{"DiffInd", "Diffuse Indirect", PassKind::DiffuseIndirect},
+             NamedPass{"GlossCol", "Glossy Color", PassKind::GlossyColor},
+             NamedPass{"TransInd", "Transmission Indirect", PassKind::TransmissionIndirect},
+             NamedPass{"SubsurfaceDir", "Subsurface Direct", PassKind::SubsurfaceDirect},
+             NamedPass{"VolumeInd", "Volume Indirect", PassKind::VolumeIndirect},
+             NamedPass{"Emit", "Emission", PassKind::Emission},
+             NamedPass{"Env", "Environment", PassKind::Background},
+             NamedPass{"AO", "Ambient Occlusion", PassKind::AmbientOcclusion},
+             NamedPass{"IndexOB", "Object Index", PassKind::ObjectID},
+             NamedPass{"IndexMA", "Material Index", PassKind::MaterialID},
+             NamedPass{"Combined_key", "Combined_", PassKind::LightGroup},
+             NamedPass{"Denoising Normal", "Denoising Depth", PassKind::DenoisingData},
+             NamedPass{"Debug Sample Count", "Sample Count", PassKind::SampleCount},
+             NamedPass{"Shadow Catcher", "Noisy Shadow Catcher", PassKind::ShadowCatcher},
+             NamedPass{"Mist", "mist", PassKind::Mist},
+             NamedPass{"Vector", "Vector", PassKind::Motion},
          }) {
         EXPECT_EQ(KindOf(Renderer::Cycles, row.shortName), row.kind) << row.shortName;
         EXPECT_EQ(KindOf(Renderer::Cycles, row.longName), row.kind) << row.longName;

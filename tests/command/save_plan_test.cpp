@@ -21,8 +21,8 @@ class SavePlanTest : public FolderTest {
         arguments.frames = frames;
         return MakePlan(arguments);
     }
-    std::string Complaint(const std::string& input, const std::string& output = {},
-                          const std::string& frames = {}) const {
+    std::string SavePlanComplaint(const std::string& input, const std::string& output = {},
+                                  const std::string& frames = {}) const {
         return FaultText<UsageError>([&] { Plan(input, output, frames); });
     }
 };
@@ -48,7 +48,7 @@ TEST_F(SavePlanTest, ASequenceTakesItsFramesFromTheNames) {
 TEST_F(SavePlanTest, ADocumentsNumberMayBeWrittenOrNot) {
     EXPECT_EQ(Plan("a.####.exr", "b.psd", "1").output, "b.psd");
     EXPECT_EQ(Plan("a.####.exr", "b_####.psd", "1").output, "b_.psd");
-    EXPECT_EQ(Complaint("a.####.exr", "####.b.psd", "1"),
+    EXPECT_EQ(SavePlanComplaint("a.####.exr", "####.b.psd", "1"),
               "-o ####.b.psd: the frame number of a document stands right before its suffix; move "
               "#### there or leave it out");
 }
@@ -60,10 +60,10 @@ TEST_F(SavePlanTest, AFileThatIsCalledLikeAPatternIsAFile) {
 }
 
 TEST_F(SavePlanTest, APatternAndFramesGoTogether) {
-    EXPECT_EQ(Complaint("a.####.exr"),
+    EXPECT_EQ(SavePlanComplaint("a.####.exr"),
               "a.####.exr: there is no such file; to read #### as a frame number give the frames, "
               "such as --frames 1-10");
-    EXPECT_EQ(Complaint("a.exr", {}, "1-2"),
+    EXPECT_EQ(SavePlanComplaint("a.exr", {}, "1-2"),
               "a.exr: with --frames the name holds the frame number, such as shot.####.exr; put "
               "it there or leave --frames out");
 }
@@ -110,8 +110,9 @@ TEST_F(ShadowPlanTest, ANumberThatTheHostCantWriteIsToldSo) {
 }
 
 TEST_F(SavePlanTest, ADocumentsNameEndsAsDocumentsDo) {
-    EXPECT_EQ(Complaint("a.exr", "b.tif"), "-o b.tif: a document's name ends in .psd or .psb");
-    EXPECT_EQ(Complaint("a.exr", "psd"), "-o psd: a document's name ends in .psd or .psb");
+    EXPECT_EQ(SavePlanComplaint("a.exr", "b.tif"),
+              "-o b.tif: a document's name ends in .psd or .psb");
+    EXPECT_EQ(SavePlanComplaint("a.exr", "psd"), "-o psd: a document's name ends in .psd or .psb");
     EXPECT_NO_THROW(CheckSuffix("a.Psd"));
 }
 

@@ -8,7 +8,9 @@
 #include "command/cryptomatte_id.h"
 #include "command/failure.h"
 #include "command/run.h"
+#include "command/temporary_folder.h"
 #include "tests/command/captured_streams.h"
+#include "tests/command/document_layers.h"
 #include "tests/command/pass_samples.h"
 #include "tests/command/temporary_place.h"
 #include "tests/command/test_folder.h"
@@ -17,6 +19,10 @@
 namespace command {
 namespace {
 
+using document_layers::LayersOf;
+using document_layers::Named;
+using document_layers::Samples;
+using document_layers::Words;
 using pass_samples::Always;
 using pass_samples::cubeID;
 using pass_samples::floorID;
@@ -28,7 +34,6 @@ using psdfile::WalkedLayer;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
-using Words = std::vector<std::string>;
 
 class SaveTest : public FolderTest {
   protected:
@@ -54,40 +59,6 @@ class SaveTest : public FolderTest {
     std::string out;
     std::string err;
 };
-
-bool IsEndOfSet(const WalkedLayer& layer) {
-    const auto kind = layer.blocks.find("lsct");
-    return kind != layer.blocks.end() && kind->second.substr(0, 4) == std::string("\0\0\0\3", 4);
-}
-
-// From the top; "NAME*" is hidden.
-Words LayersOf(const WalkedDocument& document) {
-    Words names;
-    for (auto layer = document.layers.rbegin(); layer != document.layers.rend(); ++layer) {
-        if (IsEndOfSet(*layer)) continue;
-        names.push_back(layer->name + ((layer->flags & 2) != 0 ? "*" : ""));
-    }
-    return names;
-}
-
-const WalkedLayer& Named(const WalkedDocument& document, const std::string& name) {
-    for (const WalkedLayer& layer : document.layers) {
-        if (layer.name == name && !IsEndOfSet(layer)) return layer;
-    }
-    throw std::logic_error("no layer " + name);
-}
-
-// Samples of 8 bits of a channel (-1: the alpha), whose layer begins at the frame's upper left.
-std::vector<int> Samples(const WalkedDocument& document, const std::string& layer, int channel) {
-    for (const psdfile::WalkedChannel& each : Named(document, layer).channels) {
-        if (each.id != channel) continue;
-        std::vector<int> samples;
-        for (const char sample : each.pixels)
-            samples.push_back(static_cast<unsigned char>(sample));
-        return samples;
-    }
-    throw std::logic_error("no such channel of " + layer);
-}
 
 Sample Still() {
     return Sample(4, 1).Picture(1.0);
@@ -400,9 +371,9 @@ TEST_F(SaveTest, ALookThatCantBeHandedOverIsInThePixelsWithAWarning) {
     const TemporaryPlace nowhere("/nowhere");
     ASSERT_EQ(Save({"--lut", look, "--frames", "1-2"}, "a.####.exr"), exitSaved) << err;
     EXPECT_EQ(err, "veltrane: warning: " + PathOf("a.0001.psd") + ": the look of " + look +
-                       " is in the pixels and no layer: no folder for its table could be made in "
-                       "the folder for temporary files: No such file or directory; set TMPDIR to a "
-                       "folder that can be written\n");
+                       " is in the pixels and no layer: no folder for its table could be made in " +
+                       TemporaryFolder().Fault() + "; set " + TemporaryPlace::variable +
+                       " to a folder that can be written\n");
     EXPECT_THAT(LayersOf(Document("a.0002.psd")), ElementsAre("Render"));
     EXPECT_EQ(Samples(Document("a.0002.psd"), "Render", 0), std::vector<int>{153});
 }

@@ -13,6 +13,7 @@
 #include "host/host_renderer.h"
 #include "host/text.h"
 #include "plugin/entry.h"
+#include "tests/command/fault_text.h"
 #include "tests/command/test_folder.h"
 
 namespace command {
@@ -165,6 +166,164 @@ TEST_F(SessionTest, TheScenesNameOfTheDocumentStandsBelowTheUsers) {
     EXPECT_EQ(TextOf(Make(), "filename"), "/out.psb");
     UseScene(R"("effect": {"parameters": {"matchRenderOutputFilename": true}})");
     EXPECT_EQ(Make().DocumentPath(0, false), "/out.psb");
+}
+
+// A scene of version 2 with effects that the application saved.
+struct SavedEffectSessionTest : SessionTest {
+    // An effect of the newest version with these parameters.
+    static std::string Effect(int handle, const std::string& parameters, bool isOff = false) {
+        return R"({"handle": )" + std::to_string(handle) +
+               R"(, "superClass": 4240, "class": [1879475721, 30790295], )" +
+               (isOff ? R"("chunks": [{"id": 256}], )" : "") +
+               R"("references": [{"block": {"id": 0, "version": 4, "parameters": [)" + parameters +
+               "]}}, null]}";
+    }
+    void UseSaved(const std::string& objects, const std::string& effects,
+                  const std::string& more = "") {
+        scene =
+            ParseScene("a.json", R"({"veltrane": 2, "nodes": [{"name": "n", "handle": 1}],
+                                         "objects": [)" +
+                                     objects + R"(], "effects": [)" + effects + "]" + more + "}");
+    }
+    std::string Fault() {
+        return FaultText<InputError>([this] { Make(); });
+    }
+};
+
+TEST_F(SavedEffectSessionTest, TheSavedEffectIsTheOneThatSaves) {
+    UseSaved(Effect(2, R"({"id": 46, "type": "int", "value": 32},
+                          {"id": 51, "type": "int", "value": 4711},
+                          {"id": 30, "type": "node", "values": [1]})"),
+             "2");
+    const Session session = Make();
+    ASSERT_EQ(host::App().effects.size(), 1U);
+    EXPECT_EQ(host::App().effects[0].get(), &session.GetEffect());
+    EXPECT_EQ(session.GetInt("bitDepth"), 32);
+    EXPECT_EQ(session.GetInt("sceneLayerAppDataChunkId"), 4711);
+    EXPECT_EQ(session.GetInt("compression"), 1) << "as a new one";
+    ASSERT_EQ(session.SceneNodes().size(), 1U);
+    EXPECT_EQ(session.Block().GetINode(Session::IdOf("objectList"), 0, 0), session.SceneNodes()[0]);
+}
+
+TEST_F(SavedEffectSessionTest, SettingsByNameStandAboveWhatIsSaved) {
+    UseSaved(Effect(2, R"({"id": 46, "type": "int", "value": 32},
+                          {"id": 45, "type": "float", "value": 300},
+                          {"id": 22, "type": "int", "value": 0})"),
+             "2", R"(, "effect": {"parameters": {"bitDepth": 8, "resolution": 100}})");
+    const Session session = Make({"resolution=50"});
+    EXPECT_EQ(session.GetInt("bitDepth"), 8);
+    EXPECT_EQ(session.Block().GetFloat(Session::IdOf("resolution")), 50.0F);
+    EXPECT_EQ(session.GetInt("compression"), 0);
+}
+
+TEST_F(SavedEffectSessionTest, OfSavedParametersThoseThatWereChangedAreGiven) {
+    UseSaved(Effect(2, R"({"id": 19, "type": "text", "value": "7"},
+                          {"id": 21, "type": "text", "value": "1, 3 [Name], 5-8"},
+                          {"id": 30, "type": "node", "values": [1]},
+                          {"id": 75, "type": "text", "values": []},
+                          {"id": 46, "type": "int", "value": 16},
+                          {"id": 45, "type": "float", "value": 72.5},
+                          {"id": 41, "type": "bool", "value": false})"),
+             "2");
+    Session session = Make();
+    EXPECT_TRUE(session.IsGiven("nodeIDList"));
+    EXPECT_FALSE(session.IsGiven("mtlIDList"));
+    EXPECT_TRUE(session.IsGiven("objectList"));
+    EXPECT_FALSE(session.IsGiven("namedSelectionSetsList"));
+    EXPECT_FALSE(session.IsGiven("bitDepth"));
+    EXPECT_TRUE(session.IsGiven("resolution"));
+    EXPECT_TRUE(session.IsGiven("embedCameraInfo"));
+    session.SetUnlessGiven("bitDepth", "8");
+    EXPECT_FALSE(session.IsGiven("bitDepth"));
+}
+
+TEST_F(SavedEffectSessionTest, TheDocumentGoesWhereTheSavedEffectSays) {
+    const auto effect = [](bool matches, const std::string& name) {
+        return Effect(2, R"({"id": 53, "type": "bool", "value": )" +
+                             std::string(matches ? "true" : "false") +
+                             R"(}, {"id": 0, "type": "file", "value": ")" + name + R"("})");
+    };
+    UseSaved(effect(false, "/saved/b.psd"), "2");
+    EXPECT_EQ(Make().DocumentPath(3, true), "/saved/b0003.psd");
+    EXPECT_EQ(Make({"filename=/set.psd"}).DocumentPath(0, false), "/set.psd");
+    arguments.output = "/out.psb";
+    EXPECT_EQ(Make().DocumentPath(0, false), "/out.psb");
+    arguments.output.clear();
+    UseSaved(effect(false, "/saved/b.psd"), "2",
+             R"(, "effect": {"parameters": {"filename": "/named.psd"}})");
+    EXPECT_EQ(Make().DocumentPath(0, false), "/named.psd");
+    UseSaved(effect(false, ""), "2");
+    EXPECT_EQ(Make().DocumentPath(0, false), "/in/a.psd");
+    UseSaved(effect(true, "/saved/b.psd"), "2",
+             R"(, "render": {"output": "/far/away.exr", "saveFile": true, "width": 10})");
+    EXPECT_EQ(Make().DocumentPath(0, false), "/in/a.psd");
+}
+
+TEST_F(SavedEffectSessionTest, WhatIsRenderedIsNotTheScenesMatter) {
+    UseSaved(Effect(2, ""), "2",
+             R"(, "render": {"output": "/far/away.exr", "saveFile": true, "hidden": true,
+                             "frameRate": 24})");
+    const Session session = Make();
+    const host::RenderSettings& render = host::App().settings.render;
+    EXPECT_EQ(host::ToUtf8(render.output.Name()), "/in/a.psd");
+    EXPECT_FALSE(render.saveFile);
+    EXPECT_TRUE(render.hidden);
+    EXPECT_EQ(host::App().settings.frameRate, 24);
+}
+
+TEST_F(SavedEffectSessionTest, ExactlyOneEffectIsOn) {
+    UseSaved(Effect(2, "", true) + ", " + Effect(3, R"({"id": 46, "type": "int", "value": 8})"),
+             "2, 3");
+    {
+        const Session session = Make();
+        EXPECT_EQ(session.GetInt("bitDepth"), 8);
+        EXPECT_EQ(host::App().effects.size(), 2U);
+    }
+    UseSaved(Effect(2, "") + ", " + Effect(3, ""), "2, 3");
+    EXPECT_EQ(Fault(),
+              "a.json: effects: more than one effect that saves documents is on; switch the others "
+              "off in the application");
+    EXPECT_TRUE(host::App().effects.empty());
+    EXPECT_EQ(host::App().scene.NumNodes(), 0);
+    UseSaved(Effect(2, "", true), "2");
+    EXPECT_EQ(Fault(),
+              "a.json: effects: the effect that saves the document is off; switch it on in the "
+              "application");
+    UseSaved(Effect(2, ""), "");
+    EXPECT_EQ(Make().GetInt("bitDepth"), 16) << "not among the effects";
+    EXPECT_TRUE(host::App().effects.empty());
+}
+
+TEST_F(SavedEffectSessionTest, ObjectsThatCantBeMadeAreTold) {
+    UseSaved(R"({"handle": 2, "superClass": 4240, "class": [1, 2]})", "2");
+    EXPECT_EQ(Fault(),
+              "a.json: objects[0]: no library offers the class (0x00000001, 0x00000002) of the "
+              "super class 4240");
+    UseSaved(Effect(2, R"({"id": 30, "type": "node", "values": [9]})"), "2");
+    EXPECT_EQ(
+        Fault(),
+        "a.json: objects[0]: the parameter 30 (objectList) of the block 0 is to the object 9, "
+        "which is nowhere in the file");
+    UseSaved(Effect(2, R"({"id": 46, "type": "text", "value": "8"})"), "2");
+    EXPECT_EQ(Fault(),
+              "a.json: objects[0]: the parameter 46 (bitDepth) of the block 0 holds a text where a "
+              "number must be");
+}
+
+TEST_F(SavedEffectSessionTest, OldEffectsAreBroughtUpToDate) {
+    const std::string path = VELTRANE_SOURCE_DIR "/tests/command/files/scene_of_version_101.json";
+    scene = ReadSceneFile(path);
+    arguments.output = "/out.psd";
+    const Session session = Make();
+    EXPECT_EQ(session.GetInt("bitDepth"), 8);
+    EXPECT_EQ(session.GetInt("outputSceneLayersAs"), 5);
+    EXPECT_EQ(session.GetInt("outputNodeIDsAs"), 5);
+    EXPECT_EQ(session.GetInt("outputMtlIDsAs"), 5);
+    EXPECT_EQ(session.GetInt("outputObjectsAs"), 1);
+    EXPECT_EQ(session.GetInt("matteLayersVisible"), 0);
+    EXPECT_EQ(session.GetInt("gammaCorrectConfig"), 2);
+    EXPECT_EQ(session.GetInt("colorCorrectConfig"), 0);
+    EXPECT_EQ(session.GetInt("autoSort"), 0);
 }
 
 TEST_F(SessionTest, TheDocumentsPathIsNumberedByTheHost) {

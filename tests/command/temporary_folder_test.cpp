@@ -19,9 +19,12 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithWhatIsInIt) {
         const TemporaryFolder folder;
         path = folder.Path();
         EXPECT_EQ(folder.Fault(), "");
-        EXPECT_EQ(path.parent_path(), fs::temp_directory_path());
+        EXPECT_TRUE(fs::equivalent(path.parent_path(), fs::temp_directory_path()));
         ASSERT_TRUE(fs::is_directory(path));
+#ifndef _WIN32
+        // There the folder above is the user's alone.
         EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
+#endif
         std::ofstream(path / "a") << "text";
         fs::create_directory(path / "b");
         std::ofstream(path / "b" / "c") << "text";

@@ -2,33 +2,39 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
+
+#include "command/native_path.h"
 
 class FolderTest : public testing::Test {
   protected:
     FolderTest() { std::filesystem::create_directories(folder); }
     ~FolderTest() override { std::filesystem::remove_all(folder); }
 
-    std::string PathOf(const std::string& name) const { return (folder / name).string(); }
+    std::string PathOf(const std::string& name) const {
+        return command::Utf8(folder / command::Native(name));
+    }
     // The file's path.
     std::string Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(folder / name, std::ios::binary) << bytes;
+        std::ofstream(folder / command::Native(name), std::ios::binary) << bytes;
         return PathOf(name);
     }
     std::string Bytes(const std::string& name) const {
-        std::ifstream file(folder / name, std::ios::binary);
+        std::ifstream file(folder / command::Native(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    bool Exists(const std::string& name) const { return std::filesystem::exists(folder / name); }
+    bool Exists(const std::string& name) const {
+        return std::filesystem::exists(folder / command::Native(name));
+    }
 
     std::filesystem::path folder =
         std::filesystem::temp_directory_path() /
         ("veltrane_" +
          std::string(testing::UnitTest::GetInstance()->current_test_info()->test_suite_name()) +
-         std::to_string(::getpid()));
+         std::to_string(std::random_device()()));
 };

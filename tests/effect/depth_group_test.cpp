@@ -27,14 +27,14 @@ class DepthGroup : public FillFrameTest {
 
     void UseChannels(DWORD channels) {
         const Color24 full{255, 255, 255};
-        const host::Fragment near{.z = 10.0F, .weight = full, .renderID = 1};
+        const host::Fragment front{.z = 10.0F, .weight = full, .renderID = 1};
         const host::Fragment middle{.z = 14.0F, .weight = full, .renderID = 1};
-        const host::Fragment far{.z = 20.0F, .weight = full, .renderID = 1};
+        const host::Fragment behind{.z = 20.0F, .weight = full, .renderID = 1};
         const host::Fragment speck{.z = 100.0F, .weight = {5, 5, 5}, .renderID = 1, .coverage = 5};
         const host::Fragment glass{
             .z = 50.0F, .transparency = full, .weight = full, .renderID = 7, .coverage = 5};
         auto fragments = std::make_unique<host::FragmentBuffer>(width, height, channels);
-        for (const host::Fragment& fragment : {near, middle, far, speck, glass})
+        for (const host::Fragment& fragment : {front, middle, behind, speck, glass})
             fragments->AddPixel(std::array{fragment});
         fragments->AddPixel({});
         image->SetGBuffer(std::move(fragments));
@@ -80,7 +80,9 @@ TEST_F(DepthGroup, AsAChannelHasTheHostsName) {
     const psdbuilder::PSDBuilderChannel& channel = Document().channels.front();
     EXPECT_EQ(channel.name, host::ToUtf8(MSTR(GBChannelName(GB_Z))));
     EXPECT_NE(channel.name, "");
-    EXPECT_EQ(channel.unicodeName, GBChannelName(GB_Z));
+    const std::basic_string<MCHAR> unicodeName(channel.unicodeName.begin(),
+                                               channel.unicodeName.end());
+    EXPECT_EQ(unicodeName, GBChannelName(GB_Z));
     // 14 of 10 to 20 is 0.4 * 65535 = 26214.
     EXPECT_EQ(channel.source->GetRow16(0)[1], 65535 - 26214);
 }

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr UWORD noObject = 65535;
-constexpr DWORD weightsAndIdentities =
+constexpr DWORD rangeChannels =
     BMM_CHAN_WEIGHT | BMM_CHAN_TRANSP | BMM_CHAN_NODE_RENDER_ID | BMM_CHAN_NODE_ID;
 constexpr float infinity = std::numeric_limits<float>::infinity();
 
@@ -98,7 +98,7 @@ TEST_F(DepthRange, WithoutWeightsAndCoverageCountsAllFragments) {
 }
 
 TEST_F(DepthRange, GlassShowsNothingUnlessItIsTheOpaqueObject) {
-    bitmap.gbuffer.channels = weightsAndIdentities;
+    bitmap.gbuffer.channels = rangeChannels;
     bitmap.SetRows({{{Glass(1.0F, 7)}, {Glass(2.0F, 8)}, {Glass(9.0F, noObject)}}});
     EXPECT_FALSE(Scan().isThere);
     EXPECT_FALSE(Scan(0.05F, 6).isThere);

@@ -134,6 +134,7 @@ class EffectTest : public testing::Test {
   protected:
     EffectTest() {
         host::ResetApplication();
+        plugin::Attach();
         for (const auto& [number, name] : {std::pair{APP_SCENE_DIR, "scenes"},
                                            {APP_PLUGCFG_DIR, "config"},
                                            {APP_RENDER_OUTPUT_DIR, "output"}}) {

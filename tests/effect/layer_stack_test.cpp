@@ -22,7 +22,7 @@ void Note(psdbuilder::PSDBuilder&, const effect::Frame&) {
 
 // Position and switch of each kind of output, in the order of the ties. The shadows have no switch
 // of their own here and borrow one.
-constexpr StackRow rows[] = {
+constexpr StackRow stackRows[] = {
     {101, 102, Note<1>}, {106, 105, Note<2>},  {120, 119, Note<3>}, {93, 25, Note<4>},
     {94, 26, Note<5>},   {95, 48, Note<6>},    {96, 71, Note<7>},   {97, 18, Note<8>},
     {98, 20, Note<9>},   {99, 28, Note<10>},   {100, 67, Note<11>}, {118, 116, Note<12>},
@@ -32,10 +32,10 @@ constexpr StackRow rows[] = {
 class LayerStack : public DocumentFrameTest {
   protected:
     LayerStack() {
-        for (const StackRow& row : rows)
+        for (const StackRow& row : stackRows)
             Set(*row.enabling, TRUE);
     }
-    std::vector<int> Run(std::span<const StackRow> stack = rows) {
+    std::vector<int> Run(std::span<const StackRow> stack = stackRows) {
         built.clear();
         effect::RunLayerStack(builder, FrameOf(image.get()), stack);
         return built;
@@ -51,26 +51,26 @@ TEST_F(LayerStack, RunsFromLowPositionsToHigh) {
 
 TEST_F(LayerStack, AtEqualPositionsRunsInItsOwnOrder) {
     for (const int position : {0, 1, 700, 2000}) {
-        for (const StackRow& row : rows)
+        for (const StackRow& row : stackRows)
             Set(row.position, position);
         EXPECT_THAT(Run(), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14)) << position;
     }
 }
 
 TEST_F(LayerStack, APositionOf0ComesBeforeAllPositiveOnes) {
-    for (const StackRow& row : rows)
+    for (const StackRow& row : stackRows)
         Set(row.position, 1);
     Set("objectsOrder"_param, 0);
     EXPECT_EQ(Run().front(), 10);
 }
 
 TEST_F(LayerStack, WhatIsSwitchedOffIsLeftOut) {
-    for (const StackRow& row : rows) {
+    for (const StackRow& row : stackRows) {
         Set(*row.enabling, FALSE);
         EXPECT_EQ(Run().size(), 13U);
         Set(*row.enabling, TRUE);
     }
-    for (const StackRow& row : rows)
+    for (const StackRow& row : stackRows)
         Set(*row.enabling, FALSE);
     EXPECT_THAT(Run(), IsEmpty());
 }

@@ -30,7 +30,7 @@ class MatteLayer : public MatteFrameTest {
         return boost::make_shared<sources::SolidColorChannelImageSource>(
             static_cast<std::uint8_t>(10 * (component + 1)), width);
     }
-    void Add(int style, const char16_t* name = _M("Matte")) {
+    void Add(int style, const MCHAR* name = _M("Matte")) {
         asked.clear();
         Set("outputObjectsAs"_param, style);
         const effect::Frame frame = FrameOf(image.get());

@@ -1,6 +1,7 @@
 #include "effect/numbered_name.h"
 
 #include "tests/effect/effect_fixture.h"
+#include "tests/host/native_path.h"
 
 namespace {
 
@@ -54,7 +55,7 @@ TEST_F(NumberedName, IsMadeAbsoluteByNameAlone) {
     EXPECT_EQ(host::ToUtf8(relative), (std::filesystem::current_path() / "shadow.exr").string());
     MSTR absolute = Name("/shadows/./pass.exr");
     EXPECT_TRUE(effect::MakeAbsolute(absolute));
-    EXPECT_EQ(host::ToUtf8(absolute), "/shadows/pass.exr");
+    EXPECT_EQ(host::ToUtf8(absolute), NativePath("/shadows/pass.exr"));
 }
 
 TEST_F(NumberedName, ThatIsNoneStaysAsItWas) {

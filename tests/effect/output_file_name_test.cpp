@@ -1,4 +1,5 @@
 #include "tests/effect/effect_fixture.h"
+#include "tests/host/native_path.h"
 
 namespace {
 
@@ -16,22 +17,22 @@ class OutputFileName : public EffectTest {
 
 TEST_F(OutputFileName, ComesFromTheRenderOutputWithTheDocumentsExtension) {
     RenderOutput("/renders/shot.exr");
-    EXPECT_EQ(Resolved(true), "/renders/shot.psd");
+    EXPECT_EQ(Resolved(true), NativePath("/renders/shot.psd"));
     RenderOutput("/renders/shot.v2.PSB");
-    EXPECT_EQ(Resolved(true), "/renders/shot.v2.psd");
+    EXPECT_EQ(Resolved(true), NativePath("/renders/shot.v2.psd"));
 }
 
 TEST_F(OutputFileName, HasTheLargeFormatsExtensionWhenThatIsChosen) {
     RenderOutput("/renders/shot.exr");
     for (const int fileFormat : {1, 2, -1}) {
         Set("fileFormat"_param, fileFormat);
-        EXPECT_EQ(Resolved(true), "/renders/shot.psb");
+        EXPECT_EQ(Resolved(true), NativePath("/renders/shot.psb"));
     }
 }
 
 TEST_F(OutputFileName, InTheRootHasOneSeparator) {
     RenderOutput("/shot.exr");
-    EXPECT_EQ(Resolved(true), "/shot.psd");
+    EXPECT_EQ(Resolved(true), NativePath("/shot.psd"));
 }
 
 TEST_F(OutputFileName, IsNoneForARenderOutputWithoutNameBaseOrExtension) {
@@ -49,7 +50,7 @@ TEST_F(OutputFileName, OfARelativeRenderOutputIsAbsolute) {
 
 TEST_F(OutputFileName, IsResolvedByNameAlone) {
     RenderOutput("/renders/./a/../shot.exr");
-    EXPECT_EQ(Resolved(true), "/renders/shot.psd");
+    EXPECT_EQ(Resolved(true), NativePath("/renders/shot.psd"));
 }
 
 TEST_F(OutputFileName, OfTheEffectsOwnKeepsItsExtension) {
@@ -57,7 +58,7 @@ TEST_F(OutputFileName, OfTheEffectsOwnKeepsItsExtension) {
     for (const char* name :
          {"/renders/own.psd", "/renders/own.PSB", "/renders/own.tif", "/renders/own"}) {
         SetFilename(name);
-        EXPECT_EQ(Resolved(true), name);
+        EXPECT_EQ(Resolved(true), NativePath(name));
     }
 }
 
@@ -74,7 +75,7 @@ TEST_F(OutputFileName, ThatNamesNoFileIsNone) {
 TEST_F(OutputFileName, OfAStillHasNoNumber) {
     RenderOutput("/renders/shot.exr");
     Render().fileNumberBase = 100;
-    EXPECT_EQ(Resolved(true, 12), "/renders/shot.psd");
+    EXPECT_EQ(Resolved(true, 12), NativePath("/renders/shot.psd"));
 }
 
 TEST_F(OutputFileName, OfASegmentOrRangeHasTheFramesNumberFromTheHostsBase) {
@@ -82,8 +83,8 @@ TEST_F(OutputFileName, OfASegmentOrRangeHasTheFramesNumberFromTheHostsBase) {
     Render().fileNumberBase = 100;
     for (const int timeType : {REND_TIMESEGMENT, REND_TIMERANGE}) {
         Render().timeType = timeType;
-        EXPECT_EQ(Resolved(true, 12), "/renders/shot0112.psd");
-        EXPECT_EQ(Resolved(true, -100), "/renders/shot0000.psd");
+        EXPECT_EQ(Resolved(true, 12), NativePath("/renders/shot0112.psd"));
+        EXPECT_EQ(Resolved(true, -100), NativePath("/renders/shot0000.psd"));
     }
 }
 
@@ -91,8 +92,8 @@ TEST_F(OutputFileName, OfPickedFramesHasTheFramesOwnNumber) {
     RenderOutput("/renders/shot.exr");
     Render().fileNumberBase = 100;
     Render().timeType = REND_TIMEPICKUP;
-    EXPECT_EQ(Resolved(true, 12), "/renders/shot0012.psd");
-    EXPECT_EQ(Resolved(true, 12345), "/renders/shot12345.psd");
+    EXPECT_EQ(Resolved(true, 12), NativePath("/renders/shot0012.psd"));
+    EXPECT_EQ(Resolved(true, 12345), NativePath("/renders/shot12345.psd"));
 }
 
 TEST_F(OutputFileName, CountsFramesAtTheScenesRate) {
@@ -101,32 +102,35 @@ TEST_F(OutputFileName, CountsFramesAtTheScenesRate) {
     Host().settings.frameRate = 24;
     MSTR name;
     EXPECT_TRUE(effect->ResolveOutputFileName(name, true, 4800 * 2));
-    EXPECT_EQ(host::ToUtf8(name), "/renders/shot0048.psd");
+    EXPECT_EQ(host::ToUtf8(name), NativePath("/renders/shot0048.psd"));
     EXPECT_TRUE(effect->ResolveOutputFileName(name, true, 4800 * 2 + 199));
-    EXPECT_EQ(host::ToUtf8(name), "/renders/shot0048.psd") << "a part of a frame doesn't count";
+    EXPECT_EQ(host::ToUtf8(name), NativePath("/renders/shot0048.psd"))
+        << "a part of a frame doesn't count";
 }
 
 TEST_F(OutputFileName, UnnumberedIsThatOfTheWholeSequence) {
     RenderOutput("/renders/shot.exr");
     Render().timeType = REND_TIMERANGE;
-    EXPECT_EQ(Resolved(false, 12), "/renders/shot.psd");
+    EXPECT_EQ(Resolved(false, 12), NativePath("/renders/shot.psd"));
 }
 
 TEST_F(OutputFileName, OfTheNumberThatMeansNoneHasNoNumber) {
     RenderOutput("/renders/shot.exr");
     Render().timeType = REND_TIMESEGMENT;
     Render().fileNumberBase = -2000000;
-    EXPECT_EQ(Resolved(true, 0), "/renders/shot.psd");
+    EXPECT_EQ(Resolved(true, 0), NativePath("/renders/shot.psd"));
     const std::string tooLongForANumber =
         std::string("/").append(200, 'd').append("/").append(100, 'n').append(".psd");
     SetFilename(tooLongForANumber);
-    EXPECT_EQ(Resolved(true, 0), tooLongForANumber);
+    EXPECT_EQ(Resolved(true, 0), NativePath(tooLongForANumber));
 }
 
 TEST_F(OutputFileName, HasRoomFor259CharactersWithItsNumber) {
     Render().timeType = REND_TIMERANGE;
-    const std::string folderName = std::string("/").append(200, 'd').append("/");
-    const auto baseOf = [&](std::size_t length) { return std::string(length - 202 - 8, 'n'); };
+    const std::string folderName = NativePath(std::string("/").append(200, 'd').append("/"));
+    const auto baseOf = [&](std::size_t length) {
+        return std::string(length - folderName.size() - 8, 'n');
+    };
     SetFilename(folderName + baseOf(259) + ".psd");
     EXPECT_EQ(Resolved(true, 1), folderName + baseOf(259) + "0001.psd");
     SetFilename(folderName + baseOf(260) + ".psd");
@@ -135,8 +139,8 @@ TEST_F(OutputFileName, HasRoomFor259CharactersWithItsNumber) {
 }
 
 TEST_F(OutputFileName, KeepsCharactersOutsideTheCodePage) {
-    SetFilename("/renders/\xE6\xBC\xA2\xF0\x9F\x8E\xA8.psd");
-    EXPECT_EQ(Resolved(true), "/renders/\xE6\xBC\xA2\xF0\x9F\x8E\xA8.psd");
+    SetFilename(host::ToNativePath(host::FromUtf8("/renders/\xE6\xBC\xA2\xF0\x9F\x8E\xA8.psd")));
+    EXPECT_EQ(Resolved(true), NativePath("/renders/\xE6\xBC\xA2\xF0\x9F\x8E\xA8.psd"));
 }
 
 }  // namespace

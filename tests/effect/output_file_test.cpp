@@ -187,10 +187,10 @@ TEST_F(OutputFile, GivesTheBytesOfAnyOtherStreamWhateverIsWrittenWhere) {
                 file.put('p');
                 expected.put('p');
             } else if (length > 0) {
-                const bool near = kind < 9;
+                const bool nearby = kind < 9;
                 const auto here = static_cast<std::size_t>(std::streamoff(expected.tellp()));
                 const std::size_t back = std::min(here, below(3 * 4096));
-                const std::size_t to = near ? here - back : below(length + 1);
+                const std::size_t to = nearby ? here - back : below(length + 1);
                 file.seekp(static_cast<std::streamoff>(to));
                 expected.seekp(static_cast<std::streamoff>(to));
             }

@@ -1,8 +1,7 @@
 #include "effect/progress_window.h"
 
 #include "tests/effect/effect_fixture.h"
-
-#ifndef _WIN32
+#include "tests/host/window_stage.h"
 
 namespace {
 
@@ -10,9 +9,9 @@ using effect::FindRenderProgressWindow;
 
 class ProgressWindow : public EffectTest {
   protected:
-    ProgressWindow() {
-        Host().settings.mainWindow = Host().windows.Add({_M("Main"), _M("Application")});
-    }
+    WindowStage stage;
+
+    ProgressWindow() { Host().settings.mainWindow = stage.Add({_M("Main"), _M("Application")}); }
 
     struct Control {
         int id;
@@ -26,9 +25,9 @@ class ProgressWindow : public EffectTest {
 
     // A window with `controls` in it.
     HWND Add(const MCHAR* title, const MCHAR* className, HWND owner) {
-        HWND window = Host().windows.Add({className, title, nullptr, owner, 0});
+        HWND window = stage.Add({className, title, nullptr, owner, 0});
         for (const Control& control : controls) {
-            Host().windows.Add({control.className, _M(""), window, nullptr, control.id});
+            stage.Add({control.className, _M(""), window, nullptr, control.id});
         }
         return window;
     }
@@ -58,7 +57,7 @@ TEST_F(ProgressWindow, WithTheTitleComesBeforeThoseInFrontOfIt) {
 }
 
 TEST_F(ProgressWindow, WithTheTitleButNotTheRestIsPassedOver) {
-    Host().windows.Add({_M("#32770"), _M("Rendering"), nullptr, Host().settings.mainWindow, 0});
+    stage.Add({_M("#32770"), _M("Rendering"), nullptr, Host().settings.mainWindow, 0});
     EXPECT_EQ(FindRenderProgressWindow(), nullptr);
     HWND window = Add(_M("Other"));
     EXPECT_EQ(FindRenderProgressWindow(), window);
@@ -71,7 +70,7 @@ TEST_F(ProgressWindow, OfAnotherClassIsNone) {
 
 TEST_F(ProgressWindow, OfAnotherProgramsMainWindowIsNone) {
     Add(_M("Rendering"), _M("#32770"), nullptr);
-    HWND other = Host().windows.Add({_M("Main"), _M("Other application")});
+    HWND other = stage.Add({_M("Main"), _M("Other application")});
     Add(_M("Rendering"), _M("#32770"), other);
     EXPECT_EQ(FindRenderProgressWindow(), nullptr);
 }
@@ -83,7 +82,7 @@ TEST_F(ProgressWindow, WithoutOneOfItsControlsIsNone) {
         controls.erase(controls.begin() + static_cast<std::ptrdiff_t>(left));
         HWND window = Add(_M("Rendering"));
         EXPECT_EQ(FindRenderProgressWindow(), nullptr) << "control " << all[left].id;
-        Host().windows.Remove(window);
+        stage.Remove(window);
     }
 }
 
@@ -94,10 +93,8 @@ TEST_F(ProgressWindow, WithAControlOfAnotherClassIsNone) {
         controls[changed].className = _M("Edit");
         HWND window = Add(_M("Rendering"));
         EXPECT_EQ(FindRenderProgressWindow(), nullptr) << "control " << all[changed].id;
-        Host().windows.Remove(window);
+        stage.Remove(window);
     }
 }
 
 }  // namespace
-
-#endif

@@ -94,4 +94,46 @@ TEST_F(PSDOutputLayer, WithoutNewerModesHasOneThatIsOlder) {
     }
 }
 
+TEST_F(PSDOutputLayer, ShowsItsBlockAsItsOnlyTrack) {
+    EXPECT_EQ(layer->NumSubs(), 1);
+    EXPECT_EQ(layer->SubAnim(0), layer->pblock);
+    EXPECT_EQ(layer->SubAnim(1), nullptr);
+    EXPECT_EQ(layer->SubAnimName(0), MSTR(_M("params")));
+    EXPECT_EQ(layer->SubAnimName(1), MSTR());
+}
+
+TEST_F(PSDOutputLayer, ItsFirstReferenceIsNothingButABlock) {
+    IParamBlock2* block = layer->pblock;
+    Target target;
+    EXPECT_EQ(layer->ReplaceReference(0, &target), REF_FAIL);
+    EXPECT_EQ(layer->pblock, block);
+}
+
+TEST_F(PSDOutputLayer, ACopyHasItsSettingsAndItsElement) {
+    host::RenderElement& element =
+        Host().elements[RS_Production].Add(SPECULAR_ELEMENT, _M("Specular"));
+    layer->pblock->SetValue("renderElement"_layerParam, 0, &element);
+    layer->pblock->SetValue("blendingMode"_layerParam, 0, 16);
+    DefaultRemapDir remap;
+    const host::Owned<effect::PSDOutputLayer> copy(
+        static_cast<effect::PSDOutputLayer*>(layer->Clone(remap)));
+    ASSERT_NE(copy->pblock, nullptr);
+    EXPECT_NE(copy->pblock, layer->pblock);
+    EXPECT_EQ(copy->Element(), &element);
+    EXPECT_EQ(copy->pblock->GetReferenceTarget("renderElement"_layerParam), &element);
+    EXPECT_EQ(copy->pblock->GetInt("blendingMode"_layerParam), 16);
+    EXPECT_EQ(remap.FindMapping(layer.get()), copy.get());
+    Host().elements[RS_Production].Remove(&element);
+    EXPECT_EQ(copy->Element(), nullptr);
+    EXPECT_EQ(layer->Element(), nullptr);
+}
+
+TEST_F(PSDOutputLayer, ACopyWithoutAnElementHasNone) {
+    DefaultRemapDir remap;
+    const host::Owned<effect::PSDOutputLayer> copy(
+        static_cast<effect::PSDOutputLayer*>(layer->Clone(remap)));
+    EXPECT_EQ(copy->GetReference(1), nullptr);
+    EXPECT_EQ(copy->pblock->GetReferenceTarget("renderElement"_layerParam), nullptr);
+}
+
 }  // namespace

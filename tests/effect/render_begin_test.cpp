@@ -2,6 +2,7 @@
 
 #include "effect/renderer_kinds.h"
 #include "tests/effect/effect_fixture.h"
+#include "tests/host/window_stage.h"
 
 namespace {
 
@@ -46,6 +47,8 @@ constexpr Class_ID scanline{0x00000001, 0x00000000};
 
 class RenderBegin : public EffectTest {
   protected:
+    WindowStage stage;
+
     RenderBegin() { UseRenderer(scanline); }
 
     // Whether the render that begins now saves its frames.
@@ -77,19 +80,19 @@ class RenderBegin : public EffectTest {
 
     // The window that shows the progress of a render.
     HWND ShowProgressWindow() {
-        HWND window = Host().windows.Add({_M("#32770"), _M("Rendering"), nullptr, MainWindow(), 0});
+        HWND window = stage.Add({_M("#32770"), _M("Rendering"), nullptr, MainWindow(), 0});
         for (const auto& [id, className] : {std::pair{2, _M("Button")},
                                             {1345, _M("msctls_progress32")},
                                             {1346, _M("msctls_progress32")},
                                             {1348, _M("Static")},
                                             {1280, _M("RollupWindow")}}) {
-            Host().windows.Add({className, _M(""), window, nullptr, id});
+            stage.Add({className, _M(""), window, nullptr, id});
         }
         return window;
     }
     HWND MainWindow() {
         if (!Host().settings.mainWindow) {
-            Host().settings.mainWindow = Host().windows.Add({_M("Main"), _M(""), nullptr, nullptr});
+            Host().settings.mainWindow = stage.Add({_M("Main"), _M(""), nullptr, nullptr});
         }
         return Host().settings.mainWindow;
     }
@@ -167,7 +170,7 @@ TEST_F(RenderBegin, CoronaWithAProgressWindowOrAQuietHostIsSaved) {
     UseRenderer(CORONA_CLASS_ID);
     ShowProgressWindow();
     EXPECT_TRUE(Saves());
-    Host().windows.Remove(MainWindow());
+    stage.Remove(MainWindow());
     Host().settings.mainWindow = nullptr;
     EXPECT_FALSE(Saves());
     Host().settings.quiet = true;

@@ -1,6 +1,7 @@
 #include "effect/renderer_kinds.h"
 #include "host/render_loop.h"
 #include "tests/effect/effect_fixture.h"
+#include "tests/host/window_stage.h"
 
 namespace {
 
@@ -177,16 +178,17 @@ TEST_F(RenderNotifications, AnEffectThatIsGoneListensToNothing) {
 
 class Corona : public RenderNotifications {
   protected:
+    WindowStage stage;
+
     Corona() {
         UseRenderer(CORONA_CLASS_ID);
-        Host().settings.mainWindow = Host().windows.Add({_M("Main"), _M(""), nullptr, nullptr});
-        window = Host().windows.Add(
-            {_M("#32770"), _M("Rendering"), nullptr, Host().settings.mainWindow});
-        Host().windows.Add({_M("Button"), _M("Cancel"), window, nullptr, 2});
-        Host().windows.Add({_M("msctls_progress32"), _M(""), window, nullptr, 1345});
-        Host().windows.Add({_M("msctls_progress32"), _M(""), window, nullptr, 1346});
-        text = Host().windows.Add({_M("Static"), _M("Rendering..."), window, nullptr, 1348});
-        Host().windows.Add({_M("RollupWindow"), _M(""), window, nullptr, 1280});
+        Host().settings.mainWindow = stage.Add({_M("Main"), _M(""), nullptr, nullptr});
+        window = stage.Add({_M("#32770"), _M("Rendering"), nullptr, Host().settings.mainWindow});
+        stage.Add({_M("Button"), _M("Cancel"), window, nullptr, 2});
+        stage.Add({_M("msctls_progress32"), _M(""), window, nullptr, 1345});
+        stage.Add({_M("msctls_progress32"), _M(""), window, nullptr, 1346});
+        text = stage.Add({_M("Static"), _M("Rendering..."), window, nullptr, 1348});
+        stage.Add({_M("RollupWindow"), _M(""), window, nullptr, 1280});
     }
 
     // All that the host tells of a render with Corona: notifications only.
@@ -210,7 +212,7 @@ class Corona : public RenderNotifications {
 TEST_F(Corona, ItsRenderIsSavedFromNotificationsAlone) {
     RenderByNotifications();
     EXPECT_TRUE(Exists("frame.psd"));
-    EXPECT_EQ(host::ToUtf8(text->title), "veltrane") << "the progress window shows who works";
+    EXPECT_EQ(stage.TextOf(text), "veltrane") << "the progress window shows who works";
 }
 
 TEST_F(Corona, ItsRenderBeginsAtTheHostsTimeAndIsSavedAtTheFrames) {
@@ -244,7 +246,7 @@ TEST_F(Corona, AFrameWithoutItsBitmapIsNotSaved) {
     supported.reset();
     RenderByNotifications();
     EXPECT_FALSE(Exists("frame.psd"));
-    EXPECT_EQ(host::ToUtf8(text->title), "veltrane") << "the text comes first";
+    EXPECT_EQ(stage.TextOf(text), "veltrane") << "the text comes first";
 }
 
 TEST_F(Corona, TheBitmapOfARenderIsForgottenAtItsEnd) {
@@ -259,21 +261,21 @@ TEST_F(Corona, AFrameIsNotSavedWhenTheHostRunsNoEffects) {
     Render().effects = false;
     RenderByNotifications();
     EXPECT_FALSE(Exists("frame.psd"));
-    EXPECT_EQ(host::ToUtf8(text->title), "Rendering...");
+    EXPECT_EQ(stage.TextOf(text), "Rendering...");
 }
 
 TEST_F(Corona, AFrameIsNotSavedWhenTheEffectWasSwitchedOffMeanwhile) {
     duringFrame = [this] { effect->SetAFlag(A_ATMOS_DISABLED); };
     RenderByNotifications();
     EXPECT_FALSE(Exists("frame.psd"));
-    EXPECT_EQ(host::ToUtf8(text->title), "Rendering...");
+    EXPECT_EQ(stage.TextOf(text), "Rendering...");
 }
 
 TEST_F(Corona, AnAbortedFrameIsNotSaved) {
     duringFrame = [] { Render().aborted = true; };
     RenderByNotifications();
     EXPECT_FALSE(Exists("frame.psd"));
-    EXPECT_EQ(host::ToUtf8(text->title), "Rendering...");
+    EXPECT_EQ(stage.TextOf(text), "Rendering...");
 }
 
 TEST_F(Corona, AFrameOfAnotherRenderersContextIsNotSavedFromTheNotification) {
@@ -292,14 +294,14 @@ TEST_F(Corona, OtherRenderersAreNotSavedFromTheNotification) {
 }
 
 TEST_F(Corona, AFrameIsSavedWithoutAProgressWindowWhenNobodyNeedsOne) {
-    Host().windows.Remove(window);
+    stage.Remove(window);
     Host().settings.quiet = true;
     RenderByNotifications();
     EXPECT_TRUE(Exists("frame.psd"));
 }
 
 TEST_F(Corona, AFrameOfAProgressWindowThatClosedMeanwhileIsSaved) {
-    duringFrame = [this] { Host().windows.Remove(window); };
+    duringFrame = [this] { stage.Remove(window); };
     RenderByNotifications();
     EXPECT_TRUE(Exists("frame.psd"));
 }
@@ -308,7 +310,7 @@ TEST_F(Corona, AnInactiveEffectListensToFramesAllTheSame) {
     effect->SetAFlag(A_ATMOS_DISABLED);
     duringFrame = [this] { effect->ClearAFlag(A_ATMOS_DISABLED); };
     RenderByNotifications();
-    EXPECT_EQ(host::ToUtf8(text->title), "veltrane");
+    EXPECT_EQ(stage.TextOf(text), "veltrane");
     EXPECT_FALSE(Exists("frame.psd")) << "it was inactive when the render began";
 }
 

@@ -1,5 +1,6 @@
 #include "effect/scene_layer_choice.h"
 
+#include <hold.h>
 #include <maxheap.h>
 
 #include <cstring>
@@ -63,6 +64,35 @@ TEST_F(SceneLayerChoice, AChunkThatIsTooShortSaysNothing) {
 TEST_F(SceneLayerChoice, OfNoLayerCantBeSet) {
     effect::SetSceneLayerOn(nullptr, 7, false);
     EXPECT_TRUE(effect::IsSceneLayerOn(nullptr, 7));
+}
+
+class ChoiceInAScene : public EffectTest {
+  protected:
+    static DWORD NumberOf(const effect::PSDOutput& output) {
+        return static_cast<DWORD>(output.pblock->GetInt("sceneLayerAppDataChunkId"_param));
+    }
+};
+
+TEST_F(ChoiceInAScene, ComesBackWithALayerWhoseDeletionIsUndone) {
+    const DWORD number = NumberOf(*effect);
+    effect::SetSceneLayerOn(&Host().scene.AddLayer(_M("Layer")), number, false);
+    Host().undo.Clear();
+    theHold.Begin();
+    Host().scene.Remove(*Host().scene.FindLayer(_M("Layer")));
+    theHold.Accept(_M("Delete Layer"));
+    ASSERT_EQ(Host().scene.FindLayer(_M("Layer")), nullptr);
+    ASSERT_TRUE(Host().undo.Undo());
+    ASSERT_NE(Host().scene.FindLayer(_M("Layer")), nullptr);
+    EXPECT_FALSE(effect::IsSceneLayerOn(Host().scene.FindLayer(_M("Layer")), number));
+}
+
+TEST_F(ChoiceInAScene, IsEachEffectsOwn) {
+    const host::Owned<effect::PSDOutput> other(
+        static_cast<effect::PSDOutput*>(LibClassDesc(0)->Create()));
+    host::SceneLayer& layer = Host().scene.AddLayer(_M("Layer"));
+    effect::SetSceneLayerOn(&layer, NumberOf(*effect), false);
+    EXPECT_FALSE(effect::IsSceneLayerOn(&layer, NumberOf(*effect)));
+    EXPECT_TRUE(effect::IsSceneLayerOn(&layer, NumberOf(*other)));
 }
 
 }  // namespace

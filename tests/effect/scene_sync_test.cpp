@@ -44,11 +44,12 @@ class SceneSync : public EffectTest {
 };
 
 TEST_F(SceneSync, NamesOfSetsThatAreGoneGoInOneStep) {
-    for (const MCHAR* name : {_M("A"), _M("B"), _M("C"), _M("D")})
-        SwitchOn(name);
     Host().scene.AddSelectionSet(_M("D"), {});
     Host().scene.AddSelectionSet(_M("b"), {});
     Host().scene.AddSelectionSet(_M("A"), {});
+    effect->pblock->SetCount("namedSelectionSetsList"_param, 0);
+    for (const MCHAR* name : {_M("A"), _M("B"), _M("C"), _M("D")})
+        SwitchOn(name);
     Host().undo.Clear();
     SyncSets();
     EXPECT_THAT(Names(), ElementsAre("A", "D")) << "sets that are off stay off";

@@ -20,6 +20,13 @@ class SelectionSetList : public EffectTest {
         }
         return names;
     }
+    void List(std::initializer_list<const MCHAR*> names) {
+        for (const MCHAR* name : names)
+            effect->pblock->Append("namedSelectionSetsList"_param, 1, &name);
+    }
+    void Rename(const MCHAR* oldName, const MCHAR* newName) {
+        effect::SelectionSetRenamed(*effect->pblock, oldName, newName);
+    }
     bool IsOn(const MSTR& name) { return effect::IsSelectionSetOn(*effect->pblock, name); }
 };
 
@@ -40,6 +47,41 @@ TEST_F(SelectionSetList, ASetIsOnByItsWholeNameAndCase) {
     EXPECT_FALSE(IsOn(_M("Wal")));
     EXPECT_FALSE(IsOn(_M("Walls")));
     EXPECT_FALSE(IsOn(_M("")));
+}
+
+TEST_F(SelectionSetList, ANewSetIsOnAndStandsThereOnce) {
+    List({_M("A")});
+    effect::SelectionSetCreated(*effect->pblock, _M("B"));
+    effect::SelectionSetCreated(*effect->pblock, _M("A"));
+    effect::SelectionSetCreated(*effect->pblock, _M("a"));
+    effect::SelectionSetCreated(*effect->pblock, _M(""));
+    EXPECT_THAT(Names(), testing::ElementsAre("A", "B", "a"));
+}
+
+TEST_F(SelectionSetList, ASetThatWasOnStaysOnUnderItsNewName) {
+    List({_M("A"), _M("B"), _M("C")});
+    Rename(_M("B"), _M("D"));
+    EXPECT_THAT(Names(), testing::ElementsAre("A", "D", "C"));
+}
+
+TEST_F(SelectionSetList, ANewNameThatIsListedAlreadyStaysOnce) {
+    List({_M("A"), _M("B"), _M("C")});
+    Rename(_M("A"), _M("C"));
+    EXPECT_THAT(Names(), testing::ElementsAre("B", "C"));
+}
+
+TEST_F(SelectionSetList, ASetThatWasOffStaysOff) {
+    List({_M("A"), _M("C")});
+    Rename(_M("B"), _M("D"));
+    Rename(_M("a"), _M("D"));
+    Rename(_M("B"), _M("C"));
+    EXPECT_THAT(Names(), testing::ElementsAre("A", "C"));
+}
+
+TEST_F(SelectionSetList, ASetThatGetsItsOwnNameStays) {
+    List({_M("A"), _M("B")});
+    Rename(_M("A"), _M("A"));
+    EXPECT_THAT(Names(), testing::ElementsAre("A", "B"));
 }
 
 }  // namespace

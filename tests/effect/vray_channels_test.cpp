@@ -117,12 +117,12 @@ TEST_F(VRayChannels, OfEveryClassOfVRayAreFound) {
 TEST_F(VRayChannels, OfOneClassAreToldApartByName) {
     AddChannel(117, "near");
     AddChannel(117, "far");
-    const auto& far = Add(depth, "far");
-    const auto& near = Add(depth, "near");
+    const auto& second = Add(depth, "far");
+    const auto& first = Add(depth, "near");
     const auto& renamed = Add(depth, "middle");
     const effect::VRayChannels found = Find();
-    EXPECT_EQ(found.IndexOf(&far), 3);
-    EXPECT_EQ(found.IndexOf(&near), 2);
+    EXPECT_EQ(found.IndexOf(&second), 3);
+    EXPECT_EQ(found.IndexOf(&first), 2);
     EXPECT_EQ(found.IndexOf(&renamed), 2) << "the class's first";
 }
 

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 #include <maxheap.h>
 
+#include <cstdint>
 #include <cstring>
+#include <vector>
 
+#include "host/saved_objects.h"
 #include "tests/host/sample_objects.h"
 
 namespace {
@@ -69,6 +72,28 @@ TEST(AppData, AChunkTakesThePlaceOfOneOfTheSameIds) {
     EXPECT_EQ(target.GetAppDataChunk(EFFECT, SUPER, 4)->data, nullptr);
     EXPECT_TRUE(target.RemoveAppDataChunk(EFFECT, SUPER, 4));
     EXPECT_FALSE(target.RemoveAppDataChunk(EFFECT, SUPER, 4));
+}
+
+TEST(AppData, ComesBackFromAFileByteForByte) {
+    SampleTarget target;
+    target.AddAppDataChunk(EFFECT, SUPER, 4, sizeof(int), Number(0x01020304));
+    target.AddAppDataChunk(EFFECT, 9, 4, 0, nullptr);
+    const std::vector<host::SavedAppData> saved = host::SaveAppData(target);
+    ASSERT_EQ(saved.size(), 2U);
+    EXPECT_EQ(saved[0].owner, EFFECT);
+    EXPECT_EQ(saved[0].ownerSuperClass, SUPER);
+    EXPECT_EQ(saved[0].subID, 4U);
+    EXPECT_EQ(saved[0].bytes, (std::vector<std::uint8_t>{4, 3, 2, 1}));
+    EXPECT_TRUE(saved[1].bytes.empty());
+    SampleTarget loaded;
+    loaded.AddAppDataChunk(EFFECT, SUPER, 4, sizeof(int), Number(7));
+    loaded.AddAppDataChunk(EFFECT, SUPER, 5, sizeof(int), Number(8));
+    host::LoadAppData(saved, loaded);
+    ASSERT_EQ(loaded.GetAppDataChunk(EFFECT, SUPER, 4)->length, sizeof(int));
+    EXPECT_EQ(NumberOf(loaded.GetAppDataChunk(EFFECT, SUPER, 4)), 0x01020304);
+    EXPECT_EQ(NumberOf(loaded.GetAppDataChunk(EFFECT, SUPER, 5)), 8) << "others stay";
+    ASSERT_TRUE(loaded.GetAppDataChunk(EFFECT, 9, 4));
+    EXPECT_EQ(loaded.GetAppDataChunk(EFFECT, 9, 4)->length, 0U);
 }
 
 }  // namespace

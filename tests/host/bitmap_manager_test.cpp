@@ -62,7 +62,7 @@ TEST_F(BitmapManagerTest, AFileThatCantBeReadIsBad) {
     const auto fails = [this](host::ImageLoader loader) {
         host::App().imageLoader = std::move(loader);
         status = BMMRES_SUCCESS;
-        return TheManager->Load(&info, &status) == nullptr && status == BMMRES_BADFILE;
+        return TheManager->Load(&info, &status) == nullptr && status == BMMRES_CORRUPTFILE;
     };
     EXPECT_TRUE(fails([](const std::string&) { return nullptr; }));
     EXPECT_TRUE(fails([](const std::string&) -> host::Owned<host::ImageBitmap> {

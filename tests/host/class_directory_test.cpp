@@ -4,6 +4,7 @@
 
 #include "host/application.h"
 #include "host/host_renderer.h"
+#include "tests/host/recording_format.h"
 
 namespace {
 
@@ -34,6 +35,18 @@ TEST(ClassDirectory, AClassIsAddedOnce) {
     EXPECT_FALSE(directory.Add(&again));
     EXPECT_FALSE(directory.Add(nullptr));
     EXPECT_EQ(directory.Classes().size(), 1U);
+}
+
+TEST(ClassDirectory, ClassesOfOneKindAreListedInTheirOrder) {
+    host::ClassDirectory directory;
+    RecordingFormatDesc second(BMMIO_WRITER, 2);
+    RecordingFormatDesc first(BMMIO_WRITER, 1);
+    RendererDesc renderer;
+    for (ClassDesc* desc : std::initializer_list<ClassDesc*>{&second, &renderer, &first})
+        directory.Add(desc);
+    EXPECT_EQ(directory.OfSuperClass(BMM_IO_CLASS_ID), (std::vector<ClassDesc*>{&second, &first}));
+    EXPECT_EQ(directory.OfSuperClass(RENDERER_CLASS_ID), std::vector<ClassDesc*>{&renderer});
+    EXPECT_TRUE(directory.OfSuperClass(RENDER_EFFECT_CLASS_ID).empty());
 }
 
 TEST(ClassDirectory, CreateInstanceMakesAnObjectOfTheClass) {

@@ -118,8 +118,8 @@ TEST(FragmentBuffer, ChannelsThatAreNotKeptCannotBeRead) {
 
 TEST(FragmentBuffer, AFragmentWithoutDepthOrNormalGivesNone) {
     FragmentBuffer buffer(4, 1, BMM_CHAN_Z | BMM_CHAN_NORMAL);
-    constexpr float INFINITE = std::numeric_limits<float>::infinity();
-    for (const float z : {0.0F, std::numeric_limits<float>::quiet_NaN(), INFINITE, -INFINITE}) {
+    constexpr float infinite = std::numeric_limits<float>::infinity();
+    for (const float z : {0.0F, std::numeric_limits<float>::quiet_NaN(), infinite, -infinite}) {
         const Fragment fragment = WithDepth(z);
         buffer.AddPixel({&fragment, 1});
     }

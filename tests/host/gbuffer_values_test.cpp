@@ -14,7 +14,7 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 
-constexpr float INFINITE = std::numeric_limits<float>::infinity();
+constexpr float infinite = std::numeric_limits<float>::infinity();
 constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
 
 std::array<float, 3> ThereAndBack(float r, float g, float b) {
@@ -61,11 +61,11 @@ TEST(RealPixels, AMantissaThatRoundsUpTakesTheNextExponent) {
 
 TEST(RealPixels, WhatIsNoColourCountsAsBlack) {
     EXPECT_THAT(ThereAndBack(-1.0F, NOT_A_NUMBER, 0.5F), ElementsAre(0.0F, 0.0F, 0.5F));
-    EXPECT_THAT(ThereAndBack(-INFINITE, NOT_A_NUMBER, -0.0F), Each(0.0F));
+    EXPECT_THAT(ThereAndBack(-infinite, NOT_A_NUMBER, -0.0F), Each(0.0F));
 }
 
 TEST(RealPixels, TheEndsOfTheRangeHold) {
-    const auto largest = ThereAndBack(INFINITE, std::numeric_limits<float>::max(), 1.0F);
+    const auto largest = ThereAndBack(infinite, std::numeric_limits<float>::max(), 1.0F);
     EXPECT_GT(largest[0], 1.6e38F);
     EXPECT_EQ(largest[1], largest[0]);
     EXPECT_EQ(largest[2], 0.0F);
@@ -106,7 +106,7 @@ TEST(Normals, AVectorWithoutDirectionPointsToTheCamera) {
     const Point3 towards(0, 0, 1);
     EXPECT_EQ(DeCompressNormal(CompressNormal(Point3(0, 0, 0))), towards);
     EXPECT_EQ(DeCompressNormal(CompressNormal(Point3(NOT_A_NUMBER, 0, 0))), towards);
-    EXPECT_EQ(DeCompressNormal(CompressNormal(Point3(INFINITE, 0, 0))), towards);
+    EXPECT_EQ(DeCompressNormal(CompressNormal(Point3(infinite, 0, 0))), towards);
 }
 
 TEST(Normals, EveryNumberIsSomeUnitVector) {

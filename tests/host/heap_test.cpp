@@ -26,4 +26,16 @@ TEST(Heap, FreeingNullDoesNothing) {
     MAX_free(nullptr);
 }
 
+TEST(Heap, ObjectsOfItsClassesLieInIt) {
+    struct Sample : MaxHeapOperators {
+        std::uint64_t value = 5;
+    };
+    auto* sample = new Sample;
+    EXPECT_EQ(sample->value, 5U);
+    // What the classes' own operator delete does.
+    sample->~Sample();
+    MAX_free(sample);
+    delete new Sample;
+}
+
 }  // namespace

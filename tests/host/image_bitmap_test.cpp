@@ -9,12 +9,12 @@ namespace {
 
 constexpr host::ImageFormat TWO_BY_TWO{2, 2};
 constexpr float INF = std::numeric_limits<float>::infinity();
-constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+constexpr float NAN_VALUE = std::numeric_limits<float>::quiet_NaN();
 
 host::Owned<host::ImageBitmap> Floats() {
     return host::ImageBitmap::FromFloat(TWO_BY_TWO,
-                                        {0.0F, 0.25F, 0.5F, 1.0F,                                 //
-                                         -1.0F, 2.0F, NOT_A_NUMBER, INF, 0.1F, 0.2F, 0.3F, 0.4F,  //
+                                        {0.0F, 0.25F, 0.5F, 1.0F,                              //
+                                         -1.0F, 2.0F, NAN_VALUE, INF, 0.1F, 0.2F, 0.3F, 0.4F,  //
                                          5.0F, 6.0F, 7.0F, 8.0F});
 }
 

@@ -78,6 +78,17 @@ TEST_F(NotificationsTest, OneThatIsUnregisteredInsideIsNotCalledAnyMore) {
     EXPECT_TRUE(second.codes.empty());
 }
 
+TEST_F(NotificationsTest, InSilenceNobodyHears) {
+    RegisterNotification(Hear, &first, NOTIFY_PRE_RENDER);
+    {
+        const host::Notifications::Silence silence(host::App().notifications);
+        host::Broadcast(NOTIFY_PRE_RENDER);
+    }
+    EXPECT_TRUE(first.codes.empty());
+    host::Broadcast(NOTIFY_PRE_RENDER);
+    EXPECT_EQ(first.codes.size(), 1U);
+}
+
 TEST_F(NotificationsTest, OneThatIsRegisteredInsideIsCalledFromTheNextTimeOn) {
     RegisterNotification(Hear, &first, NOTIFY_PRE_RENDER);
     first.then = [&] {

@@ -212,4 +212,131 @@ TEST(References, ATargetMayBeDestroyedWhileItTells) {
     EXPECT_EQ(second.messages[0].message, REFMSG_TARGET_DELETED);
 }
 
+TEST(References, AMakerKeepsItsTurnWhenItDropsTheLaterOfTwoReferences) {
+    SampleTarget target;
+    SampleTarget first(2);
+    SampleTarget second;
+    first.ReplaceReference(0, &target);
+    second.ReplaceReference(0, &target);
+    first.ReplaceReference(1, &target);
+    first.DeleteReference(1);
+    std::vector<const SampleTarget*> order;
+    for (SampleTarget* maker : {&first, &second}) {
+        maker->onMessage = [&order, maker](ReferenceTarget*, PartID&, RefMessage) {
+            order.push_back(maker);
+            return REF_SUCCEED;
+        };
+    }
+    target.NotifyDependents(FOREVER, PART, REFMSG_CHANGE);
+    EXPECT_THAT(order, ElementsAre(&first, &second));
+}
+
+// Registered as long as it lives.
+class GlobalListener : public GlobalReferenceMaker {
+  public:
+    GlobalListener() { EXPECT_TRUE(RegisterGlobalReference(this)); }
+    ~GlobalListener() override { UnRegisterGlobalReference(this); }
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle hTarget, PartID& partID,
+                               RefMessage message, BOOL propagates) override {
+        messages.push_back({hTarget, message, partID});
+        propagate.push_back(propagates);
+        partID = 0;
+        if (onMessage) onMessage();
+        return REF_STOP;
+    }
+
+    std::vector<Message> messages;
+    std::vector<BOOL> propagate;
+    std::function<void()> onMessage;
+};
+
+TEST(GlobalReferences, HearOfTargetsWithoutDependents) {
+    SampleTarget target;
+    GlobalListener listener;
+    target.NotifyDependents(FOREVER, PART, REFMSG_CHANGE);
+    EXPECT_THAT(listener.messages, ElementsAre(Message{&target, REFMSG_CHANGE, PART}));
+    EXPECT_THAT(listener.propagate, ElementsAre(TRUE));
+}
+
+TEST(GlobalReferences, HearOfTheSenderFirstAndThenOfWhomTheMessageComesThrough) {
+    SampleTarget bottom;
+    SampleTarget middle;
+    SampleTarget top;
+    middle.ReplaceReference(0, &bottom);
+    top.ReplaceReference(0, &middle);
+    middle.onMessage = [](ReferenceTarget*, PartID& part, RefMessage) {
+        part = 99;
+        return REF_SUCCEED;
+    };
+    GlobalListener listener;
+    bottom.NotifyDependents(FOREVER, PART, REFMSG_ELEMENT_PROPERTIES_CHANGED);
+    EXPECT_THAT(listener.messages,
+                ElementsAre(Message{&bottom, REFMSG_ELEMENT_PROPERTIES_CHANGED, PART},
+                            Message{&middle, REFMSG_ELEMENT_PROPERTIES_CHANGED, 99},
+                            Message{&top, REFMSG_ELEMENT_PROPERTIES_CHANGED, 99}));
+    EXPECT_THAT(top.messages, ElementsAre(Message{&middle, REFMSG_ELEMENT_PROPERTIES_CHANGED, 99}))
+        << "whatever a global reference answers";
+}
+
+TEST(GlobalReferences, HearNothingOfWhatWasStopped) {
+    SampleTarget bottom;
+    SampleTarget middle;
+    SampleTarget top;
+    middle.ReplaceReference(0, &bottom);
+    top.ReplaceReference(0, &middle);
+    middle.onMessage = [](ReferenceTarget*, PartID&, RefMessage) { return REF_STOP; };
+    GlobalListener listener;
+    bottom.NotifyDependents(FOREVER, PART, REFMSG_CHANGE);
+    EXPECT_THAT(listener.messages, ElementsAre(Message{&bottom, REFMSG_CHANGE, PART}));
+}
+
+TEST(GlobalReferences, HearOfTargetsThatAreDestroyed) {
+    auto target = std::make_unique<SampleTarget>();
+    ReferenceTarget* address = target.get();
+    GlobalListener listener;
+    SClass_ID seen = 1;
+    listener.onMessage = [&] { seen = listener.messages.back().target->SuperClassID(); };
+    target.reset();
+    EXPECT_THAT(listener.messages, ElementsAre(Message{address, REFMSG_TARGET_DELETED, PART_ALL}));
+    EXPECT_THAT(listener.propagate, ElementsAre(FALSE));
+    EXPECT_EQ(seen, 0U) << "its base classes still answer";
+}
+
+TEST(GlobalReferences, AreRegisteredOnceAndHearNothingAfterwards) {
+    SampleTarget target;
+    GlobalListener listener;
+    EXPECT_FALSE(RegisterGlobalReference(&listener));
+    target.NotifyDependents(FOREVER, PART, REFMSG_CHANGE);
+    EXPECT_EQ(listener.messages.size(), 1U);
+    EXPECT_TRUE(UnRegisterGlobalReference(&listener));
+    EXPECT_FALSE(UnRegisterGlobalReference(&listener));
+    target.NotifyDependents(FOREVER, PART, REFMSG_CHANGE);
+    EXPECT_EQ(listener.messages.size(), 1U);
+    EXPECT_FALSE(RegisterGlobalReference(nullptr));
+    EXPECT_FALSE(UnRegisterGlobalReference(nullptr));
+}
+
+TEST(GlobalReferences, MayGoWhileAMessageIsTold) {
+    SampleTarget target;
+    GlobalListener first;
+    auto second = std::make_unique<GlobalListener>();
+    first.onMessage = [&] { second.reset(); };
+    target.NotifyDependents(FOREVER, PART, REFMSG_CHANGE);
+    EXPECT_EQ(first.messages.size(), 1U);
+}
+
+TEST(GlobalReferences, MayDestroyTheTargetThatTells) {
+    auto target = std::make_unique<SampleTarget>();
+    SampleTarget maker;
+    maker.ReplaceReference(0, target.get());
+    GlobalListener listener;
+    listener.onMessage = [&] {
+        listener.onMessage = nullptr;
+        target.reset();
+    };
+    target->NotifyDependents(FOREVER, PART, REFMSG_CHANGE);
+    ASSERT_EQ(maker.messages.size(), 1U);
+    EXPECT_EQ(maker.messages[0].message, REFMSG_TARGET_DELETED);
+}
+
 }  // namespace

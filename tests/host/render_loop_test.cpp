@@ -9,6 +9,7 @@
 
 #include "host/application.h"
 #include "host/host_renderer.h"
+#include "tests/host/recording_format.h"
 #include "tests/host/sample_effect.h"
 
 namespace {
@@ -285,6 +286,24 @@ TEST_F(RenderLoop, WhatIsLoggedIsReportedWithItsFrame) {
     ASSERT_EQ(report.frames[1].messages.size(), 1U);
     EXPECT_EQ(report.frames[1].messages[0].text, MSTR(_M("time 320")));
     EXPECT_EQ(report.frames[1].messages[0].type, SYSLOG_ERROR);
+}
+
+TEST_F(RenderLoop, TheOutputOfEachFrameIsWrittenWhenItIsToBeSaved) {
+    RecordingFormatDesc desc;
+    host::App().classes.Add(&desc);
+    host::App().settings.render.output.SetName(_M("/out/a.rec"));
+    job.frames = {3, 4};
+    host::RenderFrames(job);
+    EXPECT_THAT(desc.record.calls, IsEmpty());
+    host::App().settings.render.saveFile = TRUE;
+    host::RenderFrames(job);
+    EXPECT_THAT(desc.record.calls,
+                ElementsAre("open /out/a0003.rec", "write 3 of width 4", "close 1", "gone",
+                            "open /out/a0004.rec", "write 4 of width 4", "close 1", "gone"));
+    desc.record.calls.clear();
+    job.provider = [](int, std::string&) { return nullptr; };
+    host::RenderFrames(job);
+    EXPECT_THAT(desc.record.calls, IsEmpty()) << "nothing was rendered";
 }
 
 TEST_F(RenderLoop, WithoutFramesNothingHappens) {

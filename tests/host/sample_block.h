@@ -129,6 +129,11 @@ class SampleOwner : public ReferenceTarget {
     explicit SampleOwner(ClassDesc2& desc) { desc.MakeAutoParamBlocks(this); }
     ~SampleOwner() override { DeleteAllRefsFromMe(); }
 
+    int NumParamBlocks() override { return 1; }
+    IParamBlock2* GetParamBlock(int number) override { return number == 0 ? block : nullptr; }
+    IParamBlock2* GetParamBlockByID(BlockID id) override {
+        return block && block->GetDesc()->ID == id ? block : nullptr;
+    }
     int NumRefs() override { return 2; }
     RefTargetHandle GetReference(int which) override { return which == 0 ? block : target; }
     RefResult NotifyRefChanged(const Interval&, RefTargetHandle hTarget, PartID&,

@@ -54,6 +54,7 @@ class ScriptCalls : public testing::Test {
     std::string Take(const std::string& name) const {
         std::ifstream file(folder.path / name, std::ios::binary);
         std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        file.close();
         std::filesystem::remove(folder.path / name);
         return bytes;
     }

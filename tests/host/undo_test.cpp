@@ -158,6 +158,22 @@ TEST_F(Undo, HoldsThatAreOpenedByWhatIsTakenBackRecordNothing) {
     EXPECT_EQ(Stack().RedoName(), MSTR(_M("Outer")));
 }
 
+TEST_F(Undo, WhileItIsPausedNothingIsRecorded) {
+    theHold.Begin();
+    Put("a");
+    {
+        const host::UndoStack::Pause pause(Stack());
+        EXPECT_FALSE(theHold.Holding());
+        const host::UndoStack::Pause again(Stack());
+        Put("b");
+        theHold.Accept(_M("Inner"));
+    }
+    EXPECT_TRUE(theHold.Holding());
+    theHold.Accept(_M("Step"));
+    Stack().Undo();
+    EXPECT_THAT(journal, ElementsAre("~b", "undo a"));
+}
+
 TEST_F(Undo, ClearForgetsWithoutTakingBack) {
     theHold.Begin();
     Put("a");

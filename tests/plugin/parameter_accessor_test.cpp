@@ -7,6 +7,8 @@
 #include "effect/psd_output_layer.h"
 #include "plugin/class_descriptors.h"
 #include "tests/effect/effect_fixture.h"
+#include "tests/host/native_path.h"
+#include "tests/plugin/recording_panel.h"
 
 namespace {
 
@@ -70,7 +72,7 @@ TEST_F(ParameterAccessor, FilenameBecomesAbsolute) {
     SetText("filename"_param, _M("a/../shot.psd"));
     EXPECT_EQ(Filename(), (std::filesystem::current_path() / "shot.psd").string());
     SetText("filename"_param, _M("/renders/./shot.tif"));
-    EXPECT_EQ(Filename(), "/renders/shot.tif");
+    EXPECT_EQ(Filename(), NativePath("/renders/shot.tif"));
 }
 
 TEST_F(ParameterAccessor, FilenameThatNamesOnlyAFolderStaysAsGiven) {
@@ -91,7 +93,7 @@ TEST_F(ParameterAccessor, FilenameStartsTheFileDialogThereAndForgetsTheShortForm
     SetText("filename"_param, _M("/renders/shot.psd"));
     EXPECT_TRUE(effect->shortFilename.isNull());
     EXPECT_EQ(Block().GetDesc()->GetParamDef("filename"_param).init_file, effect->filenameField);
-    EXPECT_EQ(host::ToUtf8(effect->filenameField), "/renders/shot.psd");
+    EXPECT_EQ(host::ToUtf8(effect->filenameField), NativePath("/renders/shot.psd"));
 }
 
 TEST_F(ParameterAccessor, FilenameIsNormalisedOnItsWayOutToo) {
@@ -99,13 +101,14 @@ TEST_F(ParameterAccessor, FilenameIsNormalisedOnItsWayOutToo) {
     Interval valid;
     effect->shortFilename = MSTR(_M("short"));
     accessor.Get(v, effect, "filename"_param, 0, 0, valid);
-    EXPECT_EQ(Take(v), "/shot.psd");
+    EXPECT_EQ(Take(v), NativePath("/shot.psd"));
     EXPECT_TRUE(effect->shortFilename.isNull());
-    EXPECT_EQ(host::ToUtf8(effect->filenameField), "/shot.psd");
+    EXPECT_EQ(host::ToUtf8(effect->filenameField), NativePath("/shot.psd"));
 }
 
 TEST_F(ParameterAccessor, FilenameTooLongForTheFieldOfTheDialogIsCutThereOnly) {
-    const std::string name = std::string("/").append(200, 'a').append("/").append(100, 'b');
+    const std::string name =
+        NativePath(std::string("/").append(200, 'a').append("/").append(100, 'b'));
     SetText("filename"_param, host::FromUtf8(name));
     EXPECT_EQ(Filename(), name);
     EXPECT_EQ(host::ToUtf8(effect->filenameField), name.substr(0, 259));
@@ -115,7 +118,7 @@ TEST_F(ParameterAccessor, FilenameIsNormalisedWithoutAnOwner) {
     Interval valid;
     PB2Value v = TextValue("/renders/../shot.psd");
     accessor.Get(v, nullptr, "filename"_param, 0, 0, valid);
-    EXPECT_EQ(Take(v), "/shot.psd");
+    EXPECT_EQ(Take(v), NativePath("/shot.psd"));
     v = TextValue("");
     accessor.Set(v, nullptr, "filename"_param, 0, 0);
     EXPECT_EQ(Take(v), Output("Untitled.psd"));
@@ -125,7 +128,7 @@ TEST_F(ParameterAccessor, AnOwnerOfAnotherClassCountsAsNone) {
     const auto layer = NewLayer();
     PB2Value v = TextValue("/renders/../shot.psd");
     accessor.Set(v, layer.get(), "filename"_param, 0, 0);
-    EXPECT_EQ(Take(v), "/shot.psd");
+    EXPECT_EQ(Take(v), NativePath("/shot.psd"));
     Interval valid;
     v = {};
     v.i = 77;
@@ -270,6 +273,46 @@ TEST_F(ParameterAccessor, OtherChangesOfATableLeaveIt) {
     EXPECT_EQ(Block().Count("layersProduction"_param), 3);
 }
 
+TEST_F(ParameterAccessor, ThePanelDrawsATableOfLayersThatChanged) {
+    RecordingPanel panel;
+    for (const ParamID list : {"layersProduction"_param, "layersSecondary"_param}) {
+        for (const int code : {0, 1, 2, 4, 5}) {
+            accessor.TabChanged(static_cast<tab_changes>(code), nullptr, effect, list, 0, 1);
+            EXPECT_THAT(panel.Take(), testing::ElementsAre("draw elements")) << code;
+        }
+        for (const int code : {-1, 6, 100}) {
+            accessor.TabChanged(static_cast<tab_changes>(code), nullptr, effect, list, 1, 1);
+            EXPECT_THAT(panel.Take(), testing::IsEmpty()) << code;
+        }
+    }
+    accessor.TabChanged(tab_append, nullptr, effect, "objectList"_param, 0, 1);
+    accessor.TabChanged(tab_append, nullptr, nullptr, "layersProduction"_param, 0, 1);
+    EXPECT_THAT(panel.Take(), testing::IsEmpty());
+}
+
+TEST_F(ParameterAccessor, ThePanelMakesItsRowsAnewWithoutALayerThatWasDeleted) {
+    auto first = NewLayer();
+    auto second = NewLayer();
+    for (auto* layer : {first.get(), second.get()})
+        Append("layersProduction"_param, layer);
+    RecordingPanel panel;
+    second.reset();
+    const std::vector<std::string> shown = panel.Take();
+    EXPECT_EQ(std::count(shown.begin(), shown.end(), "element rows"), 1);
+    EXPECT_EQ(Block().Count("layersProduction"_param), 1);
+    first.reset();
+    EXPECT_THAT(panel.Take(), testing::Not(testing::Contains("element rows")))
+        << "the first stays behind";
+}
+
+TEST_F(ParameterAccessor, TheStoredBitDepthIsWhatTheSceneHad) {
+    for (const auto& [stored, depth] : {std::pair{8, 8}, {16, 16}, {32, 16}, {0, 16}}) {
+        Set("legacyBitDepth"_param, stored);
+        EXPECT_EQ(plugin::StoredBitDepth(Block()), depth) << stored;
+        EXPECT_EQ(Block().GetInt("legacyBitDepth"_param), 16) << "by now";
+    }
+}
+
 TEST_F(ParameterAccessor, AnOwnerWithoutItsBlockIsLeftAlone) {
     effect->DeleteReference(0);
     PB2Value v;
@@ -282,7 +325,7 @@ TEST_F(ParameterAccessor, AnOwnerWithoutItsBlockIsLeftAlone) {
     accessor.TabChanged(tab_ref_deleted, nullptr, effect, "layersProduction"_param, 1, 1);
     v = TextValue("/renders/../shot.psd");
     accessor.Set(v, effect, "filename"_param, 0, 0);
-    EXPECT_EQ(Take(v), "/shot.psd");
+    EXPECT_EQ(Take(v), NativePath("/shot.psd"));
 }
 
 }  // namespace

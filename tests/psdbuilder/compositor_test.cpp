@@ -19,7 +19,7 @@ constexpr int alpha = 3;
 constexpr int luminance = 4;
 
 template <class Sample>
-std::vector<Sample> Copy(const Sample* row, std::size_t width) {
+std::vector<Sample> CopyOfRow(const Sample* row, std::size_t width) {
     return {row, row + width};
 }
 
@@ -31,16 +31,16 @@ class CompositorChannel : public testing::Test {
         psdbuilder::AddCompositorLayer(stack->layers, color, color, color, layerAlpha, nullptr);
     }
     std::vector<std::uint8_t> Row8(int channel, int width) {
-        return Copy(CompositorToPSDChannel(stack, channel, width).GetRow8(0),
-                    static_cast<std::size_t>(width));
+        return CopyOfRow(CompositorToPSDChannel(stack, channel, width).GetRow8(0),
+                         static_cast<std::size_t>(width));
     }
     std::vector<std::uint16_t> Row16(int channel, int width) {
-        return Copy(CompositorToPSDChannel(stack, channel, width).GetRow16(0),
-                    static_cast<std::size_t>(width));
+        return CopyOfRow(CompositorToPSDChannel(stack, channel, width).GetRow16(0),
+                         static_cast<std::size_t>(width));
     }
     std::vector<float> Row32(int channel, int width) {
-        return Copy(CompositorToPSDChannel(stack, channel, width).GetRow32(0),
-                    static_cast<std::size_t>(width));
+        return CopyOfRow(CompositorToPSDChannel(stack, channel, width).GetRow32(0),
+                         static_cast<std::size_t>(width));
     }
 
     boost::shared_ptr<Compositor> stack = boost::make_shared<Compositor>();

@@ -28,7 +28,7 @@ using Profile = PSDColorLookupAdjustmentLayerICCProfile;
 // ---- Bytes --------------------------------------------------------------------------------------
 
 // Up to tag A2B0. Both arguments are four bytes: the sizes of the profile and of that tag.
-std::string Head(const std::string& sizeHex, const std::string& lutSizeHex) {
+std::string ProfileHead(const std::string& sizeHex, const std::string& lutSizeHex) {
     const std::string noText = "mluc" + FromHex("00 00 00 00 00 00 00 00 00 00 00 0C");
     const std::string device = std::string(20, '\0') + noText + noText;
     return FromHex(sizeHex) + "ADBE" + FromHex("04 00 00 00") + "linkRGB RGB " +
@@ -85,7 +85,7 @@ CubeLUT EmptyTable(std::size_t points) {
 
 TEST(ColorLookupProfile, WithoutATableIsItsCurveAlone) {
     Profile profile;
-    EXPECT_EQ(ProfileHex(profile), Hex(Head("00 00 02 1C", "00 00 00 50") + "mAB " +
+    EXPECT_EQ(ProfileHex(profile), Hex(ProfileHead("00 00 02 1C", "00 00 00 50") + "mAB " +
                                        FromHex(lutHeader + "00 00 00 00 00 00 00 00") +
                                        Curves("00 00 00 00 00 01 00 00")));
 }
@@ -126,7 +126,7 @@ TEST(ColorLookupProfile, HasTheSRGBCurveInPlaceOfTheGamma) {
     profile.sRGBCurve = true;
     // g 27306.67, a 74522.23, b, c 846725.12, d 205.18, e -3604.48, f
     EXPECT_EQ(ProfileHex(profile),
-              Hex(Head("00 00 02 64", "00 00 00 98") + "mAB " +
+              Hex(ProfileHead("00 00 02 64", "00 00 00 98") + "mAB " +
                   FromHex(lutHeader + "00 00 00 00 00 00 00 00") +
                   Curves("00 04 00 00 00 00 6A AA 00 01 23 1A 00 00 00 00 00 0C EB 85 "
                          "00 00 00 CD FF FF F1 EC 00 00 00 00")));
@@ -151,7 +151,7 @@ TEST(ColorLookupProfile, HoldsATableWithBlueFastest) {
     const std::string noCurve = "curv" + std::string(8, '\0');
     EXPECT_EQ(
         ProfileHex(profile),
-        Hex(Head("00 00 02 84", "00 00 00 B8") + "mAB " +
+        Hex(ProfileHead("00 00 02 84", "00 00 00 B8") + "mAB " +
             FromHex(lutHeader + "00 00 00 50 00 00 00 94") + Curves("00 00 00 00 00 01 00 00") +
             FromHex("02 02 02 00 00 00 00 00 00 00 00 00 00 00 00 00 02 00 00 00") +
             FromHex(points) + noCurve + noCurve + noCurve));

@@ -410,9 +410,9 @@ TEST(CubeLUT, RefusesALineWithoutEnd) {
 }
 
 // Each read but the first `good` fails.
-class BreakingBuffer : public std::stringbuf {
+class BreakingLutBuffer : public std::stringbuf {
   public:
-    BreakingBuffer(const std::string& text, int goodReads)
+    BreakingLutBuffer(const std::string& text, int goodReads)
         : std::stringbuf(text, std::ios::in), good(goodReads) {}
 
   protected:
@@ -432,7 +432,7 @@ TEST(CubeLUT, GivesAReadErrorWhereTheStreamBreaks) {
     }
     for (const int goodReads : {0, 1, 5}) {
         for (const std::ios::iostate thrown : {std::ios::goodbit, std::ios::badbit}) {
-            BreakingBuffer buffer(text, goodReads);
+            BreakingLutBuffer buffer(text, goodReads);
             std::istream stream(&buffer);
             stream.exceptions(thrown);
             CubeLUT lut;
@@ -440,7 +440,7 @@ TEST(CubeLUT, GivesAReadErrorWhereTheStreamBreaks) {
             EXPECT_EQ(lut.status, CubeLUT::ReadError);
         }
     }
-    BreakingBuffer buffer(text, 100);
+    BreakingLutBuffer buffer(text, 100);
     std::istream stream(&buffer);
     CubeLUT lut;
     EXPECT_EQ(lut.LoadCubeFile(stream), CubeLUT::OK);

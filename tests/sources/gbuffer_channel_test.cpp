@@ -12,7 +12,7 @@ using sources::GBufferToPSDChannel;
 using testing::ElementsAre;
 using testing::FloatEq;
 
-constexpr bool keepPremultiplied = true;
+constexpr bool leavePremultiplied = true;
 constexpr bool divideByCoverage = false;
 constexpr int coverageComponent = 3;
 
@@ -159,8 +159,8 @@ TEST_F(GBufferChannel, ShowsColoursWeighedByCoverageAndUncapped) {
     bitmap.SetRows({{{{.realPixel = color, .coverage = UBYTE{255}, .renderID = UWORD{0}}},
                      {{.realPixel = color, .coverage = UBYTE{51}, .renderID = UWORD{65534}}},
                      {}}});
-    EXPECT_THAT(Colors(0, keepPremultiplied), ElementsAre(FloatEq(0.5F), FloatEq(0.1F), 0.0F));
-    EXPECT_THAT(Colors(1, keepPremultiplied), ElementsAre(FloatEq(2.0F), FloatEq(0.4F), 0.0F));
+    EXPECT_THAT(Colors(0, leavePremultiplied), ElementsAre(FloatEq(0.5F), FloatEq(0.1F), 0.0F));
+    EXPECT_THAT(Colors(1, leavePremultiplied), ElementsAre(FloatEq(2.0F), FloatEq(0.4F), 0.0F));
     EXPECT_THAT(Colors(2, divideByCoverage), ElementsAre(FloatEq(0.25F), FloatEq(0.25F), 0.0F));
     EXPECT_THAT(Colors(coverageComponent, divideByCoverage),
                 ElementsAre(1.0F, FloatEq(0.2F), 0.0F));
@@ -174,11 +174,11 @@ TEST_F(GBufferChannel, ShowsColoursWeighedComponentByComponent) {
                        .weight = Color24{255, 128, 0}}}}});
     // 255 * 255 + 128 * 128 of 195075.
     const float coverage = 81409.0F / 195075.0F;
-    EXPECT_THAT(Colors(0, keepPremultiplied), ElementsAre(FloatEq(0.5F)));
-    EXPECT_THAT(Colors(1, keepPremultiplied), ElementsAre(FloatEq(256.0F / 255.0F)));
-    EXPECT_THAT(Colors(2, keepPremultiplied), ElementsAre(0.0F));
+    EXPECT_THAT(Colors(0, leavePremultiplied), ElementsAre(FloatEq(0.5F)));
+    EXPECT_THAT(Colors(1, leavePremultiplied), ElementsAre(FloatEq(256.0F / 255.0F)));
+    EXPECT_THAT(Colors(2, leavePremultiplied), ElementsAre(0.0F));
     EXPECT_THAT(Colors(0, divideByCoverage), ElementsAre(FloatEq(0.5F / coverage)));
-    EXPECT_THAT(Colors(coverageComponent, keepPremultiplied), ElementsAre(FloatEq(coverage)));
+    EXPECT_THAT(Colors(coverageComponent, leavePremultiplied), ElementsAre(FloatEq(coverage)));
 }
 
 TEST_F(GBufferChannel, CoverageOfColoursIsAtMost1AndBelow1LevelDoesntDivide) {
@@ -186,8 +186,8 @@ TEST_F(GBufferChannel, CoverageOfColoursIsAtMost1AndBelow1LevelDoesntDivide) {
     const FakeFragment half{
         .realPixel = MakeRealPixel(1.0F, 1.0F, 1.0F), .coverage = UBYTE{200}, .renderID = UWORD{1}};
     bitmap.SetRows({{{half, half}}});
-    EXPECT_THAT(Colors(coverageComponent, keepPremultiplied), ElementsAre(1.0F));
-    EXPECT_THAT(Colors(0, keepPremultiplied), ElementsAre(FloatEq(400.0F / 255.0F)));
+    EXPECT_THAT(Colors(coverageComponent, leavePremultiplied), ElementsAre(1.0F));
+    EXPECT_THAT(Colors(0, leavePremultiplied), ElementsAre(FloatEq(400.0F / 255.0F)));
     EXPECT_THAT(Colors(0, divideByCoverage), ElementsAre(FloatEq(1.0F)));
     bitmap.gbuffer.channels = BMM_CHAN_WEIGHT | BMM_CHAN_TRANSP;
     // 255, 764 and 765 of weight.
@@ -209,8 +209,8 @@ TEST_F(GBufferChannel, ColoursLeaveTheBackgroundOut) {
     bitmap.SetRows({{{{.realPixel = color, .coverage = UBYTE{255}, .renderID = UWORD{65535}}},
                      {{.realPixel = color, .coverage = UBYTE{255}}},
                      {{.coverage = UBYTE{255}, .renderID = UWORD{1}}}}});
-    EXPECT_THAT(Colors(0, keepPremultiplied), ElementsAre(0.0F, 0.0F, 0.0F));
-    EXPECT_THAT(Colors(coverageComponent, keepPremultiplied), ElementsAre(0.0F, 0.0F, 1.0F));
+    EXPECT_THAT(Colors(0, leavePremultiplied), ElementsAre(0.0F, 0.0F, 0.0F));
+    EXPECT_THAT(Colors(coverageComponent, leavePremultiplied), ElementsAre(0.0F, 0.0F, 1.0F));
 }
 
 TEST_F(GBufferChannel, ColoursAreBlackWithoutWeightsAndCoverageWhileDepthIsNot) {
@@ -244,7 +244,7 @@ TEST_F(GBufferChannel, IsBlackWhereNothingCanBeRead) {
              {BMM_CHAN_MTL_ID, BMM_CHAN_NODE_RENDER_ID, BMM_CHAN_NORMAL, BMM_CHAN_Z}) {
             EXPECT_THAT(Samples8(channel, 0), ElementsAre(0)) << why << " " << channel;
         }
-        EXPECT_THAT(Colors(0, keepPremultiplied), ElementsAre(0.0F)) << why;
+        EXPECT_THAT(Colors(0, leavePremultiplied), ElementsAre(0.0F)) << why;
     };
     bitmap.pixels.hasGBuffer = false;
     expectBlack("no G-Buffer");

@@ -10,10 +10,10 @@ namespace {
 using testing::ElementsAre;
 using testing::FloatEq;
 
-constexpr bool keepPremultiplied = true;
-constexpr bool divideByCoverage = false;
+constexpr bool maskKeepPremultiplied = true;
+constexpr bool maskDivideByCoverage = false;
 constexpr int matte = 3;
-constexpr DWORD weightAndTransparency = BMM_CHAN_WEIGHT | BMM_CHAN_TRANSP;
+constexpr DWORD maskWeightAndTransparency = BMM_CHAN_WEIGHT | BMM_CHAN_TRANSP;
 
 // The fragments with material 1, inside a box that the test gives.
 class MaterialOne : public sources::SpecificGBufferIDToPSDChannel {
@@ -65,11 +65,11 @@ class IDMask : public testing::Test {
   protected:
     IDMask() { bitmap.gbuffer.channels = BMM_CHAN_COVERAGE; }
 
-    std::vector<std::uint8_t> Samples8(int component, bool premultiplied = keepPremultiplied) {
+    std::vector<std::uint8_t> Samples8(int component, bool premultiplied = maskKeepPremultiplied) {
         MaterialOne source(&bitmap, component, premultiplied);
         return Row8(source, bitmap.pixels.width);
     }
-    std::vector<float> Samples32(int component, bool premultiplied = keepPremultiplied) {
+    std::vector<float> Samples32(int component, bool premultiplied = maskKeepPremultiplied) {
         MaterialOne source(&bitmap, component, premultiplied);
         return Row32(source, bitmap.pixels.width);
     }
@@ -95,7 +95,7 @@ TEST_F(IDMask, MatteOfTwoFragmentsIsTheirSumCapped) {
 }
 
 TEST_F(IDMask, MatteByWeightsLeavesOutWhatIsTransparent) {
-    bitmap.gbuffer.channels = weightAndTransparency | BMM_CHAN_COVERAGE;
+    bitmap.gbuffer.channels = maskWeightAndTransparency | BMM_CHAN_COVERAGE;
     // 255 * 255 * 3 / 765; 255 * 255 / 765; (100 * 30 + 50 * 20) / 765 is 5.2.
     bitmap.SetRows({{{Weighing({255, 255, 255}, {0, 0, 0}, {})},
                      {Weighing({255, 255, 255}, {255, 0, 255}, {})},
@@ -132,28 +132,29 @@ TEST_F(IDMask, ColourCanBeDividedByTheCoverage) {
                      {Covering(100, {200, 0, 0}), Covering(100, {11, 0, 0})},
                      {Covering(0, {255, 255, 255})}}});
     // 21100 / 200 is 105.5.
-    EXPECT_THAT(Samples8(0, divideByCoverage), ElementsAre(10, 200, 105, 0));
+    EXPECT_THAT(Samples8(0, maskDivideByCoverage), ElementsAre(10, 200, 105, 0));
 }
 
 TEST_F(IDMask, ColourIsCapped) {
-    bitmap.gbuffer.channels = weightAndTransparency;
+    bitmap.gbuffer.channels = maskWeightAndTransparency;
     // 255 * 200 over a level of 85.
     bitmap.SetRows({{{Weighing({255, 0, 0}, {0, 255, 255}, {200, 0, 0})}}});
-    EXPECT_THAT(Samples8(0, divideByCoverage), ElementsAre(255));
-    EXPECT_THAT(Samples8(0, keepPremultiplied), ElementsAre(200));
+    EXPECT_THAT(Samples8(0, maskDivideByCoverage), ElementsAre(255));
+    EXPECT_THAT(Samples8(0, maskKeepPremultiplied), ElementsAre(200));
     bitmap.gbuffer.channels = BMM_CHAN_COVERAGE;
     bitmap.SetRows({{{Covering(255, {200, 0, 0}), Covering(255, {200, 0, 0})}}});
-    EXPECT_THAT(Samples8(0, keepPremultiplied), ElementsAre(255));
+    EXPECT_THAT(Samples8(0, maskKeepPremultiplied), ElementsAre(255));
 }
 
 TEST_F(IDMask, ColourOfLessThanALevelOfCoverageIsntDivided) {
-    bitmap.gbuffer.channels = weightAndTransparency | BMM_CHAN_REALPIX;
+    bitmap.gbuffer.channels = maskWeightAndTransparency | BMM_CHAN_REALPIX;
     // Weights of 764, which is no level, and 765, which is one; components 4 and 3 of 255.
     bitmap.SetRows({{{Weighing({4, 0, 0}, {64, 255, 255}, {50, 0, 0})},
                      {Weighing({3, 0, 0}, {0, 255, 255}, {50, 0, 0})}}});
-    EXPECT_THAT(Samples8(0, divideByCoverage), ElementsAre(200, 150));
-    EXPECT_THAT(Samples8(0, keepPremultiplied), ElementsAre(0, 0));
-    EXPECT_THAT(Samples32(0, divideByCoverage), ElementsAre(FloatEq(4.0F / 255.0F), FloatEq(3.0F)));
+    EXPECT_THAT(Samples8(0, maskDivideByCoverage), ElementsAre(200, 150));
+    EXPECT_THAT(Samples8(0, maskKeepPremultiplied), ElementsAre(0, 0));
+    EXPECT_THAT(Samples32(0, maskDivideByCoverage),
+                ElementsAre(FloatEq(4.0F / 255.0F), FloatEq(3.0F)));
 }
 
 TEST_F(IDMask, FloatColoursComeFromTheColoursOfHighRange) {
@@ -163,26 +164,26 @@ TEST_F(IDMask, FloatColoursComeFromTheColoursOfHighRange) {
     FakeFragment without = Covering(255, {255, 255, 255});
     bitmap.SetRows({{{fragment}, {fragment, without}, {without}, {Of(2, fragment)}}});
     EXPECT_THAT(Samples32(1), ElementsAre(FloatEq(4.0F), FloatEq(4.0F), 0.0F, 0.0F));
-    EXPECT_THAT(Samples32(1, divideByCoverage),
+    EXPECT_THAT(Samples32(1, maskDivideByCoverage),
                 ElementsAre(FloatEq(20.0F), FloatEq(4.0F / 1.2F), 0.0F, 0.0F));
     EXPECT_THAT(Samples32(matte), ElementsAre(FloatEq(0.2F), 1.0F, 1.0F, 0.0F));
 }
 
 TEST_F(IDMask, FloatColoursAreWeighedComponentByComponent) {
-    bitmap.gbuffer.channels = weightAndTransparency | BMM_CHAN_REALPIX;
+    bitmap.gbuffer.channels = maskWeightAndTransparency | BMM_CHAN_REALPIX;
     // Of (1, 0.5, 4); 255 * 255 + 100 * 100 of weight.
     bitmap.SetRows({{{Weighing({255, 100, 0}, {0, 155, 0}, {})}}});
     const float coverage = 75025.0F / 195075.0F;
     EXPECT_THAT(Samples32(0), ElementsAre(FloatEq(1.0F)));
     EXPECT_THAT(Samples32(1), ElementsAre(FloatEq(50.0F / 255.0F)));
     EXPECT_THAT(Samples32(2), ElementsAre(0.0F));
-    EXPECT_THAT(Samples32(0, divideByCoverage), ElementsAre(FloatEq(1.0F / coverage)));
+    EXPECT_THAT(Samples32(0, maskDivideByCoverage), ElementsAre(FloatEq(1.0F / coverage)));
     EXPECT_THAT(Samples32(matte), ElementsAre(FloatEq(coverage)));
 }
 
 TEST_F(IDMask, LeavesDepthsThatItDoesntHaveToTheWriter) {
     bitmap.SetRows({{{Covering(255)}}});
-    MaterialOne source(&bitmap, matte, keepPremultiplied);
+    MaterialOne source(&bitmap, matte, maskKeepPremultiplied);
     EXPECT_EQ(source.GetRow16(0), nullptr);
     EXPECT_EQ(source.GetRow32(0), nullptr) << "without colours of high range";
     EXPECT_FALSE(source.IsSolid());
@@ -201,7 +202,7 @@ TEST_F(IDMask, FragmentsThatCantBeReadAreLeftOut) {
 TEST_F(IDMask, VisitsTheColumnsOfItsBoxOnly) {
     const FakePixel full = {Covering(255)};
     bitmap.SetRows({{full, full, full, full, full}});
-    MaterialOne source(&bitmap, matte, keepPremultiplied);
+    MaterialOne source(&bitmap, matte, maskKeepPremultiplied);
     source.box = Box(1, 0, 3, 0);
     EXPECT_THAT(Row8(source, 5), ElementsAre(0, 255, 255, 255, 0));
     EXPECT_EQ(bitmap.gbuffer.reader.pixelsStarted, 3);
@@ -211,7 +212,7 @@ TEST_F(IDMask, RowsOutsideItsBoxReadNothing) {
     const FakePixel full = {Covering(255)};
     bitmap.gbuffer.channels |= BMM_CHAN_REALPIX;
     bitmap.SetRows({{full}, {full}, {full}});
-    MaterialOne source(&bitmap, matte, keepPremultiplied);
+    MaterialOne source(&bitmap, matte, maskKeepPremultiplied);
     source.box = Box(0, 1, 0, 1);
     EXPECT_THAT(Row8(source, 1, 0), ElementsAre(0));
     EXPECT_THAT(Row8(source, 1, 2), ElementsAre(0));
@@ -226,7 +227,7 @@ TEST_F(IDMask, RowsOutsideItsBoxReadNothing) {
 TEST_F(IDMask, GivesTheRowThatIsAskedFor) {
     bitmap.gbuffer.channels |= BMM_CHAN_REALPIX;
     bitmap.SetRows({{{Covering(102)}}, {{Covering(51)}}});
-    MaterialOne source(&bitmap, matte, keepPremultiplied);
+    MaterialOne source(&bitmap, matte, maskKeepPremultiplied);
     EXPECT_THAT(Row8(source, 1, 1), ElementsAre(51));
     EXPECT_THAT(Row8(source, 1, 0), ElementsAre(102));
     EXPECT_THAT(Row32(source, 1, 1), ElementsAre(FloatEq(0.2F)));
@@ -236,7 +237,7 @@ TEST_F(IDMask, GivesTheRowThatIsAskedFor) {
 TEST_F(IDMask, ABoxThatReachesBeyondTheImageIsCut) {
     const FakePixel full = {Covering(255)};
     bitmap.SetRows({{full, full}});
-    MaterialOne source(&bitmap, matte, keepPremultiplied);
+    MaterialOne source(&bitmap, matte, maskKeepPremultiplied);
     source.box = Box(-3, -1, 9, 9);
     EXPECT_THAT(Row8(source, 2), ElementsAre(255, 255));
     EXPECT_EQ(bitmap.gbuffer.reader.pixelsStarted, 2);
@@ -255,7 +256,7 @@ TEST_F(IDMask, ALineThatEndsEarlyEndsTheRow) {
 TEST_F(IDMask, TheBoxIsTheWholeImageAndFoundAnewWithEveryPass) {
     bitmap.gbuffer.channels |= BMM_CHAN_REALPIX;
     bitmap.SetRows({{{}, {}, {}}, {{}, {}, {}}});
-    MaterialOne source(&bitmap, matte, keepPremultiplied);
+    MaterialOne source(&bitmap, matte, maskKeepPremultiplied);
     EXPECT_EQ(source.computed, 0);
     EXPECT_EQ(source.Bounds().left, 0);
     EXPECT_EQ(source.Bounds().top, 0);
@@ -302,17 +303,17 @@ TEST_F(IDMask, IsEmptyWhereNothingCanBeRead) {
     bitmap.gbuffer.reader.unreadableLine = 0;
     EXPECT_THAT(Samples8(matte), ElementsAre(0));
     bitmap.hasStorage = false;
-    MaterialOne source(&bitmap, matte, keepPremultiplied);
+    MaterialOne source(&bitmap, matte, maskKeepPremultiplied);
     EXPECT_NE(source.GetRow8(0), nullptr);
     EXPECT_TRUE(source.Bounds().IsEmpty());
 }
 
 TEST_F(IDMask, SumsOfAnyNumberOfFragmentsDontOverflow) {
-    bitmap.gbuffer.channels = weightAndTransparency;
+    bitmap.gbuffer.channels = maskWeightAndTransparency;
     bitmap.SetRows({{FakePixel(40000, Weighing({255, 255, 255}, {0, 0, 0}, {255, 255, 255}))}});
     EXPECT_THAT(Samples8(matte), ElementsAre(255));
-    EXPECT_THAT(Samples8(0, divideByCoverage), ElementsAre(255));
-    EXPECT_THAT(Samples8(0, keepPremultiplied), ElementsAre(255));
+    EXPECT_THAT(Samples8(0, maskDivideByCoverage), ElementsAre(255));
+    EXPECT_THAT(Samples8(0, maskKeepPremultiplied), ElementsAre(255));
 }
 
 }  // namespace

@@ -41,8 +41,8 @@ TEST(PixelRows, DividesByEveryAlphaAsIntegerDivisionDoes) {
             // Where the quotient steps from one integer to the next.
             for (std::uint32_t step = 1; step < 16; ++step) {
                 const std::uint32_t color = step * alpha13 / 8191;
-                for (std::uint32_t near : {color, color + 1}) {
-                    pixels.push_back({0, static_cast<std::uint16_t>(near), 0, alpha});
+                for (std::uint32_t around : {color, color + 1}) {
+                    pixels.push_back({0, static_cast<std::uint16_t>(around), 0, alpha});
                 }
             }
             samples.resize(pixels.size());

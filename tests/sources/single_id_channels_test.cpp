@@ -12,7 +12,7 @@ using sources::SpecificMtlIDToPSDChannel;
 using sources::SpecificNodeIDToPSDChannel;
 using testing::ElementsAre;
 
-constexpr int matte = 3;
+constexpr int matteKind = 3;
 constexpr UWORD background = 65535;
 
 FakeFragment Object(UWORD nodeID, UBYTE mtlID, std::optional<UWORD> renderID) {
@@ -43,11 +43,11 @@ class SingleIDChannels : public testing::Test {
         bounds[id] += IPoint2{right, 0};
     }
     std::vector<std::uint8_t> NodeMatte(UWORD id) {
-        SpecificNodeIDToPSDChannel source(&bitmap, id, matte, true);
+        SpecificNodeIDToPSDChannel source(&bitmap, id, matteKind, true);
         return Row8(source, 5);
     }
     std::vector<std::uint8_t> MtlMatte(UWORD id) {
-        SpecificMtlIDToPSDChannel source(&bitmap, id, matte, true);
+        SpecificMtlIDToPSDChannel source(&bitmap, id, matteKind, true);
         return Row8(source, 5);
     }
 
@@ -70,11 +70,11 @@ TEST_F(SingleIDChannels, AMaterialIDIsNotCutToAByte) {
 }
 
 TEST_F(SingleIDChannels, OfAnIDWithoutAnEntryHaveAnEmptyBoxAndEmptyRows) {
-    SpecificNodeIDToPSDChannel node(&bitmap, 7, matte, true);
+    SpecificNodeIDToPSDChannel node(&bitmap, 7, matteKind, true);
     node.ComputeBounds();
     EXPECT_TRUE(node.Bounds().IsEmpty());
     EXPECT_THAT(Row8(node, 5), ElementsAre(0, 0, 0, 0, 0));
-    SpecificMtlIDToPSDChannel mtl(&bitmap, 7, matte, true);
+    SpecificMtlIDToPSDChannel mtl(&bitmap, 7, matteKind, true);
     mtl.ComputeBounds();
     EXPECT_TRUE(mtl.Bounds().IsEmpty());
     EXPECT_THAT(Row8(mtl, 5), ElementsAre(0, 0, 0, 0, 0));
@@ -82,12 +82,12 @@ TEST_F(SingleIDChannels, OfAnIDWithoutAnEntryHaveAnEmptyBoxAndEmptyRows) {
 }
 
 TEST_F(SingleIDChannels, FindTheirBoxInTheTableOfTheirKind) {
-    SpecificNodeIDToPSDChannel node(&bitmap, 0, matte, true);
+    SpecificNodeIDToPSDChannel node(&bitmap, 0, matteKind, true);
     node.ComputeBounds();
     EXPECT_EQ(node.Bounds().left, 1);
     EXPECT_EQ(node.Bounds().right, 2);
     Widen(sources::mtlIDBounds, 2, 0, 4);
-    SpecificMtlIDToPSDChannel mtl(&bitmap, 2, matte, true);
+    SpecificMtlIDToPSDChannel mtl(&bitmap, 2, matteKind, true);
     mtl.ComputeBounds();
     EXPECT_EQ(mtl.Bounds().left, 0);
     EXPECT_EQ(mtl.Bounds().right, 4);

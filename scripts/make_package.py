@@ -1,0 +1,108 @@
+#!/usr/bin/python3
+"""Makes the application package: a zip with the plug-in, its help and PackageContents.xml.
+
+    scripts/make_package.py [--build build/windows] [--output build/windows/veltrane-VERSION.zip]
+
+What is in it goes into a folder that the application searches for plug-ins. The help is made of the
+pages in docs/ with Free Pascal's chmcmd. The same files give the same zip.
+"""
+import argparse
+import html
+import pathlib
+import re
+import shutil
+import subprocess
+import tempfile
+import zipfile
+
+import markdown
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+# In the order of the table of contents. The first is what opens.
+PAGES = ("passes", "colour", "parameters", "scene-file", "scene-data")
+# The time of every file in the zip; a zip knows none before.
+EPOCH = (1980, 1, 1, 0, 0, 0)
+
+PAGE = """<!DOCTYPE html PUBLIC "-//W3C//DTD HTML 4.01//EN">
+<html><head><meta http-equiv="Content-Type" content="text/html; charset=utf-8">
+<title>{title}</title>
+<style>body {{ font: 10pt sans-serif; margin: 1.5em; max-width: 50em }}
+table {{ border-collapse: collapse }} td, th {{ border: 1px solid #999; padding: 2px 6px;
+text-align: left; vertical-align: top }} pre {{ background: #eee; padding: 0.5em }}
+img {{ max-width: 100% }}</style></head>
+<body>{body}</body></html>
+"""
+
+PROJECT = """[OPTIONS]
+Compiled file=veltrane.chm
+Contents file=contents.hhc
+Default topic={first}.html
+Full-text search=Yes
+Language=0x409 English (United States)
+Title=veltrane
+
+[FILES]
+{files}
+"""
+
+ENTRY = """<LI><OBJECT type="text/sitemap"><param name="Name" value="{title}">
+<param name="Local" value="{page}.html"></OBJECT>"""
+
+
+def version():
+    found = re.search(r"project\(veltrane VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())
+    return found.group(1)
+
+
+def make_help(folder):
+    """The help file, made in `folder`."""
+    titles = {}
+    images = set()
+    for page in PAGES:
+        text = (ROOT / "docs" / f"{page}.md").read_text(encoding="utf-8")
+        titles[page] = re.match(r"# (.*)", text).group(1)
+        images |= set(re.findall(r"\]\((images/[^)]+)\)", text))
+        body = markdown.markdown(text, extensions=["tables", "fenced_code", "toc"])
+        body = re.sub(r'href="([\w-]+)\.md', r'href="\1.html', body)
+        (folder / f"{page}.html").write_text(
+            PAGE.format(title=html.escape(titles[page]), body=body), encoding="utf-8")
+    for image in sorted(images):
+        (folder / image).parent.mkdir(exist_ok=True)
+        shutil.copy(ROOT / "docs" / image, folder / image)
+    entries = [ENTRY.format(title=html.escape(titles[page]), page=page) for page in PAGES]
+    (folder / "contents.hhc").write_text("<HTML><BODY><UL>\n" + "\n".join(entries) +
+                                         "\n</UL></BODY></HTML>\n", encoding="utf-8")
+    files = [f"{page}.html" for page in PAGES] + sorted(images)
+    (folder / "veltrane.hhp").write_text(
+        PROJECT.format(first=PAGES[0], files="\n".join(files)), encoding="utf-8")
+    subprocess.run(["chmcmd", "--verbosity", "1", "veltrane.hhp"], cwd=folder, check=True,
+                   stdout=subprocess.DEVNULL)
+    made = folder / "veltrane.chm"
+    if made.read_bytes()[:4] != b"ITSF":
+        raise SystemExit("make_package: chmcmd made no help file")
+    return made
+
+
+def main():
+    options = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    options.add_argument("--build", type=pathlib.Path, default=ROOT / "build" / "windows")
+    options.add_argument("--output", type=pathlib.Path)
+    arguments = options.parse_args()
+    output = arguments.output or arguments.build / f"veltrane-{version()}.zip"
+    library = arguments.build / "bin" / "veltrane.dlv"
+    if not library.is_file():
+        raise SystemExit(f"make_package: {library} is not there; build the preset \"windows\" first")
+    contents = (ROOT / "ui" / "PackageContents.xml.in").read_text(encoding="utf-8")
+    with tempfile.TemporaryDirectory() as place:
+        files = {
+            "veltrane/PackageContents.xml": contents.replace("@VERSION@", version()).encode(),
+            "veltrane/Contents/veltrane.dlv": library.read_bytes(),
+            "veltrane/Contents/veltrane.chm": make_help(pathlib.Path(place)).read_bytes(),
+        }
+    with zipfile.ZipFile(output, "w", zipfile.ZIP_DEFLATED) as package:
+        for name, data in files.items():
+            package.writestr(zipfile.ZipInfo(name, EPOCH), data, zipfile.ZIP_DEFLATED)
+    print(f"{output}: {', '.join(files)}")
+
+
+main()

@@ -1,0 +1,44 @@
+// A panel that writes down what it is told to show.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "plugin/block_changes.h"
+
+class RecordingPanel final : public plugin::EffectPanel {
+  public:
+    RecordingPanel() { plugin::PanelOpened(*this); }
+    ~RecordingPanel() { plugin::PanelClosed(*this); }
+    RecordingPanel(const RecordingPanel&) = delete;
+    RecordingPanel& operator=(const RecordingPanel&) = delete;
+
+    void UpdateFileNameField() override { Record("file name"); }
+    void UpdateFormatEnabling() override { Record("format"); }
+    void UpdateDepthControls() override { Record("depth"); }
+    void EnableNonClampedColorControl() override { Record("1061"); }
+    void OfferFrameBufferChange() override { Record("frame buffer?"); }
+    void RedrawRenderElements() override { Record("draw elements"); }
+    void RefreshRenderElementRows() override { Record("element rows"); }
+    void UpdateLayerControls() override { Record("layer"); }
+    void FillBlendingModes() override { Record("blending modes"); }
+    void EnableRenderElementControls() override { Record("elements"); }
+    void EnableLayerSetMaskControl() override { Record("1186"); }
+    void RefreshObjectIDControls() override { Record("object IDs"); }
+    void RefreshMaterialIDControls() override { Record("material IDs"); }
+    void RefreshObjectControls() override { Record("objects"); }
+    void RefreshSceneLayerControls() override { Record("scene layers"); }
+    void RefreshSelectionSetControls() override { Record("selection sets"); }
+    void RedrawSelectionSets() override { Record("draw selection sets"); }
+
+    std::vector<std::string> Take() { return std::exchange(shown, {}); }
+    void Record(const std::string& what) {
+        shown.push_back(what);
+        if (onRecord) onRecord(what);
+    }
+
+    std::vector<std::string> shown;
+    std::function<void(const std::string&)> onRecord;
+};
