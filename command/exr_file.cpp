@@ -27,8 +27,6 @@
 namespace command {
 namespace {
 
-constexpr std::size_t components = 4;
-
 void CheckSize(const std::string& path, const Window& window, const char* what) {
     if (window.Width() <= largestSide && window.Height() <= largestSide) return;
     throw InputError(path + ": the " + what + " is " + std::to_string(window.Width()) + "x" +
@@ -42,7 +40,7 @@ void CheckSizes(const std::string& path, const Window& displayWindow, const Wind
 }
 
 // The beauty's channels in the order red, green, blue, alpha; nothing for those it lacks.
-std::array<const Channel*, components> ChannelsOf(const Layer& layer, const Beauty& beauty) {
+std::array<const Channel*, rgbaComponents> ChannelsOf(const Layer& layer, const Beauty& beauty) {
     const auto find = [&](const std::string& name) -> const Channel* {
         for (const Channel& channel : layer.channels) {
             if (!name.empty() && channel.name == name) return &channel;
@@ -204,9 +202,9 @@ class ExrFile : public RenderFile {
         }
         PictureBuilder builder(std::move(shape), halfs);
         ReadRows(layer.part, refs, [&](int, std::span<const ChannelRow> given) {
-            std::array<ChannelRow, components> rows{};
+            std::array<ChannelRow, rgbaComponents> rows{};
             auto next = given.begin();
-            for (std::size_t i = 0; i < components; ++i) {
+            for (std::size_t i = 0; i < rgbaComponents; ++i) {
                 if (channels[i]) rows[i] = *next++;
             }
             builder.Append(rows);
@@ -219,12 +217,12 @@ class ExrFile : public RenderFile {
         // Samples that differ by their ids alone give the same picture merged.
         channels.ids.clear();
         const auto width = static_cast<std::size_t>(shape.width);
-        std::vector<float> pixels(width * components);
+        std::vector<float> pixels(width * rgbaComponents);
         PictureBuilder builder(std::move(shape), false);
         ReadDeepRows(channels.part, channels, [&](int, const DeepRow& row) {
             for (std::size_t x = 0; x < width; ++x) {
-                const std::array<float, components> pixel = Flatten(row.Pixel(x));
-                std::copy(pixel.begin(), pixel.end(), pixels.data() + x * components);
+                const std::array<float, rgbaComponents> pixel = Flatten(row.Pixel(x));
+                std::copy(pixel.begin(), pixel.end(), pixels.data() + x * rgbaComponents);
             }
             builder.Append(pixels, 0);
         });

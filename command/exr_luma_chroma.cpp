@@ -11,7 +11,6 @@
 namespace command {
 namespace {
 
-constexpr std::size_t components = 4;
 // Bytes of rows that are read at a time.
 constexpr std::size_t blockBytes = std::size_t{1} << 20;
 
@@ -19,7 +18,7 @@ constexpr std::size_t blockBytes = std::size_t{1} << 20;
 
 void ReadLumaChromaRows(Imf::IStream& stream, const std::string& layer, const Part& part,
                         PictureBuilder& picture) {
-    static_assert(sizeof(Imf::Rgba) == components * sizeof(std::uint16_t));
+    static_assert(sizeof(Imf::Rgba) == rgbaComponents * sizeof(std::uint16_t));
     Imf::RgbaInputFile input(stream, layer, 0);
     const Window& data = part.dataWindow;
     const Window& frame = part.displayWindow;
@@ -31,7 +30,7 @@ void ReadLumaChromaRows(Imf::IStream& stream, const std::string& layer, const Pa
         static_cast<int>(std::max<std::size_t>(1, blockBytes / (width * sizeof(Imf::Rgba))));
     std::vector<Imf::Rgba> block(count > 0 ? static_cast<std::size_t>(rowsAtOnce) * width : 0);
     std::vector<std::uint16_t> line(static_cast<std::size_t>(std::max<std::int64_t>(0, count)) *
-                                    components);
+                                    rgbaComponents);
     int first = 0;
     int last = frame.top - 1;
     for (int row = frame.top; row <= frame.bottom; ++row) {

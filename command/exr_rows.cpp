@@ -13,7 +13,7 @@ namespace command {
 namespace {
 
 // Bytes of rows that are held at a time: they stay in the processor's cache.
-constexpr std::size_t blockBytes = std::size_t{1} << 20;
+constexpr std::size_t rowBlockBytes = std::size_t{1} << 20;
 
 }  // namespace
 
@@ -40,7 +40,7 @@ ExrRows::ExrRows(Imf::MultiPartInputFile& file, std::size_t part, const Window& 
     left = std::min(frame.left, data.left);
     stride = static_cast<std::size_t>(std::int64_t{std::max(frame.right, data.right)} - left + 1);
     const auto rows = static_cast<std::size_t>(std::min(frame.Height(), data.Height()));
-    const std::size_t fitting = std::max<std::size_t>(1, blockBytes / (stride * pixelBytes));
+    const std::size_t fitting = std::max<std::size_t>(1, rowBlockBytes / (stride * pixelBytes));
     rowsAtOnce = static_cast<int>(std::min(rows, fitting));
     for (Plane& plane : planes) {
         plane.samples.resize(stride * plane.sampleBytes * static_cast<std::size_t>(rowsAtOnce));

@@ -17,7 +17,6 @@
 namespace command {
 namespace {
 
-constexpr std::size_t components = 4;
 // Bytes of rows as the file has them that are held at a time.
 constexpr std::size_t blockBytes = std::size_t{1} << 20;
 
@@ -51,7 +50,7 @@ struct Output {
     bool isColor = false;
     float otherwise = 0.0F;
 };
-using Outputs = std::array<Output, components>;
+using Outputs = std::array<Output, rgbaComponents>;
 
 // Rows of the file's own values to linear, premultiplied floats.
 class RowDecoder {
@@ -110,11 +109,11 @@ class RowDecoder {
 
     template <class Value>
     void DecodeRow(const Value* row, float largest, std::size_t pixels, float* out) const {
-        for (std::size_t x = 0; x < pixels; ++x, row += channels, out += components) {
+        for (std::size_t x = 0; x < pixels; ++x, row += channels, out += rgbaComponents) {
             const float opacity =
                 alpha < 0 ? 1.0F
                           : static_cast<float>(row[static_cast<std::size_t>(alpha)]) / largest;
-            for (std::size_t i = 0; i < components; ++i) {
+            for (std::size_t i = 0; i < rgbaComponents; ++i) {
                 const Output& output = outputs[i];
                 if (output.index < 0) {
                     out[i] = output.otherwise;
@@ -167,7 +166,7 @@ class ImageFile : public RenderFile {
             CheckSize();
             for (std::size_t i = 0; i < channels.size();) {
                 std::size_t count = 1;
-                while (count < components && i + count < channels.size() &&
+                while (count < rgbaComponents && i + count < channels.size() &&
                        channels[i + count].layer == channels[i].layer) {
                     ++count;
                 }
@@ -291,10 +290,10 @@ class ImageFile : public RenderFile {
             for (std::size_t i = 0; i < places.size(); ++i) {
                 const Picture& picture = pictures[places[i].picture];
                 const float* pixels = std::get<std::vector<float>>(picture.components).data() +
-                                      static_cast<std::size_t>(y) * width * components +
+                                      static_cast<std::size_t>(y) * width * rgbaComponents +
                                       places[i].component;
                 for (std::size_t x = 0; x < width; ++x)
-                    samples[i][x] = pixels[x * components];
+                    samples[i][x] = pixels[x * rgbaComponents];
             }
             consumer(y, rows);
         }
@@ -310,13 +309,13 @@ class ImageFile : public RenderFile {
         std::vector<unsigned char> block(rowBytes * rowsAtOnce);
         auto& out = picture.components.emplace<std::vector<float>>();
         // Address space only: pages are taken as rows are appended.
-        out.reserve(width * height * components);
+        out.reserve(width * height * rgbaComponents);
         for (std::size_t first = 0; first < height; first += rowsAtOnce) {
             const std::size_t last = std::min(height, first + rowsAtOnce);
             decoder->ReadRows(static_cast<int>(first), static_cast<int>(last), block.data());
             for (std::size_t row = first; row < last; ++row) {
                 const std::size_t start = out.size();
-                out.resize(start + width * components);
+                out.resize(start + width * rgbaComponents);
                 rowDecoder.Decode(block.data() + (row - first) * rowBytes, width,
                                   out.data() + start);
             }

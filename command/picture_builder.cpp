@@ -10,21 +10,21 @@
 namespace command {
 namespace {
 
-constexpr std::size_t components = 4;
 constexpr std::uint16_t halfOne = 0x3c00;
 
 // For the vectoriser.
 template <class Value>
-void Interleave(const std::array<const Value*, components>& from, std::size_t count, Value* to) {
+void Interleave(const std::array<const Value*, rgbaComponents>& from, std::size_t count,
+                Value* to) {
     const Value* red = from[0];
     const Value* green = from[1];
     const Value* blue = from[2];
     const Value* alpha = from[3];
     for (std::size_t x = 0; x < count; ++x) {
-        to[components * x] = red[x];
-        to[components * x + 1] = green[x];
-        to[components * x + 2] = blue[x];
-        to[components * x + 3] = alpha[x];
+        to[rgbaComponents * x] = red[x];
+        to[rgbaComponents * x + 1] = green[x];
+        to[rgbaComponents * x + 2] = blue[x];
+        to[rgbaComponents * x + 3] = alpha[x];
     }
 }
 
@@ -46,7 +46,7 @@ void Convert(const ChannelRow& row, std::size_t width, float* to) {
 PictureBuilder::PictureBuilder(Picture shape, bool halfs)
     : picture(std::move(shape)), width(static_cast<std::size_t>(picture.width)) {
     // Address space only: pages are taken as rows are appended.
-    const std::size_t values = width * static_cast<std::size_t>(picture.height) * components;
+    const std::size_t values = width * static_cast<std::size_t>(picture.height) * rgbaComponents;
     if (halfs) {
         halfZeros.resize(width);
         halfOnes.resize(width, halfOne);
@@ -61,23 +61,23 @@ PictureBuilder::PictureBuilder(Picture shape, bool halfs)
 void PictureBuilder::Append(const std::array<ChannelRow, 4>& rows) {
     const ChannelRow& span = rows[0];
     if (picture.components.index() == 0) {
-        std::array<const std::uint16_t*, components> samples{};
-        for (std::size_t i = 0; i < components; ++i) {
-            const auto& missing = i == components - 1 ? halfOnes : halfZeros;
+        std::array<const std::uint16_t*, rgbaComponents> samples{};
+        for (std::size_t i = 0; i < rgbaComponents; ++i) {
+            const auto& missing = i == rgbaComponents - 1 ? halfOnes : halfZeros;
             samples[i] = rows[i].samples ? static_cast<const std::uint16_t*>(rows[i].samples)
                                          : missing.data();
         }
         AppendChannels(samples, span.first, span.count);
         return;
     }
-    std::array<const float*, components> samples{};
-    for (std::size_t i = 0; i < components; ++i)
+    std::array<const float*, rgbaComponents> samples{};
+    for (std::size_t i = 0; i < rgbaComponents; ++i)
         samples[i] = Floats(rows[i], i);
     AppendChannels(samples, span.first, span.count);
 }
 
 const float* PictureBuilder::Floats(const ChannelRow& row, std::size_t component) {
-    if (!row.samples) return component == components - 1 ? ones.data() : zeros.data();
+    if (!row.samples) return component == rgbaComponents - 1 ? ones.data() : zeros.data();
     if (row.type == SampleType::Float) return static_cast<const float*>(row.samples);
     converted[component].resize(width);
     Convert(row, width, converted[component].data());
@@ -87,24 +87,24 @@ const float* PictureBuilder::Floats(const ChannelRow& row, std::size_t component
 template <class Value>
 Value* PictureBuilder::AppendEmptyRow() {
     auto& out = std::get<std::vector<Value>>(picture.components);
-    out.resize(out.size() + width * components);
-    return out.data() + out.size() - width * components;
+    out.resize(out.size() + width * rgbaComponents);
+    return out.data() + out.size() - width * rgbaComponents;
 }
 
 template <class Value>
-void PictureBuilder::AppendChannels(const std::array<const Value*, components>& samples, int first,
-                                    int count) {
-    std::array<const Value*, components> covered{};
-    for (std::size_t i = 0; i < components; ++i)
+void PictureBuilder::AppendChannels(const std::array<const Value*, rgbaComponents>& samples,
+                                    int first, int count) {
+    std::array<const Value*, rgbaComponents> covered{};
+    for (std::size_t i = 0; i < rgbaComponents; ++i)
         covered[i] = samples[i] + first;
-    Value* to = AppendEmptyRow<Value>() + static_cast<std::size_t>(first) * components;
+    Value* to = AppendEmptyRow<Value>() + static_cast<std::size_t>(first) * rgbaComponents;
     Interleave(covered, static_cast<std::size_t>(count), to);
-    picture.notFinite += MakeFinite(to, static_cast<std::size_t>(count) * components);
+    picture.notFinite += MakeFinite(to, static_cast<std::size_t>(count) * rgbaComponents);
 }
 
 template <class Value>
 void PictureBuilder::AppendPixels(std::span<const Value> values, int first) {
-    Value* to = AppendEmptyRow<Value>() + static_cast<std::size_t>(first) * components;
+    Value* to = AppendEmptyRow<Value>() + static_cast<std::size_t>(first) * rgbaComponents;
     std::copy(values.begin(), values.end(), to);
     picture.notFinite += MakeFinite(to, values.size());
 }

@@ -19,6 +19,9 @@ namespace command {
 // Pixels a side that a document of the effect can have.
 constexpr int largestSide = 65535;
 
+// Samples of a pixel with red, green, blue and alpha.
+constexpr std::size_t rgbaComponents = 4;
+
 enum class SampleType : std::uint8_t { Half, Float, Unsigned32, Unsigned16, Unsigned8 };
 
 // Pixels, both ends included.

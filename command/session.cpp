@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "command/apply_parameters.h"
+#include "command/effect_library.h"
 #include "command/failure.h"
 #include "command/native_path.h"
 #include "host/application.h"
@@ -44,7 +45,7 @@ host::BuiltScene SetUpScene(const SceneDescription& scene) {
 }
 
 bool SavesDocuments(Effect& effect) {
-    return effect.ClassID() == LibClassDesc(0)->ClassID();
+    return effect.ClassID() == effectLibrary.classDesc(0)->ClassID();
 }
 
 // The scene's effect that is to save the document; null when it has none at all.
@@ -71,7 +72,7 @@ Effect* FindEffect(const SceneDescription& scene, const host::BuiltScene& built)
 }
 
 Effect& NewEffect() {
-    ClassDesc* wanted = LibClassDesc(0);
+    ClassDesc* wanted = effectLibrary.classDesc(0);
     host::Application& app = host::App();
     auto* effect =
         static_cast<Effect*>(app.classes.CreateInstance(wanted->SuperClassID(), wanted->ClassID()));
@@ -114,7 +115,8 @@ Session::Cleared::~Cleared() {
 }
 
 Session::Session(const SaveArguments& arguments, const SavePlan& plan,
-                 std::vector<Setting> settings, const SceneDescription* scene, Class_ID renderer)
+                 const std::vector<Setting>& settings, const SceneDescription* scene,
+                 Class_ID renderer)
     : look(arguments.lut.empty() ? nullptr : std::make_unique<Look>(arguments.lut)) {
     plugin::Attach();
     host::Application& app = host::App();
@@ -125,8 +127,8 @@ Session::Session(const SaveArguments& arguments, const SavePlan& plan,
     gammaMgr.dithTrue = FALSE;
     gammaMgr.enable = arguments.gamma ? TRUE : FALSE;
     if (arguments.gamma) gammaMgr.SetFileOutGamma(*arguments.gamma);
-    for (int i = 0; i < LibNumberClasses(); ++i)
-        app.classes.Add(LibClassDesc(i));
+    for (int i = 0; i < effectLibrary.numberClasses(); ++i)
+        app.classes.Add(effectLibrary.classDesc(i));
     // The effect finds the scene's selection sets when it is made.
     host::BuiltScene built = scene ? SetUpScene(*scene) : host::BuiltScene();
     nodes = std::move(built.nodes);

@@ -30,8 +30,8 @@ class Session {
     // `renderer` is the class of the renderer that made the frames; Class_ID() for none that
     // effects know. Throws InputError for the file of --lut, and for a scene whose objects can't be
     // made or whose effects leave open which one saves the document.
-    Session(const SaveArguments& arguments, const SavePlan& plan, std::vector<Setting> settings,
-            const SceneDescription* scene, Class_ID renderer);
+    Session(const SaveArguments& arguments, const SavePlan& plan,
+            const std::vector<Setting>& settings, const SceneDescription* scene, Class_ID renderer);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
     ~Session() = default;

@@ -1,6 +1,7 @@
 #include "command/sidecar_file.h"
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <ios>
@@ -15,12 +16,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
+fs::path PathOf(const std::string& name) {
+    try {
+        return Native(name);
+    } catch (const std::exception&) {
+        // No text, and so the name of no file where names are text.
+        throw InputError("is missing");
+    }
+}
+
 void CheckName(const std::string& name) {
     if (name.empty()) throw InputError("has no name");
     if (name.find('\\') != std::string::npos) {
         throw InputError("has a backslash in its name; the name must be a path with slashes");
     }
-    const fs::path path = Native(name);
+    const fs::path path = PathOf(name);
     const bool hasDrive = name.size() > 1 && name[1] == ':';
     if (path.is_absolute() || path.has_root_path() || hasDrive) {
         throw InputError("is named by an absolute path; it must stand in the image's folder");
@@ -45,7 +55,7 @@ std::string ReadSidecar(const std::string& imagePath, const std::string& name) {
     const fs::path parent = Native(imagePath).parent_path();
     const fs::path folder = WithoutLinks(parent.empty() ? fs::path(".") : parent, fault);
     if (fault) throw InputError("is missing");
-    const fs::path file = WithoutLinks(folder / Native(name), fault);
+    const fs::path file = WithoutLinks(folder / PathOf(name), fault);
     if (fault == std::errc::permission_denied) throw InputError("can't be read");
     if (fault) throw InputError("is missing");
     if (!IsInside(folder, file)) {

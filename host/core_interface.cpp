@@ -1,6 +1,7 @@
 #include "host/core_interface.h"
 
 #include "host/application.h"
+#include "host/render_settings_edit.h"
 #include "host/target_lifetime.h"
 
 namespace host {
@@ -69,7 +70,8 @@ BOOL CoreInterface::GetRendSaveFile() {
     return App().settings.render.saveFile;
 }
 void CoreInterface::SetRendSaveFile(BOOL on) {
-    App().settings.render.saveFile = on;
+    if (App().settings.render.saveFile == on) return;
+    EditRenderSettings([on](RenderSettings& settings) { settings.saveFile = on; });
 }
 BOOL CoreInterface::GetRendEffects() {
     return App().settings.render.effects;

@@ -179,7 +179,7 @@ void MergeScene(const std::string& path) {
 
 void SaveScene(const std::string& path) {
     const FileProcess process(NOTIFY_FILE_PRE_SAVE_PROCESS, NOTIFY_FILE_POST_SAVE_PROCESS, path);
-    ReplaceFile(path, SceneText(path));
+    ReplaceWholeFile(path, SceneText(path));
     Settings& settings = App().settings;
     settings.sceneFileName = NameWithoutFolder(path);
     settings.saveRequired = false;

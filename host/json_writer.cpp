@@ -15,7 +15,8 @@ namespace {
 
 // A whole number would lose the sign of zero.
 std::string WithSignOfZero(std::string text) {
-    return text == "-0" ? "-0.0" : text;
+    if (text == "-0") text = "-0.0";
+    return text;
 }
 
 }  // namespace

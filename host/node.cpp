@@ -160,6 +160,8 @@ void Node::SetUserProperties(const MSTR& text) {
 
 bool Node::MayHangBelow(const Node* parent) const {
     if (parent && (&parent->scene_ != &scene_ || !parent->inScene_)) return false;
+    // Nothing hangs below a node that is new, however deep the scene is.
+    if (children_.empty()) return parent != this;
     for (; parent; parent = parent->parent_) {
         if (parent == this) return false;
     }

@@ -124,7 +124,8 @@ class Scene {
     SelectionSet* FindSet(const MSTR& name);
     std::size_t TakeSet(const SelectionSet& set);
     void PutSet(std::size_t place, SelectionSet set);
-    void EditSet(const MSTR& name, std::vector<Node*> nodes);
+    // A set of that name gets these nodes.
+    void EditSet(const SelectionSet& edited);
     void TellOfSet(int code, const MSTR& name) const;
 
     std::unique_ptr<RootNode> root_;

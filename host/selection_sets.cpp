@@ -99,9 +99,9 @@ class SetNodesRestore final : public RestoreObj {
         Scene& scene = App().scene;
         const SelectionSet* set = scene.FindSet(name_);
         if (!set) return;
-        const std::vector<Node*> nodes = other_.InScene();
+        const SelectionSet edited{name_, other_.InScene()};
         other_ = HeldNodes(set->nodes);
-        scene.EditSet(name_, nodes);
+        scene.EditSet(edited);
     }
 
     MSTR name_;
@@ -144,13 +144,13 @@ void Scene::PutSet(std::size_t place, SelectionSet set) {
     sets_.insert(sets_.begin() + at, std::move(set));
 }
 
-void Scene::EditSet(const MSTR& name, std::vector<Node*> nodes) {
+void Scene::EditSet(const SelectionSet& edited) {
     Tell(NOTIFY_NAMED_SEL_SET_PRE_MODIFY);
     std::size_t place = sets_.size();
-    if (const SelectionSet* set = FindSet(name)) place = TakeSet(*set);
-    TellOfSet(NOTIFY_NAMED_SEL_SET_DELETED, name);
-    PutSet(place, {name, std::move(nodes)});
-    TellOfSet(NOTIFY_NAMED_SEL_SET_CREATED, name);
+    if (const SelectionSet* set = FindSet(edited.name)) place = TakeSet(*set);
+    TellOfSet(NOTIFY_NAMED_SEL_SET_DELETED, edited.name);
+    PutSet(place, edited);
+    TellOfSet(NOTIFY_NAMED_SEL_SET_CREATED, edited.name);
     Tell(NOTIFY_NAMED_SEL_SET_POST_MODIFY);
 }
 
@@ -162,17 +162,17 @@ void Scene::AddSelectionSet(const MSTR& name, const std::vector<Node*>& nodes) {
             members.push_back(node);
         }
     }
-    // The name may be that of a set that goes.
-    const MSTR made = name;
+    // The name that was given may be that of a set that goes.
+    const SelectionSet made{name, std::move(members)};
     const bool records = Records();
     std::unique_ptr<RestoreObj> undo;
-    if (const SelectionSet* old = FindSet(made)) {
+    if (const SelectionSet* old = FindSet(made.name)) {
         if (records) undo = std::make_unique<SetNodesRestore>(*old);
-        EditSet(made, std::move(members));
+        EditSet(made);
     } else {
-        if (records) undo = SetPresenceRestore::OfComing(made);
-        PutSet(sets_.size(), {made, std::move(members)});
-        TellOfSet(NOTIFY_NAMED_SEL_SET_CREATED, made);
+        if (records) undo = SetPresenceRestore::OfComing(made.name);
+        PutSet(sets_.size(), made);
+        TellOfSet(NOTIFY_NAMED_SEL_SET_CREATED, made.name);
     }
     if (undo) theHold.Put(undo.release());
 }
@@ -184,10 +184,9 @@ bool Scene::RenameSelectionSet(const MSTR& name, const MSTR& newName) {
     }
     const bool records = Records();
     const MSTR oldName = std::exchange(set->name, newName);
-    const MSTR now = newName;
-    NameChange change{oldName.data(), now.data()};
+    NameChange change{oldName.data(), newName.data()};
     Tell(NOTIFY_NAMED_SEL_SET_RENAMED, &change);
-    if (records) theHold.Put(new SetNameRestore(oldName, now));
+    if (records) theHold.Put(new SetNameRestore(oldName, newName));
     return true;
 }
 

@@ -96,7 +96,7 @@ std::string TemporaryName() {
 
 }  // namespace
 
-void ReplaceFile(const std::string& path, std::string_view bytes) {
+void ReplaceWholeFile(const std::string& path, std::string_view bytes) {
     const fs::path file = FollowLinks(path, Native(path));
     if (!file.has_filename()) Fail(path, std::errc::is_a_directory);
     CheckOldFile(path, file);

@@ -14,6 +14,6 @@ namespace host {
 // What a symbolic link at `path` points to is replaced, not the link. The new file has the old
 // one's permissions where the system has such, but other hard links keep the old content. Files
 // that are read-only are refused, and so is what is no file (folders, devices, pipes).
-void ReplaceFile(const std::string& path, std::string_view bytes);
+void ReplaceWholeFile(const std::string& path, std::string_view bytes);
 
 }  // namespace host

@@ -19,7 +19,7 @@ import markdown
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 # In the order of the table of contents. The first is what opens.
-PAGES = ("passes", "colour", "parameters", "scene-file", "scene-data")
+PAGES = ("passes", "colour", "parameters", "configuration", "scene-file", "scene-data")
 # The time of every file in the zip; a zip knows none before.
 EPOCH = (1980, 1, 1, 0, 0, 0)
 

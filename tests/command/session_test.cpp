@@ -25,7 +25,7 @@ struct SessionTest : FolderTest {
         std::vector<Setting> settings;
         for (const std::string& text : texts)
             settings.push_back(ParseSetting(text, plugin::EffectParameters()));
-        return {arguments, plan, std::move(settings), scene ? &*scene : nullptr, renderer};
+        return {arguments, plan, settings, scene ? &*scene : nullptr, renderer};
     }
     void UseScene(const std::string& members) {
         scene = ParseScene("a.json", R"({"veltrane": 1, )" + members + "}");

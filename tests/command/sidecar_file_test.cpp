@@ -51,6 +51,7 @@ TEST_F(Sidecar, IsRefusedOutsideOfTheFolder) {
 TEST_F(Sidecar, TellsWhatIsNoFile) {
     EXPECT_EQ(Fault("b.json"), "is missing");
     EXPECT_EQ(Fault("names"), "is no file");
+    EXPECT_EQ(Fault("\xff.json"), "is missing") << "a name that is no text";
     EXPECT_EQ(FaultText<InputError>([&] { ReadSidecar("/no/such/folder/a.exr", "a.json"); }),
               "is missing");
 }

@@ -15,7 +15,7 @@ namespace command {
 namespace {
 
 using image_samples::ExtraSample;
-using image_samples::Image;
+
 using testing::ElementsAre;
 
 // What an sRGB value of so many bits is in linear light.
@@ -113,9 +113,9 @@ TEST(WicDecoder, GreyIsOneChannelUnlessItHasAlpha) {
 
 TEST(WicDecoder, AlphaOfATiffIsStraightOrPremultipliedAsTheFileSays) {
     for (const int bits : {8, 16, 32}) {
-        const Image image{.channels = 4, .bits = bits, .samples = {0, 0, 0, 0}};
+        const image_samples::Image sample{.channels = 4, .bits = bits, .samples = {0, 0, 0, 0}};
         const auto told = [&](ExtraSample extra) {
-            const Description file = Describe("a.tif", image_samples::Tiff(image, extra));
+            const Description file = Describe("a.tif", image_samples::Tiff(sample, extra));
             return std::get<std::string>(file.parts.at(0).attributes.at(1).value);
         };
         EXPECT_EQ(told(ExtraSample::Straight), "straight") << bits;
@@ -136,7 +136,7 @@ TEST(WicDecoder, WhatWindowsDoesNotReadIsToldSo) {
     EXPECT_EQ(WicDecoderWin32Complaint(
                   "a.hdr", image_samples::Hdr({.channels = 4, .samples = {1, 2, 3, 4}})),
               "a.hdr: Windows reads no Radiance HDR files; convert it to OpenEXR, PNG or TIFF");
-    for (const std::string start :
+    for (const std::string& start :
          {std::string("II+\0........", 12), std::string("MM\0+........", 12)}) {
         EXPECT_EQ(WicDecoderWin32Complaint("a.tif", start),
                   "a.tif: Windows doesn't read this kind of TIFF file; convert it to OpenEXR");
@@ -146,8 +146,9 @@ TEST(WicDecoder, WhatWindowsDoesNotReadIsToldSo) {
 class WicFile : public FolderTest {};
 
 TEST_F(WicFile, FromDiskIsThatFromMemory) {
-    const Image image{.width = 2, .channels = 4, .samples = {1, 2, 3, 255, 200, 100, 50, 128}};
-    const std::string png = image_samples::Png(image);
+    const image_samples::Image sample{
+        .width = 2, .channels = 4, .samples = {1, 2, 3, 255, 200, 100, 50, 128}};
+    const std::string png = image_samples::Png(sample);
     const std::string path = Write(
         "Gr\xc3\xb6\xc3\x9f"
         "e \xe6\x97\xa5.png",

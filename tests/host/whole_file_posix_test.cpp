@@ -24,7 +24,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using host::ReplaceFile;
+using host::ReplaceWholeFile;
 using testing::UnorderedElementsAre;
 
 class WholeFilePosix : public testing::Test {
@@ -45,7 +45,7 @@ class WholeFilePosix : public testing::Test {
         return names;
     }
     static std::string FaultOf(const fs::path& path, const std::string& bytes = "new") {
-        return FaultText<host::InputError>([&] { ReplaceFile(path.string(), bytes); });
+        return FaultText<host::InputError>([&] { ReplaceWholeFile(path.string(), bytes); });
     }
     // Of what `action` gives in a process of its own.
     static std::string InChild(const std::function<std::string()>& action) {
@@ -76,7 +76,7 @@ TEST_F(WholeFilePosix, WhatALinkPointsToIsReplacedAndTheLinkStays) {
     Write(folder.path / "inner" / "file", "old");
     fs::create_symlink("inner/file", folder.path / "one");
     fs::create_symlink(folder.path / "one", folder.path / "two");
-    ReplaceFile((folder.path / "two").string(), "new");
+    ReplaceWholeFile((folder.path / "two").string(), "new");
     EXPECT_EQ(Bytes(folder.path / "inner" / "file"), "new");
     EXPECT_EQ(fs::read_symlink(folder.path / "one"), "inner/file");
     EXPECT_EQ(fs::read_symlink(folder.path / "two"), folder.path / "one");
@@ -84,7 +84,7 @@ TEST_F(WholeFilePosix, WhatALinkPointsToIsReplacedAndTheLinkStays) {
 
 TEST_F(WholeFilePosix, ALinkToNothingMakesItsFile) {
     fs::create_symlink("file", folder.path / "link");
-    ReplaceFile((folder.path / "link").string(), "new");
+    ReplaceWholeFile((folder.path / "link").string(), "new");
     EXPECT_TRUE(fs::is_symlink(folder.path / "link"));
     EXPECT_EQ(Bytes(folder.path / "file"), "new");
 }
@@ -119,17 +119,17 @@ TEST_F(WholeFilePosix, APlaceBelowAFileIsAFault) {
 TEST_F(WholeFilePosix, PermissionsAreTheOldFilesAndOtherwiseTheUsual) {
     const mode_t mask = umask(027);
     const fs::path path = folder.path / "a";
-    ReplaceFile(path.string(), "1");
+    ReplaceWholeFile(path.string(), "1");
     EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
     fs::permissions(path, fs::perms(0606));
-    ReplaceFile(path.string(), "2");
+    ReplaceWholeFile(path.string(), "2");
     EXPECT_EQ(fs::status(path).permissions(), fs::perms(0606));
     umask(mask);
 }
 
 TEST_F(WholeFilePosix, TheLongestNameIsTakenAndALongerOneIsAFault) {
     const fs::path path = folder.path / std::string(255, 'n');
-    ReplaceFile(path.string(), "x");
+    ReplaceWholeFile(path.string(), "x");
     EXPECT_EQ(Bytes(path), "x");
     const fs::path longer = folder.path / std::string(256, 'n');
     EXPECT_EQ(FaultOf(longer),
@@ -191,13 +191,13 @@ TEST_F(WholeFilePosix, AfterACrashTheFileIsTheOldOneOrTheNewOne) {
     constexpr std::size_t size = 1 << 20;
     constexpr int rounds = 30;
     const fs::path path = folder.path / "a";
-    ReplaceFile(path.string(), std::string(size, 'a'));
+    ReplaceWholeFile(path.string(), std::string(size, 'a'));
     for (int round = 0; round < rounds; ++round) {
         const pid_t child = fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
             for (char letter = 'a';; letter = letter == 'z' ? 'a' : static_cast<char>(letter + 1))
-                ReplaceFile(path.string(), std::string(size, letter));
+                ReplaceWholeFile(path.string(), std::string(size, letter));
         }
         std::this_thread::sleep_for(std::chrono::microseconds(1'500 * round));
         kill(child, SIGKILL);

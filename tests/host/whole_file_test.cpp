@@ -16,7 +16,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using host::ReplaceFile;
+using host::ReplaceWholeFile;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
@@ -41,7 +41,7 @@ class WholeFile : public testing::Test {
         return names;
     }
     static std::string FaultOf(const std::string& path) {
-        return FaultText<host::InputError>([&] { ReplaceFile(path, "new"); });
+        return FaultText<host::InputError>([&] { ReplaceWholeFile(path, "new"); });
     }
 
     TemporaryFolder folder;
@@ -49,7 +49,7 @@ class WholeFile : public testing::Test {
 
 TEST_F(WholeFile, ANewFileHasTheBytesAndNothingIsLeftBesideIt) {
     const std::string bytes("a\0\r\n\x1a\xff", 6);
-    ReplaceFile(Path(u8"new.json"), bytes);
+    ReplaceWholeFile(Path(u8"new.json"), bytes);
     EXPECT_EQ(Bytes(folder.path / "new.json"), bytes);
     EXPECT_THAT(Files(), UnorderedElementsAre("new.json"));
 }
@@ -57,21 +57,21 @@ TEST_F(WholeFile, ANewFileHasTheBytesAndNothingIsLeftBesideIt) {
 TEST_F(WholeFile, AnOldFileIsReplacedByALongerOrShorterOne) {
     for (const std::string& bytes :
          {std::string("old"), std::string(3 << 20, 'x'), std::string()}) {
-        ReplaceFile(Path(u8"a"), bytes);
+        ReplaceWholeFile(Path(u8"a"), bytes);
         EXPECT_EQ(Bytes(folder.path / "a"), bytes);
     }
     EXPECT_THAT(Files(), UnorderedElementsAre("a"));
 }
 
 TEST_F(WholeFile, NamesAreUtf8) {
-    ReplaceFile(Path(u8"ü€\U0001F3AC.json"), "x");
+    ReplaceWholeFile(Path(u8"ü€\U0001F3AC.json"), "x");
     EXPECT_EQ(Bytes(folder.path / u8"ü€\U0001F3AC.json"), "x");
 }
 
 TEST_F(WholeFile, AFileNameWithoutAFolderIsInTheFolderOfTheProcess) {
     const fs::path before = fs::current_path();
     fs::current_path(folder.path);
-    ReplaceFile("plain", "x");
+    ReplaceWholeFile("plain", "x");
     fs::current_path(before);
     EXPECT_EQ(Bytes(folder.path / "plain"), "x");
 }

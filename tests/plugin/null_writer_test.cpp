@@ -73,7 +73,7 @@ TEST_F(NullWriter, BothAreTheSameInAllElse) {
 
 TEST_F(NullWriter, TakesAFrameAndWritesNoFile) {
     for (const auto& format : Both()) {
-        info.SetName(Text(File("frame.xxx")));
+        info.SetName(host::FromNativePath(File("frame.xxx")));
         EXPECT_EQ(format->OpenMode(), 0);
         EXPECT_EQ(format->OpenOutput(&info, bitmap.get()), BMMRES_SUCCESS);
         EXPECT_EQ(format->OpenMode(), 2);
