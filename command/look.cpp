@@ -15,7 +15,7 @@ constexpr const char* placeVariable = "TMPDIR";
 
 }  // namespace
 
-Look::Look(const std::string& path) : file(path), table(path), systemFolder(folder.Path()) {}
+Look::Look(const std::string& path) : file(path), table(path) {}
 
 host::VRayLook Look::ForFrameBuffer() {
     return {.correct = [this](BMM_Color_fl* pixels, int count) { table.Correct(pixels, count); },

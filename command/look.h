@@ -5,7 +5,6 @@
 #include <string>
 
 #include "command/look_table.h"
-#include "command/system_temporary_folder.h"
 #include "command/temporary_folder.h"
 #include "host/vray_frame_buffer.h"
 
@@ -34,7 +33,6 @@ class Look {
     std::string file;
     LookTable table;
     TemporaryFolder folder;
-    SystemTemporaryFolder systemFolder;
     bool written = false;
 };
 

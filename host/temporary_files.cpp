@@ -26,9 +26,17 @@ std::optional<std::wstring> SystemsFolder() {
 }  // namespace
 
 void host::UseTemporaryFolder(const MSTR& folder) {
-    static const std::optional<std::wstring> systems = SystemsFolder();
-    const wchar_t* system = systems ? systems->c_str() : nullptr;
-    SetEnvironmentVariableW(folderVariable, folder.isNull() ? system : folder.data());
+    // What the variable was before it was changed; nothing while it isn't.
+    static std::optional<std::optional<std::wstring>> before;
+    if (!folder.isNull()) {
+        if (!before) {
+            before = SystemsFolder();
+        }
+        SetEnvironmentVariableW(folderVariable, folder.data());
+    } else if (before) {
+        SetEnvironmentVariableW(folderVariable, *before ? (*before)->c_str() : nullptr);
+        before.reset();
+    }
 }
 
 #else

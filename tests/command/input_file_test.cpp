@@ -67,9 +67,9 @@ TEST_F(InputFileTest, MayHaveAnyNameAndALongPath) {
     std::filesystem::path deep = folder;
     for (int i = 0; i < 3; ++i)
         deep /= std::string(100, 'd');
-    std::filesystem::create_directories(deep);
+    std::filesystem::create_directories(LongPath(deep));
     const auto file = deep / "a.bin";
-    std::ofstream(file, std::ios::binary) << "deep";
+    std::ofstream(LongPath(file), std::ios::binary) << "deep";
     EXPECT_GT(Utf8(file).size(), 300U);
     EXPECT_EQ(ReadWholeInput(Utf8(file)), "deep");
     EXPECT_EQ(InputFileComplaint(Utf8(deep)),

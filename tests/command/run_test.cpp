@@ -171,8 +171,9 @@ TEST_F(RunTest, AFrameThatFailsDoesntStopTheOthers) {
 
 TEST_F(RunTest, AMissingFolderReachesTheUser) {
     const std::string input = WriteExr("a.exr");
-    EXPECT_EQ(Call({"save", input, "-o", PathOf("no/a.psd")}), exitNotSaved);
-    EXPECT_EQ(err, "veltrane: error: Could not open/create " + PathOf("no/a.psd") +
+    const std::string output = Utf8(folder / "no" / "a.psd");
+    EXPECT_EQ(Call({"save", input, "-o", output}), exitNotSaved);
+    EXPECT_EQ(err, "veltrane: error: Could not open/create " + output +
                        ": No such file or directory; create its folder first or choose another "
                        "with -o\n");
 }

@@ -5,16 +5,19 @@
 #include <iparamb2.h>
 #include <maxapi.h>
 #include <rendererclasses.h>
+#include <tempfiles.h>
 
 #include <filesystem>
 
 #include "command/failure.h"
+#include "command/native_path.h"
 #include "host/application.h"
 #include "host/host_renderer.h"
 #include "host/text.h"
 #include "plugin/entry.h"
 #include "tests/command/fault_text.h"
 #include "tests/command/test_folder.h"
+#include "tests/host/native_path.h"
 
 namespace command {
 namespace {
@@ -48,7 +51,7 @@ TEST_F(SessionTest, TheApplicationHasTheEffectAndNoOneToAsk) {
         ASSERT_EQ(host::App().effects.size(), 1U);
         EXPECT_EQ(host::App().effects[0].get(), &session.GetEffect());
         EXPECT_EQ(host::App().renderer.get(), nullptr);
-        EXPECT_EQ(TextOf(session, "filename"), "/in/a.psd");
+        EXPECT_EQ(TextOf(session, "filename"), NativePath("/in/a.psd"));
         EXPECT_EQ(session.GetInt("matchRenderOutputFilename"), 0);
     }
     EXPECT_TRUE(host::App().effects.empty());
@@ -77,6 +80,12 @@ TEST_F(SessionTest, VRayHasItsFrameBufferOn) {
     EXPECT_TRUE(host::App().settings.render.saveFile);
 }
 
+std::filesystem::path HostsTemporaryFolder() {
+    MCHAR path[512] = {};
+    EXPECT_GT(GetTempPath(512, path), 0U);
+    return host::ToNativePath(path);
+}
+
 struct LookSessionTest : SessionTest {
     LookSessionTest() { arguments.lut = Write("a.cube", "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n"); }
 };
@@ -88,7 +97,7 @@ TEST_F(LookSessionTest, ALookHasAFolderForItsTableWhileTheSessionLives) {
         ASSERT_NE(session.GetLook(), nullptr);
         EXPECT_EQ(session.GetLook()->File(), arguments.lut);
         path = session.GetLook()->Folder();
-        EXPECT_EQ(host::ToUtf8(host::App().settings.temporaryFolder.data()), path);
+        EXPECT_TRUE(std::filesystem::equivalent(HostsTemporaryFolder(), Native(path)));
         EXPECT_TRUE(std::filesystem::is_directory(path));
     }
     EXPECT_FALSE(std::filesystem::exists(path));
@@ -160,12 +169,12 @@ TEST_F(SessionTest, TheScenesSelectionSetsAreOnFromTheStart) {
 
 TEST_F(SessionTest, TheScenesNameOfTheDocumentStandsBelowTheUsers) {
     UseScene(R"("effect": {"parameters": {"filename": "/scene.psd"}})");
-    EXPECT_EQ(TextOf(Make(), "filename"), "/scene.psd");
-    EXPECT_EQ(TextOf(Make({"filename=/user.psd"}), "filename"), "/user.psd");
+    EXPECT_EQ(TextOf(Make(), "filename"), NativePath("/scene.psd"));
+    EXPECT_EQ(TextOf(Make({"filename=/user.psd"}), "filename"), NativePath("/user.psd"));
     arguments.output = "/out.psb";
-    EXPECT_EQ(TextOf(Make(), "filename"), "/out.psb");
+    EXPECT_EQ(TextOf(Make(), "filename"), NativePath("/out.psb"));
     UseScene(R"("effect": {"parameters": {"matchRenderOutputFilename": true}})");
-    EXPECT_EQ(Make().DocumentPath(0, false), "/out.psb");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/out.psb"));
 }
 
 // A scene of version 2 with effects that the application saved.
@@ -244,19 +253,19 @@ TEST_F(SavedEffectSessionTest, TheDocumentGoesWhereTheSavedEffectSays) {
                              R"(}, {"id": 0, "type": "file", "value": ")" + name + R"("})");
     };
     UseSaved(effect(false, "/saved/b.psd"), "2");
-    EXPECT_EQ(Make().DocumentPath(3, true), "/saved/b0003.psd");
-    EXPECT_EQ(Make({"filename=/set.psd"}).DocumentPath(0, false), "/set.psd");
+    EXPECT_EQ(Make().DocumentPath(3, true), NativePath("/saved/b0003.psd"));
+    EXPECT_EQ(Make({"filename=/set.psd"}).DocumentPath(0, false), NativePath("/set.psd"));
     arguments.output = "/out.psb";
-    EXPECT_EQ(Make().DocumentPath(0, false), "/out.psb");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/out.psb"));
     arguments.output.clear();
     UseSaved(effect(false, "/saved/b.psd"), "2",
              R"(, "effect": {"parameters": {"filename": "/named.psd"}})");
-    EXPECT_EQ(Make().DocumentPath(0, false), "/named.psd");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/named.psd"));
     UseSaved(effect(false, ""), "2");
-    EXPECT_EQ(Make().DocumentPath(0, false), "/in/a.psd");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/in/a.psd"));
     UseSaved(effect(true, "/saved/b.psd"), "2",
              R"(, "render": {"output": "/far/away.exr", "saveFile": true, "width": 10})");
-    EXPECT_EQ(Make().DocumentPath(0, false), "/in/a.psd");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/in/a.psd"));
 }
 
 TEST_F(SavedEffectSessionTest, WhatIsRenderedIsNotTheScenesMatter) {
@@ -329,8 +338,8 @@ TEST_F(SavedEffectSessionTest, OldEffectsAreBroughtUpToDate) {
 TEST_F(SessionTest, TheDocumentsPathIsNumberedByTheHost) {
     arguments.output = "/out/b.psd";
     const Session session = Make();
-    EXPECT_EQ(session.DocumentPath(7, false), "/out/b.psd");
-    EXPECT_EQ(session.DocumentPath(7, true), "/out/b0007.psd");
+    EXPECT_EQ(session.DocumentPath(7, false), NativePath("/out/b.psd"));
+    EXPECT_EQ(session.DocumentPath(7, true), NativePath("/out/b0007.psd"));
 }
 
 TEST_F(SessionTest, APathTooLongForTheHostIsEmpty) {
@@ -340,9 +349,10 @@ TEST_F(SessionTest, APathTooLongForTheHostIsEmpty) {
 
 TEST_F(SessionTest, TheDocumentsPathMayFollowTheRenderOutput) {
     arguments.output = "/out/b.psd";
-    EXPECT_EQ(Make({"matchRenderOutputFilename=true"}).DocumentPath(3, false), "/out/b.psd");
+    EXPECT_EQ(Make({"matchRenderOutputFilename=true"}).DocumentPath(3, false),
+              NativePath("/out/b.psd"));
     EXPECT_EQ(Make({"matchRenderOutputFilename=true", "fileFormat=PSB"}).DocumentPath(3, true),
-              "/out/b0003.psb");
+              NativePath("/out/b0003.psb"));
 }
 
 }  // namespace

