@@ -54,6 +54,7 @@ void SortLayers(PSDOutput& effect, int list) {
     const int count = effect.LayerCount(list);
     if (count < 2) return;
     std::vector<Place> before;
+    before.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         before.push_back(PlaceOf(effect, list, i));
     // Whoever is told of the sort may have another list sorted.

@@ -722,7 +722,8 @@ class SceneProperty : public testing::TestWithParam<Run> {
         if (choice < 800) return RedoSome();
         if (choice < 850) return IsExact() && Chance(70) ? HeldEdits() : UnheldEdit();
         if (choice < 940) return Synchronise();
-        if (choice < 955) return SaveAndOpen();
+        // Rare, since it waits for the disk.
+        if (choice < 946) return SaveAndOpen();
         if (choice < 965) return OpenHalf();
         if (choice < 970) return Merge();
         if (choice < 972) return Empty();
