@@ -55,7 +55,9 @@ std::string ReadSidecar(const std::string& imagePath, const std::string& name) {
     const fs::path parent = Native(imagePath).parent_path();
     const fs::path folder = WithoutLinks(parent.empty() ? fs::path(".") : parent, fault);
     if (fault) throw InputError("is missing");
-    const fs::path file = WithoutLinks(folder / PathOf(name), fault);
+    // Windows takes neither slashes nor dots in a name below a path without links.
+    const fs::path below = PathOf(name).lexically_normal().make_preferred();
+    const fs::path file = WithoutLinks(folder / below, fault);
     if (fault == std::errc::permission_denied) throw InputError("can't be read");
     if (fault) throw InputError("is missing");
     if (!IsInside(folder, file)) {

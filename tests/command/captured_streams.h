@@ -31,13 +31,16 @@ class CapturedStream {
     static std::FILE* Open() {
 #ifdef _WIN32
         // The system's own is in a folder that users can't write to. This goes when it is closed.
-        const auto path = std::filesystem::temp_directory_path() /
-                          ("veltrane_stream_" + std::to_string(std::random_device()()));
+        const auto path = place / ("veltrane_stream_" + std::to_string(std::random_device()()));
         return _wfopen(path.c_str(), L"w+bTD");
 #else
         return std::tmpfile();
 #endif
     }
 
+#ifdef _WIN32
+    // As the program began: tests let the variable for it lead nowhere.
+    inline static const std::filesystem::path place = std::filesystem::temp_directory_path();
+#endif
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file;
 };

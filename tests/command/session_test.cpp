@@ -97,7 +97,9 @@ TEST_F(LookSessionTest, ALookHasAFolderForItsTableWhileTheSessionLives) {
         ASSERT_NE(session.GetLook(), nullptr);
         EXPECT_EQ(session.GetLook()->File(), arguments.lut);
         path = session.GetLook()->Folder();
-        EXPECT_TRUE(std::filesystem::equivalent(HostsTemporaryFolder(), Native(path)));
+        // Without the slash at its end, with which Windows finds no folder equal to another.
+        EXPECT_TRUE(
+            std::filesystem::equivalent(HostsTemporaryFolder().parent_path(), Native(path)));
         EXPECT_TRUE(std::filesystem::is_directory(path));
     }
     EXPECT_FALSE(std::filesystem::exists(path));

@@ -19,7 +19,7 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithWhatIsInIt) {
         const TemporaryFolder folder;
         path = folder.Path();
         EXPECT_EQ(folder.Fault(), "");
-        EXPECT_TRUE(fs::equivalent(path.parent_path(), fs::temp_directory_path()));
+        EXPECT_EQ(path.parent_path(), (fs::temp_directory_path() / "").parent_path());
         ASSERT_TRUE(fs::is_directory(path));
 #ifndef _WIN32
         // There the folder above is the user's alone.

@@ -24,4 +24,16 @@ TEST(RenderSettingsEdit, IsBroadcastWhenItIsDone) {
     UnRegisterNotification(Hear, nullptr, NOTIFY_RENDPARAM_CHANGED);
 }
 
+TEST(RenderSettingsEdit, SwitchingTheSaveIsOneAndSwitchingItAgainIsNone) {
+    host::ResetApplication();
+    host::App().settings.render.width = 7;
+    RegisterNotification(Hear, nullptr, NOTIFY_RENDPARAM_CHANGED);
+    for (const int expected : {7, 0}) {
+        heardWidth = 0;
+        GetCOREInterface()->SetRendSaveFile(TRUE);
+        EXPECT_EQ(heardWidth, expected);
+    }
+    UnRegisterNotification(Hear, nullptr, NOTIFY_RENDPARAM_CHANGED);
+}
+
 }  // namespace
