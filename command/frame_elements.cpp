@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "command/failure.h"
+#include "command/layer_settings.h"
 #include "command/nearest_names.h"
 #include "host/application.h"
 #include "host/build_scene.h"
@@ -16,25 +17,6 @@ namespace {
 
 host::RenderElementManager& Elements() {
     return host::App().elements[RS_Production];
-}
-
-ParamID LayerParameter(std::string_view name) {
-    const auto rows = plugin::LayerParameters();
-    return std::find_if(rows.begin(), rows.end(),
-                        [&](const parameters::Row& row) { return row.name == name; })
-        ->id;
-}
-
-// The effect's settings of one element; null when it has none.
-IParamBlock2* SettingsOf(IParamBlock2& effect, const IRenderElement* element) {
-    const ParamID list = Session::IdOf("layersProduction");
-    const ParamID renderElement = LayerParameter("renderElement");
-    for (int i = 0; i < effect.Count(list); ++i) {
-        ReferenceTarget* layer = effect.GetReferenceTarget(list, 0, i);
-        IParamBlock2* block = layer ? layer->GetParamBlock(0) : nullptr;
-        if (block && block->GetReferenceTarget(renderElement) == element) return block;
-    }
-    return nullptr;
 }
 
 [[noreturn]] void FailOfName(const std::string& path, const std::string& wanted,
@@ -54,7 +36,7 @@ FrameElements::FrameElements(Session& hostSession, const SceneDescription* scene
         settings.push_back(ParseElementSetting(text));
     for (int i = 0; i < Elements().NumRenderElements(); ++i) {
         const host::RenderElement* element = Elements().GetRenderElement(i);
-        if (SettingsOf(session.Block(), element)) saved.insert(element);
+        if (LayerSettingsOf(session.Block(), element)) saved.insert(element);
     }
 }
 
@@ -81,12 +63,10 @@ std::vector<FrameElement> FrameElements::SetUp(const std::vector<PassElement>& p
 void FrameElements::Settle(const std::vector<FrameElement>& frame, bool sharesAlpha) {
     for (const FrameElement& each : frame) {
         if (!settled.insert(each.element).second) continue;
-        IParamBlock2* block = SettingsOf(session.Block(), each.element);
+        IParamBlock2* block = LayerSettingsOf(session.Block(), each.element);
         if (!block) continue;
         if (!saved.contains(each.element)) FitToPass(*each.pass, sharesAlpha, *block);
-        for (const ElementSetting& setting : settings) {
-            if (IsFor(setting, each.pass->name)) Apply(setting.setting, *block);
-        }
+        ApplyLayerSettings(settings, each.pass->name, *block);
     }
 }
 
@@ -130,7 +110,7 @@ std::vector<std::string> FrameElements::SettingsWithoutElement(const std::string
 
 bool FrameElements::IsUsed(const host::RenderElement& element) const {
     if (session.GetInt("createRenderElementLayers") == 0 || !element.IsEnabled()) return false;
-    IParamBlock2* block = SettingsOf(session.Block(), &element);
+    IParamBlock2* block = LayerSettingsOf(session.Block(), &element);
     return block && block->GetInt(LayerParameter("enabled")) != 0;
 }
 

@@ -40,7 +40,11 @@ void SetUpRenderer(Class_ID id) {
 host::BuiltScene SetUpScene(const SceneDescription& scene) {
     host::CheckScene(scene, host::App().classes);
     host::BuiltScene built = host::BuildScene(scene, host::ElementsToBuild::WithHandles);
-    host::App().settings.render.saveFile = FALSE;
+    host::App().renderer.reset();
+    host::RenderSettings& render = host::App().settings.render;
+    const host::RenderSettings ofScene = std::exchange(render, {});
+    render.hidden = ofScene.hidden;
+    render.camera = ofScene.camera;
     return built;
 }
 

@@ -87,6 +87,12 @@ bool EndsInPSB(const MSTR& name) {
     return true;
 }
 
+// Scripts and scenes may hold any number; what is no depth of a document counts as 16.
+int DepthOf(IParamBlock2& pblock) {
+    const int bits = pblock.GetInt("bitDepth"_param);
+    return bits == 8 || bits == 32 ? bits : 16;
+}
+
 // The file's compression code, by depth: raw, RLE, ZIP, or ZIP with prediction.
 std::uint16_t CompressionCode(bool compressed, int bitDepth) {
     if (!compressed) return 0;
@@ -142,7 +148,7 @@ void ResaveLarge(OutputFile& stream, psdbuilder::PSDBuilder& builder, const MSTR
 void PSDOutput::Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbortCallback* cb) {
     if (UserAborts(cb, gc)) return;
     if (cb) cb->Progress(0, 1);
-    if (!frameActive || !saveArmed || !gc) return;
+    if (!frameActive || !saveArmed || !gc || !pblock) return;
     const RendererSwap swap(*gc);
     // Each half of a frame of fields comes on its own; only the whole frame is saved.
     if (IsClass(gc->renderer, RENDERER_A_CLASS_ID) && gc->fieldRender && gc->evenLines) return;
@@ -175,7 +181,7 @@ void PSDOutput::SaveFrame(const MSTR& name, PSDFrameSources sources, SavedCorrec
     if (isPSB) SetLargeFormat(stream);
     CollectIDBounds(sources.bitmap);
 
-    const int bitDepth = pblock->GetInt("bitDepth"_param);
+    const int bitDepth = DepthOf(*pblock);
     const int compatibility = pblock->GetInt("compatibility"_param);
     using Solid = sources::SolidColorChannelImageSource;
     blackSource = boost::make_shared<Solid>(std::uint8_t{0}, size.width);

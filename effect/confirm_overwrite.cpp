@@ -1,20 +1,29 @@
 #include "effect/confirm_overwrite.h"
 
-#include <maxapi.h>
-#include <maxmsgbox.h>
-
-#include "effect/psd_output.h"
+#include <string>
 
 namespace effect {
+namespace {
 
-bool ConfirmOverwrite(const MSTR& name, bool& askAgain) {
-    const MSTR text = MSTR(_M("Confirm overwriting:\n\n")) + name + _M(" ?");
-    DWORD ticked = 0;
-    const int answer = MaxMsgBox(GetCOREInterface()->GetMAXHWnd(), text, messageTitle,
-                                 MB_YESNO | MB_ICONQUESTION, MAX_MB_DONTSHOWAGAIN, &ticked);
-    if (answer != IDYES) return false;
-    if (ticked & MAX_DONTSHOWAGAIN) askAgain = false;
-    return true;
+// In the string table: what the question begins with, and its form with "%s" for the name.
+constexpr int headingString = 41;
+constexpr int questionString = 40;
+
+MSTR OverwriteText(const LibraryServices& services, const MSTR& name) {
+    const MSTR heading(services.getString(headingString));
+    std::basic_string<MCHAR> question = MSTR(services.getString(questionString)).data();
+    const std::size_t place = question.find(_M("%s"));
+    if (place != question.npos) question.replace(place, 2, name.data());
+    return heading + question.c_str();
+}
+
+}  // namespace
+
+bool ConfirmOverwrite(const LibraryServices& services, const MSTR& name, bool& ask) {
+    if (!ask) return true;
+    const OverwriteAnswer answer = services.askOverwrite(OverwriteText(services, name));
+    if (answer.overwrite && answer.askNoMore) ask = false;
+    return answer.overwrite;
 }
 
 }  // namespace effect

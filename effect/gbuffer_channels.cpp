@@ -45,6 +45,7 @@ constexpr bool IsColored(int outputAs) {
 }  // namespace
 
 DWORD PSDOutput::GBufferChannelsRequired(TimeValue) {
+    if (!pblock) return 0;
     const bool is32Bits = pblock->GetInt("bitDepth"_param) == 32;
     DWORD channels = 0;
     for (const Need& need : layerNeeds) {

@@ -3,8 +3,12 @@
 
 #include <ioapi.h>
 #include <iparamb2_types.h>
+#include <strclass.h>
 
 #include "effect/warning_switches.h"
+
+class IRendParams;
+class SFXParamDlg;
 
 namespace effect {
 
@@ -13,6 +17,13 @@ class PSDOutputLayer;
 
 // Of the library's string table: what a tree of tracks calls a parameter block.
 constexpr int blockNameString = 34;
+
+// What the user says to a document that would replace an existing file.
+struct OverwriteAnswer {
+    bool overwrite = false;
+    // No further question in this session.
+    bool askNoMore = false;
+};
 
 struct LibraryServices {
     ReadWarningSwitches readWarningSwitches;
@@ -24,6 +35,10 @@ struct LibraryServices {
     PostLoadCallback* (*makePostLoadCallback)(PSDOutput& effect);
     // A parameter of the effect's block changed: controls that show it follow.
     void (*parameterChanged)(PSDOutput& effect, ParamID id);
+    // Asks the user, in these words. The caller knows that somebody is there.
+    OverwriteAnswer (*askOverwrite)(const MSTR& text);
+    // Shows the effect's settings. Null when there is nothing to show them in.
+    SFXParamDlg* (*createParamDialog)(PSDOutput& effect, IRendParams* ip);
 };
 
 }  // namespace effect

@@ -24,6 +24,7 @@ MSTR NameFromRenderOutput(bool largeFormat) {
 }  // namespace
 
 bool PSDOutput::ResolveOutputFileName(MSTR& name, bool numbered, TimeValue t) {
+    if (!pblock) return false;
     if (pblock->GetInt("matchRenderOutputFilename"_param)) {
         name = NameFromRenderOutput(pblock->GetInt("fileFormat"_param) != 0);
     } else {

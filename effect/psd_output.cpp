@@ -120,8 +120,13 @@ IOResult PSDOutput::Save(ISave* isave) {
 IOResult PSDOutput::Load(ILoad* iload) {
     SpecialFX::Load(iload);
     dataVersion = 0;
-    if (PostLoadCallback* migration = services.makePostLoadCallback(*this)) {
-        iload->RegisterPostLoadCallback(migration);
+    try {
+        if (PostLoadCallback* migration = services.makePostLoadCallback(*this)) {
+            iload->RegisterPostLoadCallback(migration);
+        }
+    } catch (const std::bad_alloc&) {
+        // Old settings that nobody brings up to date would be taken for present ones.
+        return IO_ERROR;
     }
     return IO_OK;
 }
@@ -152,7 +157,8 @@ PSDOutputLayer* PSDOutput::Layer(int list, int index) const {
     if (index < 0 || index >= LayerCount(list)) return nullptr;
     ReferenceTarget* target = pblock->GetReferenceTarget(LayerList(list), 0, index);
     const bool isLayer = target && target->ClassID() == psdOutputLayerClassID;
-    return isLayer ? static_cast<PSDOutputLayer*>(target) : nullptr;
+    auto* layer = isLayer ? static_cast<PSDOutputLayer*>(target) : nullptr;
+    return layer && layer->pblock ? layer : nullptr;
 }
 
 RefTargetHandle PSDOutput::GetReference(int number) {
@@ -180,6 +186,14 @@ RefResult PSDOutput::NotifyRefChanged(const Interval&, RefTargetHandle hTarget, 
         // What follows from the change waits for the next one.
     }
     return REF_SUCCEED;
+}
+
+SFXParamDlg* PSDOutput::CreateParamDialog(IRendParams* ip) {
+    try {
+        return services.createParamDialog(*this, ip);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 bool PSDOutput::SupportsBitmap(Bitmap& bitmap) {

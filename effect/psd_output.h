@@ -71,6 +71,7 @@ class PSDOutput : public Effect8 {
     DWORD GBufferChannelsRequired(TimeValue t) override;
     void Apply(TimeValue t, Bitmap* bm, RenderGlobalContext* gc, CheckAbortCallback* cb) override;
     bool SupportsBitmap(Bitmap& bitmap) override;
+    SFXParamDlg* CreateParamDialog(IRendParams* ip) override;
 
     // The document's path for the frame at `t`, absolute; with `numbered` it has the frame's number
     // when more than one frame is rendered. False, with `name` as far as it got, when there is
@@ -84,7 +85,8 @@ class PSDOutput : public Effect8 {
     // The parameter that holds a list; -1 for any other number.
     static ParamID LayerList(int list);
     int LayerCount(int list) const;
-    // Null for a list or index that isn't there, and for an entry whose layer was deleted.
+    // Null for a list or index that isn't there, and for an entry whose layer was deleted or lost
+    // its block.
     PSDOutputLayer* Layer(int list, int index) const;
 
     const LibraryServices& Services() const { return services; }
@@ -99,7 +101,8 @@ class PSDOutput : public Effect8 {
     // Starting point of the file dialog; the definition of `filename` points at it. Units with the
     // terminator.
     MCHAR filenameField[260] = {};
-    // How the name is shown where there is little room; empty makes the dialog work it out anew.
+    // How the panel last showed the name, where there is little room; empty from when `filename`
+    // was read or set until it is shown anew.
     MSTR shortFilename;
 
   protected:

@@ -11,9 +11,6 @@
 namespace effect {
 namespace {
 
-constexpr int missingAt32Bits[] = {4, 5, screenMode, 8, 10, 11, 12, 13, 14, 15, 17, 22};
-constexpr int newerModes[] = {5, linearDodgeMode, 13, 14, 15, 22, 23, 24, 25, 26};
-
 // A mode of `missing` becomes Normal, but for one that has something near to it.
 void ReplaceMode(IParamBlock2& pblock, std::span<const int> missing, int mode, int nearest) {
     const int present = pblock.GetInt("blendingMode"_layerParam);
@@ -68,7 +65,7 @@ MSTR PSDOutputLayer::ElementName() const {
 }
 
 void PSDOutputLayer::PrepareFor32Bits() {
-    ReplaceMode(*pblock, missingAt32Bits, screenMode, linearDodgeMode);
+    ReplaceMode(*pblock, modesMissingAt32Bits, screenMode, linearDodgeMode);
 }
 
 void PSDOutputLayer::ReplaceNewerModes() {

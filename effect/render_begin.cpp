@@ -4,6 +4,8 @@
 #include <maxmsgbox.h>
 #include <maxscript/maxscript.h>
 
+#include <new>
+
 #include "effect/confirm_overwrite.h"
 #include "effect/progress_window.h"
 #include "effect/psd_output.h"
@@ -95,7 +97,11 @@ int PSDOutput::RenderBegin(TimeValue t, ULONG flags) {
     frameActive = false;
     saveArmed = false;
     snapshots = {};
-    saveArmed = MayBeSaved(t);
+    try {
+        saveArmed = pblock && MayBeSaved(t);
+    } catch (const std::bad_alloc&) {
+        LogError(_M("Not enough memory! PSD file will not be saved!"));
+    }
     return 0;
 }
 
@@ -190,8 +196,7 @@ bool PSDOutput::CheckOutputFile(TimeValue t) {
         LogError(_M("No valid PSD filename! PSD file will not be saved!"));
         return false;
     }
-    if (BMMIsFile(name) && !Quiet() && confirmOverwrite &&
-        !ConfirmOverwrite(name, confirmOverwrite)) {
+    if (BMMIsFile(name) && !Quiet() && !ConfirmOverwrite(services, name, confirmOverwrite)) {
         GetCOREInterface()->AbortRender();
         return false;
     }

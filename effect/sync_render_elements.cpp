@@ -68,7 +68,7 @@ int LayerListOf(const RenderGlobalContext& gc) {
 
 bool SyncRenderElements(PSDOutput& effect, int list) {
     IRenderElementMgr* manager = GetCOREInterface()->GetCurRenderElementMgr();
-    if (!manager || PSDOutput::LayerList(list) < 0) return false;
+    if (!manager || !effect.pblock || PSDOutput::LayerList(list) < 0) return false;
     const bool wasEmpty = effect.LayerCount(list) == 0;
     const std::vector<IRenderElement*> elements = ElementsOf(*manager);
     bool changed = RemoveStaleLayers(effect, list, elements);

@@ -38,8 +38,12 @@ Animatable::~Animatable() {
 void Animatable::AddAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid, DWORD length,
                                  void* data) {
     RemoveAppDataChunk(cid, sid, sbid);
-    host::PutAppDataUndo(*this, cid, sid, sbid);
-    appData_.push_back(std::make_unique<AppDataChunk>(AppDataChunk{cid, sid, sbid, length, data}));
+    AppDataList::Append(*this, {cid, sid, sbid, length, data});
+}
+
+void AppDataList::Append(Animatable& object, const AppDataChunk& chunk) {
+    host::PutAppDataUndo(object, chunk.classID, chunk.superClassID, chunk.subID);
+    object.appData_.push_back(std::make_unique<AppDataChunk>(chunk));
 }
 
 AppDataChunk* Animatable::GetAppDataChunk(Class_ID cid, SClass_ID sid, DWORD sbid) {
@@ -64,8 +68,8 @@ void AppDataList::Copy(const Animatable& from, Animatable& to) {
     }
     to.appData_.clear();
     for (const auto& chunk : from.appData_) {
-        to.AddAppDataChunk(chunk->classID, chunk->superClassID, chunk->subID, chunk->length,
-                           HeapCopy(chunk->data, chunk->length));
+        Append(to, {chunk->classID, chunk->superClassID, chunk->subID, chunk->length,
+                    HeapCopy(chunk->data, chunk->length)});
     }
 }
 
@@ -83,10 +87,16 @@ std::vector<SavedAppData> SaveAppData(const Animatable& object) {
 }
 
 void LoadAppData(const std::vector<SavedAppData>& saved, Animatable& object) {
+    const bool hadNone = AppDataList::Of(object).empty();
     for (const SavedAppData& chunk : saved) {
-        object.AddAppDataChunk(chunk.owner, chunk.ownerSuperClass, chunk.subID,
-                               static_cast<DWORD>(chunk.bytes.size()),
-                               HeapCopy(chunk.bytes.data(), chunk.bytes.size()));
+        const auto length = static_cast<DWORD>(chunk.bytes.size());
+        void* data = HeapCopy(chunk.bytes.data(), length);
+        if (hadNone) {
+            AppDataList::Append(object,
+                                {chunk.owner, chunk.ownerSuperClass, chunk.subID, length, data});
+        } else {
+            object.AddAppDataChunk(chunk.owner, chunk.ownerSuperClass, chunk.subID, length, data);
+        }
     }
 }
 

@@ -13,4 +13,6 @@ class AppDataList {
     }
     // Replaces what `to` has.
     static void Copy(const Animatable& from, Animatable& to);
+    // As AddAppDataChunk, for ids that the object has no chunk of.
+    static void Append(Animatable& object, const AppDataChunk& chunk);
 };

@@ -11,12 +11,15 @@
 #include <sfx.h>
 
 #include "host/class_directory.h"
+#include "host/file_dialogs.h"
 #include "host/image_loader.h"
 #include "host/log.h"
 #include "host/message_boxes.h"
+#include "host/node_selection.h"
 #include "host/notifications.h"
 #include "host/owned.h"
 #include "host/path_config.h"
+#include "host/pick_mode.h"
 #include "host/render_element.h"
 #include "host/scene.h"
 #include "host/script_properties.h"
@@ -35,6 +38,8 @@ class Application {
     Settings settings;
     Log log;
     MessageBoxes boxes;
+    // Empty: every dialog is cancelled.
+    FileDialogResponder fileDialogs;
     Notifications notifications;
     ClassDirectory classes;
     PathConfig paths;
@@ -43,6 +48,8 @@ class Application {
     WindowTree windows;
 #endif
     Scene scene;
+    NodeSelection selection;
+    PickMode pickMode;
     // What TheManager reads files with; empty: it reads none.
     ImageLoader imageLoader;
     // By RenderSettingID.

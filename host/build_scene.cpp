@@ -1,7 +1,9 @@
 #include "host/build_scene.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -10,6 +12,7 @@
 
 #include "host/application.h"
 #include "host/exact_text.h"
+#include "host/host_renderer.h"
 #include "host/input_error.h"
 #include "host/scene_transform.h"
 
@@ -40,6 +43,19 @@ void DescribeNode(const SceneNode& description, Node& node) {
     LoadAppData(description.appData, node);
 }
 
+Owned<Renderer> MakeRenderer(const SceneRenderer& description) {
+    if (description.rendererClass == Class_ID()) return nullptr;
+    auto renderer = std::make_unique<HostRenderer>(description.rendererClass);
+    if (IParamBlock2* block = renderer->GetParamBlock(VRAY_BLOCK)) {
+        for (const SceneNumber& number : description.parameters)
+            block->SetValue(number.id, 0, number.value);
+    }
+    if (description.sampler) {
+        renderer->properties.Set(VRAY_SAMPLER_PROPERTY, ScriptInt(*description.sampler));
+    }
+    return Owned<Renderer>(renderer.release());
+}
+
 void ChangeRenderSettings(const SceneRender& description, const Nodes& nodes) {
     Settings& settings = App().settings;
     RenderSettings& render = settings.render;
@@ -52,6 +68,11 @@ void ChangeRenderSettings(const SceneRender& description, const Nodes& nodes) {
     if (description.height) render.height = *description.height;
     if (description.output) render.output.SetName(FromExactText(*description.output));
     if (description.saveFile) render.saveFile = *description.saveFile ? TRUE : FALSE;
+    if (description.timeType) render.timeType = *description.timeType;
+    if (description.numberBase) render.fileNumberBase = *description.numberBase;
+    if (description.effects) render.effects = *description.effects;
+    if (description.draft) render.current = *description.draft ? RS_Draft : RS_Production;
+    if (description.renderer) App().renderer = MakeRenderer(*description.renderer);
 }
 
 class Builder {
@@ -72,6 +93,12 @@ class Builder {
 
     // In the order in which the one refers to the other.
     void TakeBack() {
+        if (wasEmpty) {
+            for (RenderElementManager& manager : App().elements)
+                manager.TakeAll();
+            App().scene.Clear();
+            return;
+        }
         for (std::size_t i = built.elements.size(); i-- > 0;) {
             if (built.elements[i]) ManagerOf(description.elements[i]).Remove(built.elements[i]);
         }
@@ -95,9 +122,25 @@ class Builder {
             handles.Enter(each.handle, &node);
             built.nodes.push_back(&node);
         }
+        HangNodes();
+    }
+
+    // From the top down: whether a node may hang somewhere is seen at once while nothing hangs
+    // below it.
+    void HangNodes() {
+        std::vector<Indices> children(built.nodes.size());
+        Indices waiting;
         for (std::size_t i = 0; i < built.nodes.size(); ++i) {
             const auto parent = description.nodes[i].parent;
-            if (parent) built.nodes[i]->SetParent(built.nodes[*parent]);
+            (parent ? children[*parent] : waiting).push_back(i);
+        }
+        for (std::size_t at = 0; at < waiting.size(); ++at) {
+            const std::size_t parent = waiting[at];
+            const Indices& given = description.nodes[parent].children;
+            for (const std::size_t child : given.empty() ? children[parent] : given) {
+                built.nodes[child]->SetParent(built.nodes[parent]);
+                waiting.push_back(child);
+            }
         }
     }
 
@@ -137,7 +180,17 @@ class Builder {
         DestroyUnreferred(description.objects, description.effects, handles);
     }
 
+    static bool IsEmpty() {
+        const Scene& scene = App().scene;
+        return scene.NumNodes() == 0 && scene.Layers().empty() && scene.SelectionSets().empty() &&
+               std::all_of(
+                   App().elements.begin(), App().elements.end(),
+                   [](RenderElementManager& manager) { return manager.NumRenderElements() == 0; });
+    }
+
     const SceneDescription& description;
+    // Then all that is there is to be taken back, however much that is.
+    const bool wasEmpty = IsEmpty();
     BuiltScene built;
     Handles handles;
 };
@@ -177,6 +230,12 @@ BuiltScene BuildScene(const SceneDescription& description, ElementsToBuild eleme
 void DescribeElement(const SceneElement& description, const std::vector<Node*>& nodes,
                      RenderElement& element) {
     element.SetEnabled(description.enabled);
+    if (description.parameters) {
+        std::map<ParamID, int> parameters;
+        for (const SceneNumber& number : *description.parameters)
+            parameters[number.id] = number.value;
+        element.SetParameters(parameters);
+    }
     if (!description.multiMatte) return;
     int number = 0;
     for (const SceneMatte& matte : *description.multiMatte) {

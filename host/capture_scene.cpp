@@ -13,6 +13,7 @@
 
 #include "host/application.h"
 #include "host/exact_text.h"
+#include "host/host_renderer.h"
 #include "host/input_error.h"
 #include "host/scene_transform.h"
 
@@ -56,6 +57,9 @@ class Capture {
         taken.objectID = node.ObjectID();
         taken.hidden = node.IsHidden();
         taken.parent = PlaceOf(node.GetParentNode());
+        for (int i = 0; i < node.NumberOfChildren(); ++i)
+            taken.children.push_back(placeOf.at(node.GetChildNode(i)));
+        if (std::is_sorted(taken.children.begin(), taken.children.end())) taken.children.clear();
         taken.groupHead = node.IsGroupHead() != 0;
         taken.groupMember = node.IsGroupMember() != 0;
         taken.properties = ToExactText(node.UserProperties());
@@ -117,6 +121,12 @@ class Capture {
             taken.enabled = element.IsEnabled() != 0;
             taken.draft = settings == RS_Draft;
             taken.multiMatte = MattesOf(element);
+            const auto parameters = element.Parameters();
+            if (parameters != RenderElement::ParametersOfNew(element.ClassID())) {
+                taken.parameters.emplace();
+                for (const auto& [id, value] : parameters)
+                    taken.parameters->push_back({id, value});
+            }
             taken.appData = SaveAppData(element);
         }
     }
@@ -154,9 +164,32 @@ class Capture {
         scene.render.height = side(render.height);
         scene.render.output = ToExactText(render.output.Name());
         scene.render.saveFile = render.saveFile != 0;
+        const bool isTimeType =
+            render.timeType >= REND_TIMESINGLE && render.timeType <= REND_TIMEPICKUP;
+        if (isTimeType) scene.render.timeType = render.timeType;
+        scene.render.numberBase = render.fileNumberBase;
+        scene.render.effects = render.effects;
+        scene.render.draft = render.current == RS_Draft;
+        TakeRenderer();
         const auto camera =
             render.camera ? PlaceOf(static_cast<INode*>(render.camera->Get())) : std::nullopt;
         if (camera && scene.nodes[*camera].kind == NodeKind::Camera) scene.render.camera = camera;
+    }
+
+    void TakeRenderer() {
+        SceneRenderer& taken = scene.render.renderer.emplace();
+        auto* renderer = dynamic_cast<HostRenderer*>(App().renderer.get());
+        if (!renderer) return;
+        taken.rendererClass = renderer->ClassID();
+        if (IParamBlock2* block = renderer->GetParamBlock(VRAY_BLOCK)) {
+            const ParamBlockDesc2& desc = *block->GetDesc();
+            for (int i = 0; i < desc.Count(); ++i) {
+                const ParamID id = desc.GetParamDefByIndex(i).ID;
+                taken.parameters.push_back({id, block->GetInt(id)});
+            }
+        }
+        const auto sampler = renderer->properties.Evaluate(VRAY_SAMPLER_PROPERTY);
+        if (sampler && sampler->type == TYPE_INT) taken.sampler = sampler->i;
     }
 
     void TakeEffects() {

@@ -127,9 +127,48 @@ BOOL CoreInterface::CheckForRenderAbort() {
     return App().settings.render.aborted;
 }
 
+int CoreInterface::GetSelNodeCount() {
+    return static_cast<int>(App().selection.Nodes().size());
+}
+
+INode* CoreInterface::GetSelNode(int index) {
+    const std::vector<Node*> nodes = App().selection.Nodes();
+    const auto number = static_cast<std::size_t>(index);
+    return number < nodes.size() ? nodes[number] : nullptr;
+}
+
+void CoreInterface::SetPickMode(PickModeCallback* callback) {
+    App().pickMode.Set(callback);
+}
+
+void CoreInterface::ClearPickMode() {
+    App().pickMode.Set(nullptr);
+}
+
+INode* CoreInterface::PickNode(HWND hWnd, IPoint2 point, PickNodeCallback* filter) {
+    return App().pickMode.Find(hWnd, point, filter);
+}
+
+bool CoreInterface::DoMaxSaveAsDialog(HWND parentWnd, const MSTR& title, MSTR& filename,
+                                      MSTR& initialDir, FilterList& filterList) {
+    const FileDialogResponder& ask = App().fileDialogs;
+    if (!ask) return false;
+    const std::optional<MSTR> chosen = ask({title, filename, initialDir, filterList, parentWnd});
+    if (chosen) filename = *chosen;
+    return chosen.has_value();
+}
+
+CoreInterface& TheCoreInterface() {
+    static CoreInterface core;
+    return core;
+}
+
 }  // namespace host
 
 Interface* GetCOREInterface() {
-    static host::CoreInterface core;
-    return &core;
+    return &host::TheCoreInterface();
+}
+
+Interface8* GetCOREInterface8() {
+    return &host::TheCoreInterface();
 }

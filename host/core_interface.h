@@ -6,7 +6,7 @@
 
 namespace host {
 
-class CoreInterface final : public Interface {
+class CoreInterface final : public IObjParam {
   public:
     void* GetInterface(DWORD id) override;
     LogSys* Log() override;
@@ -38,6 +38,15 @@ class CoreInterface final : public Interface {
     Effect* GetEffect(int index) override;
     void AbortRender() override;
     BOOL CheckForRenderAbort() override;
+    int GetSelNodeCount() override;
+    INode* GetSelNode(int index) override;
+    void SetPickMode(PickModeCallback* callback) override;
+    void ClearPickMode() override;
+    INode* PickNode(HWND hWnd, IPoint2 point, PickNodeCallback* filter) override;
+    bool DoMaxSaveAsDialog(HWND parentWnd, const MSTR& title, MSTR& filename, MSTR& initialDir,
+                           FilterList& filterList) override;
 };
+
+CoreInterface& TheCoreInterface();
 
 }  // namespace host

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -121,6 +122,17 @@ void GiveNewNames(SceneDescription& description) {
     });
 }
 
+// Those that nodes of the scene have are given anew, by the next render.
+void LeaveTakenRenderIDs(SceneDescription& description) {
+    const Scene& scene = App().scene;
+    std::unordered_set<int> taken;
+    for (int i = 0; i < scene.NumNodes(); ++i)
+        taken.insert(scene.GetNode(i)->GetRenderID());
+    for (SceneNode& node : description.nodes) {
+        if (node.id && taken.contains(*node.id)) node.id.reset();
+    }
+}
+
 }  // namespace
 
 void NewScene() {
@@ -165,9 +177,10 @@ void OpenScene(const std::string& path) {
 }
 
 void MergeScene(const std::string& path) {
-    const FileProcess process(NOTIFY_FILE_PRE_OPEN_PROCESS, NOTIFY_FILE_POST_OPEN_PROCESS, path);
+    Broadcast(NOTIFY_FILE_PRE_MERGE);
     SceneDescription description = ReadChecked(path);
     GiveNewNames(description);
+    LeaveTakenRenderIDs(description);
     description.render = {};
     {
         const UndoStack::Pause pause(App().undo);
@@ -175,6 +188,7 @@ void MergeScene(const std::string& path) {
     }
     App().undo.Clear();
     App().settings.saveRequired = true;
+    Broadcast(NOTIFY_FILE_POST_MERGE);
 }
 
 void SaveScene(const std::string& path) {

@@ -14,15 +14,16 @@ void NewScene();
 void ResetScene();
 
 // Paths are UTF-8. Opening and merging throw InputError, with the scene as it was, for a file that
-// can't be had or has a fault. Around them NOTIFY_FILE_PRE_OPEN_PROCESS and, after a failure too,
-// NOTIFY_FILE_POST_OPEN_PROCESS; NOTIFY_FILE_POST_OPEN before the latter when a file was opened and
-// its post-load callbacks have run. Of what opening puts into the scene nothing else is broadcast
-// but NOTIFY_RENDPARAM_CHANGED. Opening takes the file's name as the scene's; settings of the
-// render that the file doesn't have stay.
+// can't be had or has a fault. Around opening NOTIFY_FILE_PRE_OPEN_PROCESS and, after a failure
+// too, NOTIFY_FILE_POST_OPEN_PROCESS, with the path; NOTIFY_FILE_POST_OPEN before the latter when a
+// file was opened and its post-load callbacks have run. Of what opening puts into the scene nothing
+// else is broadcast but NOTIFY_RENDPARAM_CHANGED. Opening takes the file's name as the scene's;
+// settings of the render that the file doesn't have stay.
 void OpenScene(const std::string& path);
 // Adds what is in the file to the scene, but for the render's settings. Nodes and layers whose
-// names are taken come under new names ("Box" as "Box001"); so do selection sets. Listeners hear of
-// layers and sets as of any that the user makes.
+// names are taken come under new names ("Box" as "Box001"); so do selection sets. Nodes whose
+// render IDs are taken get others of their own (Scene::AssignRenderIDs). Listeners hear of layers
+// and sets as of any that the user makes, between NOTIFY_FILE_PRE_MERGE and NOTIFY_FILE_POST_MERGE.
 void MergeScene(const std::string& path);
 
 // Writes a file beside `path` and moves it into place (host/whole_file.h), so that `path` is the

@@ -21,6 +21,7 @@ ParamBlockDesc2& VRayBlockDesc() {
             {VRAY_FRAME_BUFFER_HEIGHT, _M("frameBufferHeight"), TYPE_INT, 480},
             {VRAY_MEMORY_FRAME_BUFFER, _M("memoryFrameBuffer"), TYPE_BOOL, TRUE},
             {VRAY_SIZE_FROM_HOST, _M("takeSizeFromHost"), TYPE_BOOL, TRUE},
+            {VRAY_FORCE_32_BITS, _M("force32Bits"), TYPE_BOOL, FALSE},
         };
         for (const auto& row : PARAMETERS) {
             made.AddParam(row.id, row.name, row.type, 0, 0, p_default, row.value, p_end);
@@ -39,7 +40,11 @@ HostRenderer::HostRenderer(Class_ID id) : id_(id) {
     ReplaceReference(0, new ParamBlock(VRayBlockDesc(), this));
     properties.Set("output_on",
                    [this] { return ScriptBool(block_->GetInt(VRAY_FRAME_BUFFER_ON) != 0); });
-    properties.Set("imageSampler_type", ScriptInt(VRAY_SAMPLER_BUCKET));
+    properties.Set(
+        VRAY_FORCE_32_BITS_PROPERTY,
+        [this] { return ScriptBool(block_->GetInt(VRAY_FORCE_32_BITS) != 0); },
+        [this](FPValue value) { block_->SetValue(VRAY_FORCE_32_BITS, 0, value.i); });
+    properties.Set(VRAY_SAMPLER_PROPERTY, ScriptInt(VRAY_SAMPLER_BUCKET));
 }
 
 HostRenderer::~HostRenderer() {

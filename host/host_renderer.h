@@ -21,15 +21,22 @@ constexpr ParamID VRAY_FRAME_BUFFER_WIDTH = 171;
 constexpr ParamID VRAY_FRAME_BUFFER_HEIGHT = 172;
 constexpr ParamID VRAY_MEMORY_FRAME_BUFFER = 189;
 constexpr ParamID VRAY_SIZE_FROM_HOST = 228;
+// The frame that V-Ray leaves in the host's bitmap has 32 bits a channel.
+constexpr ParamID VRAY_FORCE_32_BITS = 280;
 
-// Values of "imageSampler_type".
+// The property of V-Ray that tells how it samples, and its values.
+constexpr const char* VRAY_SAMPLER_PROPERTY = "imageSampler_type";
 constexpr int VRAY_SAMPLER_BUCKET = 1;
 constexpr int VRAY_SAMPLER_PROGRESSIVE = 3;
+
+// The property that is the block's VRAY_FORCE_32_BITS.
+constexpr const char* VRAY_FORCE_32_BITS_PROPERTY = "output_force32bit_3dsmax_vfb";
 
 class HostRenderer final : public Renderer {
   public:
     // A V-Ray has its block, with the frame buffer off, and the properties "output_on" (the block's
-    // VRAY_FRAME_BUFFER_ON) and "imageSampler_type"; every other class has neither.
+    // VRAY_FRAME_BUFFER_ON), VRAY_FORCE_32_BITS_PROPERTY, which can be set, and
+    // VRAY_SAMPLER_PROPERTY; every other class has neither.
     explicit HostRenderer(Class_ID id);
     ~HostRenderer() override;
 

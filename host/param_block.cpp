@@ -251,6 +251,7 @@ void ParamBlock::TellTableChanged(const Parameter& parameter, tab_changes code, 
 
 void ParamBlock::TellChanged(const Parameter& parameter, int tabIndex, const Interval& changeInt,
                              PartID partID, RefMessage message) {
+    if (!notifies_) return;
     const ParamID outerId = std::exchange(notifyId_, parameter.id);
     const int outerIndex = std::exchange(notifyTabIndex_, parameter.IsTable() ? tabIndex : -1);
     NotifyDependents(changeInt, partID, message);

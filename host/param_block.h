@@ -79,6 +79,7 @@ class ParamBlock final : public IParamBlock2 {
     void Sort(ParamID id, CompareFnc compare) override;
 
     ParamID LastNotifyParamID(int& tabIndex) override;
+    void EnableNotifications(BOOL onOff) override { notifies_ = onOff != FALSE; }
 
     int NumRefs() override;
     RefTargetHandle GetReference(int which) override;
@@ -199,6 +200,7 @@ class ParamBlock final : public IParamBlock2 {
     std::vector<Parameter> parameters_;
     ParamID notifyId_ = -1;
     int notifyTabIndex_ = -1;
+    bool notifies_ = true;
     std::optional<PostLoadInfo> postLoadInfo_;
 };
 

@@ -34,6 +34,51 @@ void TakeValue(ParamType2 type, std::va_list* arguments, PB2Value& value, MSTR& 
     }
 }
 
+template <class Number>
+std::vector<Number> TakeNumbers(int count, std::va_list* arguments) {
+    std::vector<Number> numbers;
+    for (int i = 0; i < count; ++i)
+        numbers.push_back(static_cast<Number>(va_arg(*arguments, int)));
+    return numbers;
+}
+
+void TakeValues(ParamControl& control, std::size_t count, std::va_list* arguments) {
+    [[maybe_unused]] const int tag = va_arg(*arguments, int);
+    assert(tag == p_vals);
+    control.values = TakeNumbers<int>(static_cast<int>(count), arguments);
+}
+
+ParamControl TakeControl(std::va_list* arguments) {
+    ParamControl control;
+    control.map = static_cast<MapID>(va_arg(*arguments, int));
+    control.type = static_cast<ControlType2>(va_arg(*arguments, int));
+    switch (control.type) {
+        case TYPE_SINGLECHEKBOX:
+        case TYPE_CHECKBUTTON:
+        case TYPE_EDITBOX:
+            control.ids = TakeNumbers<int>(1, arguments);
+            break;
+        case TYPE_NODELISTBOX:
+            control.ids = TakeNumbers<int>(4, arguments);
+            break;
+        case TYPE_SPINNER:
+            va_arg(*arguments, int);  // EDITTYPE_POS_FLOAT, the only kind
+            control.ids = TakeNumbers<int>(2, arguments);
+            control.step = static_cast<float>(va_arg(*arguments, double));
+            break;
+        case TYPE_RADIO:
+            control.ids = TakeNumbers<int>(va_arg(*arguments, int), arguments);
+            TakeValues(control, control.ids.size(), arguments);
+            break;
+        case TYPE_INT_COMBOBOX:
+            control.ids = TakeNumbers<int>(1, arguments);
+            control.texts = TakeNumbers<StringResID>(va_arg(*arguments, int), arguments);
+            TakeValues(control, control.texts.size(), arguments);
+            break;
+    }
+    return control;
+}
+
 void TakeOption(ParamDef& def, int tag, std::va_list* arguments) {
     MSTR noText;
     switch (tag) {
@@ -53,6 +98,12 @@ void TakeOption(ParamDef& def, int tag, std::va_list* arguments) {
             break;
         case p_refno:
             def.refno = va_arg(*arguments, int);
+            break;
+        case p_ui:
+            def.control = TakeControl(arguments);
+            break;
+        case p_enable_ctrls:
+            def.enables = TakeNumbers<ParamID>(va_arg(*arguments, int), arguments);
             break;
         default:
             assert(false && "unknown tag in a parameter's definition");
@@ -130,6 +181,22 @@ int ParamBlockDesc2::IDtoIndex(int id) const {
         }
     }
     return -1;
+}
+
+ParamMap2UserDlgProc* ParamBlockDesc2::GetUserDlgProc(MapID map) const {
+    for (const map_spec& spec : map_specs) {
+        if (spec.map_id == map) return spec.dlgProc;
+    }
+    return nullptr;
+}
+
+bool ParamBlockDesc2::SetUserDlgProc(MapID map, ParamMap2UserDlgProc* procedure) {
+    for (map_spec& spec : map_specs) {
+        if (spec.map_id != map) continue;
+        spec.dlgProc = procedure;
+        return true;
+    }
+    return false;
 }
 
 ParamBlockDesc2* ClassDesc2::GetParamBlockDesc(int index) const {

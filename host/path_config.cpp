@@ -58,6 +58,17 @@ void PathConfig::SetDir(int which, const MSTR& folder) {
     }
 }
 
+void PathConfig::NormalizePathAccordingToSettings(MaxSDK::Util::Path& path) const {
+    if (!path.ConvertToAbsolute() || !keepsRelativePaths) return;
+    const auto folder = folders_.find(APP_SCENE_DIR);
+    if (folder == folders_.end()) return;
+    const std::filesystem::path inFolder =
+        ToNativePath(path.GetCStr()).lexically_relative(ToNativePath(folder->second));
+    if (!inFolder.empty() && *inFolder.begin() != "..") {
+        path = MaxSDK::Util::Path(FromNativePath(inFolder).data());
+    }
+}
+
 }  // namespace host
 
 IPathConfigMgr* IPathConfigMgr::GetPathConfigMgr() {

@@ -16,10 +16,14 @@ class PathConfig final : public IPathConfigMgr {
     PathConfig();
 
     const MCHAR* GetDir(int which) override;
+    void NormalizePathAccordingToSettings(MaxSDK::Util::Path& path) const override;
     // Made absolute; an empty folder takes the number away.
     void SetDir(int which, const MSTR& folder);
     bool IsEmpty() const { return folders_.empty(); }
     void Clear() { folders_.clear(); }
+
+    // Paths of files in the scene's folder or below it are kept relative to it.
+    bool keepsRelativePaths = false;
 
   private:
     std::map<int, MSTR> folders_;

@@ -127,8 +127,8 @@ RefResult ReferenceMaker::ReplaceReference(int which, RefTargetHandle target) {
         auto* block = dynamic_cast<host::ParamBlock*>(old);
         const bool dropsItsBlock =
             block && block->GetOwner() == this && !Holds(old->dependents_, this);
-        const bool dropsTheLast =
-            old->livesByReferences_ && old->dependents_.empty() && !TargetLifetime::IsPaused();
+        const bool dropsTheLast = old->livesByReferences_ && old->dependents_.empty() &&
+                                  !old->TestAFlag(A_LOCK_TARGET) && !TargetLifetime::IsPaused();
         if (dropsItsBlock || dropsTheLast) {
             old->livesByReferences_ = false;
             old->DeleteThis();

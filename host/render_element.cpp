@@ -65,14 +65,14 @@ class RenderElement::MultiMatte final : public IMultiMatte {
 };
 
 RenderElement::RenderElement(Class_ID id, const MSTR& name) : id_(id), name_(name) {
-    if (!IsVRayElement(id)) {
-        return;
-    }
-    std::map<ParamID, int> parameters{{VRAY_ELEMENT_ENABLED, TRUE}};
-    if (id == VRAY_DENOISER_ELEMENT) {
-        parameters[VRAY_DENOISER_MODE] = 2;
-    }
-    MakeBlock(parameters);
+    SetParameters(ParametersOfNew(id));
+}
+
+std::map<ParamID, int> RenderElement::ParametersOfNew(Class_ID id) {
+    std::map<ParamID, int> parameters;
+    if (IsVRayElement(id)) parameters[VRAY_ELEMENT_ENABLED] = TRUE;
+    if (id == VRAY_DENOISER_ELEMENT) parameters[VRAY_DENOISER_MODE] = 2;
+    return parameters;
 }
 
 RenderElement::~RenderElement() {
@@ -137,7 +137,7 @@ std::map<ParamID, int> RenderElement::Parameters() const {
 }
 
 // The old block goes before the descriptor that it looks at.
-void RenderElement::MakeBlock(const std::map<ParamID, int>& parameters) {
+void RenderElement::SetParameters(const std::map<ParamID, int>& parameters) {
     DeleteReference(0);
     blockDesc_.reset();
     if (parameters.empty()) {
@@ -158,13 +158,13 @@ void RenderElement::SetParameter(ParamID id, int value) {
     }
     std::map<ParamID, int> parameters = Parameters();
     parameters[id] = value;
-    MakeBlock(parameters);
+    SetParameters(parameters);
 }
 
 void RenderElement::RemoveParameter(ParamID id) {
     std::map<ParamID, int> parameters = Parameters();
     if (parameters.erase(id) > 0) {
-        MakeBlock(parameters);
+        SetParameters(parameters);
     }
 }
 

@@ -66,6 +66,11 @@ class RenderElement final : public IRenderElement {
     void SetParameter(ParamID id, int value);
     // The block goes with its last parameter.
     void RemoveParameter(ParamID id);
+    // All of the block. SetParameters makes it anew.
+    std::map<ParamID, int> Parameters() const;
+    void SetParameters(const std::map<ParamID, int>& parameters);
+    // What the block of a new element of the class has.
+    static std::map<ParamID, int> ParametersOfNew(Class_ID id);
 
     // From then on the element answers MULTI_MATTE_INTERFACE; components that weren't set are
     // empty. `component` 0 to 2. A node that is deleted leaves the description, and is in it again
@@ -81,8 +86,6 @@ class RenderElement final : public IRenderElement {
     void SetReference(int which, RefTargetHandle target) override;
     void Rename(const MSTR& name);
     void Changed();
-    void MakeBlock(const std::map<ParamID, int>& parameters);
-    std::map<ParamID, int> Parameters() const;
 
     // Null while it is in no list.
     RenderElementManager* manager_ = nullptr;

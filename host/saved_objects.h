@@ -92,6 +92,7 @@ constexpr int maxObjectDepth = 64;
 constexpr int maxChunkDepth = 64;
 
 std::vector<SavedAppData> SaveAppData(const Animatable& object);
+// Of `saved` no two are of one owner.
 void LoadAppData(const std::vector<SavedAppData>& saved, Animatable& object);
 
 // `roots` and all that they and their blocks refer to, targets before those that refer to them. A

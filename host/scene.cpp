@@ -181,6 +181,7 @@ std::unique_ptr<Node> Scene::Release(Node& node) {
     const auto found = PlaceOf(nodes_, node.serial_);
     std::unique_ptr<Node> released = std::move(*found);
     nodes_.erase(found);
+    goneRenderIDs_.insert(node.renderID_);
     LeaveName(node);
     node.inScene_ = false;
     topNodes_.clear();
@@ -225,6 +226,9 @@ void Scene::AssignRenderIDs() {
     std::vector<bool> taken(std::size_t{NO_RENDER_ID} + 1);
     for (const auto& node : nodes_) {
         taken[node->renderID_] = true;
+    }
+    for (const int id : goneRenderIDs_) {
+        taken[static_cast<std::size_t>(id)] = true;
     }
     for (const auto& node : nodes_) {
         if (!wants(node)) {
@@ -320,6 +324,7 @@ Scene::Contents Scene::TakeContents() {
     taken.nodes = std::exchange(nodes_, {});
     taken.sets = std::exchange(sets_, {});
     taken.nextRenderID = std::exchange(nextRenderID_, 0);
+    taken.goneRenderIDs = std::exchange(goneRenderIDs_, {});
     for (const auto& layer : taken.layers)
         layer->inScene_ = false;
     for (const auto& node : taken.nodes)
@@ -335,6 +340,7 @@ void Scene::PutBack(Contents contents) {
     nodes_ = std::exchange(contents.nodes, {});
     sets_ = std::exchange(contents.sets, {});
     nextRenderID_ = contents.nextRenderID;
+    goneRenderIDs_ = std::exchange(contents.goneRenderIDs, {});
     for (const auto& layer : layers_)
         layer->inScene_ = true;
     for (const auto& node : nodes_) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "host/node.h"
@@ -85,6 +86,7 @@ class Scene {
         std::vector<std::unique_ptr<Node>> nodes;
         std::vector<SelectionSet> sets;
         int nextRenderID = 0;
+        std::unordered_set<int> goneRenderIDs;
     };
     // Leaves an empty scene. Nobody is told of this, nor of PutBack.
     Contents TakeContents();
@@ -137,6 +139,8 @@ class Scene {
     // Those of a name, in order of creation.
     std::unordered_map<Name, std::vector<Node*>> nodesByName_;
     int nextRenderID_ = 0;
+    // Of nodes that left the scene: one may come back with an undo.
+    std::unordered_set<int> goneRenderIDs_;
     // In order of creation.
     std::vector<std::unique_ptr<SceneLayer>> layers_;
     // Empty when it is to be made anew.

@@ -34,6 +34,8 @@ struct SceneNode {
     int objectID = 0;
     bool hidden = false;
     std::optional<std::size_t> parent;
+    // All whose parent it is, in their order; may be empty when that is the file's.
+    std::vector<std::size_t> children;
     bool groupHead = false;
     bool groupMember = false;
     // User properties: lines of "name = value".
@@ -73,6 +75,12 @@ struct SceneMatte {
     bool include = true;
 };
 
+// An integer of a parameter block that no class describes.
+struct SceneNumber {
+    ParamID id = 0;
+    int value = 0;
+};
+
 struct SceneElement {
     Handle handle = 0;
     std::string name;
@@ -83,7 +91,18 @@ struct SceneElement {
     bool draft = false;
     // Red, green, blue.
     std::optional<std::array<SceneMatte, 3>> multiMatte;
+    // All of the element's own block, each once; nothing: as its class starts.
+    std::optional<std::vector<SceneNumber>> parameters;
     std::vector<SavedAppData> appData;
+};
+
+struct SceneRenderer {
+    // Class_ID() when none is assigned.
+    Class_ID rendererClass;
+    // Of its block, each once; those that are missing are as its class starts.
+    std::vector<SceneNumber> parameters;
+    // Of a V-Ray, the number of its image sampler.
+    std::optional<int> sampler;
 };
 
 // Settings of the render; those that are missing stay as they are.
@@ -99,6 +118,14 @@ struct SceneRender {
     // The file that the application renders to, and whether it does.
     std::optional<std::string> output;
     std::optional<bool> saveFile;
+    // A REND_TIME value, and what a span of frames is numbered from.
+    std::optional<int> timeType;
+    std::optional<int> numberBase;
+    // Whether effects run at all.
+    std::optional<bool> effects;
+    // Whether the draft settings are the current ones.
+    std::optional<bool> draft;
+    std::optional<SceneRenderer> renderer;
 };
 
 struct SceneDescription {

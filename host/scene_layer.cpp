@@ -20,7 +20,10 @@ void SceneLayer::DeleteThis() {
 }
 
 bool SceneLayer::IsHidden(bool checkParents) const {
-    return hidden_ || (checkParents && parent_ && parent_->IsHidden(true));
+    const SceneLayer* layer = this;
+    while (checkParents && !layer->hidden_ && layer->parent_)
+        layer = layer->parent_;
+    return layer->hidden_;
 }
 
 SceneLayer* SceneLayer::GetChildLayer(int index) const {
@@ -53,6 +56,8 @@ void SceneLayer::SetHidden(bool on) {
 
 bool SceneLayer::MayHangBelow(const SceneLayer* parent) const {
     if (parent && (&parent->scene_ != &scene_ || !parent->inScene_)) return false;
+    // As in Node::MayHangBelow.
+    if (children_.empty()) return parent != this;
     for (; parent; parent = parent->parent_) {
         if (parent == this) return false;
     }

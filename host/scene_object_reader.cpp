@@ -1,8 +1,10 @@
 #include "host/scene_object_reader.h"
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -12,9 +14,6 @@
 namespace host {
 namespace {
 
-// An object takes a little text and makes a lot; real scenes have some thousands.
-constexpr std::size_t mostObjects = 50'000;
-constexpr std::size_t mostEffects = 250;
 // The file's own size is the limit of texts.
 constexpr std::size_t anySize = std::numeric_limits<std::size_t>::max();
 constexpr long long mostOf32Bits = std::numeric_limits<std::uint32_t>::max();
@@ -38,12 +37,6 @@ std::vector<std::uint8_t> ReadBytes(const JsonValue& value) {
         bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
     }
     return bytes;
-}
-
-template <class Number>
-Number ReadNumber(const JsonValue& value) {
-    using Limits = std::numeric_limits<Number>;
-    return static_cast<Number>(value.Whole(Limits::min(), Limits::max()));
 }
 
 // Host types of 32 bits are wider where `unsigned long` is.
@@ -213,6 +206,7 @@ std::string ReadExactText(const JsonValue& value) {
 
 std::vector<SavedAppData> ReadAppData(const JsonValue& list) {
     std::vector<SavedAppData> chunks;
+    std::set<std::array<DWORD, 4>> owners;
     list.ForEach([&](const JsonValue& value) {
         SavedAppData& chunk = chunks.emplace_back();
         value.Read({
@@ -222,6 +216,9 @@ std::vector<SavedAppData> ReadAppData(const JsonValue& list) {
             {"subID", [&](const JsonValue& id) { chunk.subID = ReadDWORD(id); }, true},
             {"data", [&](const JsonValue& data) { chunk.bytes = ReadBytes(data); }, true},
         });
+        const std::array<DWORD, 4> owner = {chunk.owner.PartA(), chunk.owner.PartB(),
+                                            chunk.ownerSuperClass, chunk.subID};
+        if (!owners.insert(owner).second) value.Complain("the data of this owner stands twice");
     });
     return chunks;
 }

@@ -1,6 +1,8 @@
 // The part of scene files that holds objects as the application saved them.
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -9,8 +11,20 @@
 
 namespace host {
 
+// An object takes a little text and makes a lot, and every effect looks at every selection set;
+// real scenes have some thousands. Files with more are refused, and not written.
+constexpr std::size_t mostObjects = 50'000;
+constexpr std::size_t mostEffects = 250;
+constexpr std::size_t mostSelectionSets = 50'000;
+
 // All throw InputError.
 
+// A whole number in the range of its type.
+template <class Number>
+Number ReadNumber(const JsonValue& value) {
+    using Limits = std::numeric_limits<Number>;
+    return static_cast<Number>(value.Whole(Limits::min(), Limits::max()));
+}
 // Above 0, in 32 bits.
 Handle ReadHandle(const JsonValue& value);
 // A list of two numbers.

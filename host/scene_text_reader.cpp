@@ -21,6 +21,7 @@
 #include "host/nearest_names.h"
 #include "host/printable.h"
 #include "host/scene_object_reader.h"
+#include "host/time_type_names.h"
 
 namespace host {
 namespace {
@@ -189,6 +190,7 @@ class SceneReader {
         std::size_t index = 0;
         list.ForEach([&](const JsonValue& value) { ReadParent(value, index++); });
         CheckParents(list);
+        ReadAllChildren(list);
     }
 
     void ReadNode(const JsonValue& value) {
@@ -215,6 +217,7 @@ class SceneReader {
              }},
             {"hidden", [&](const JsonValue& hidden) { node.hidden = hidden.Bool(); }},
             {"parent", [](const JsonValue&) {}},
+            {"children", Newer([](const JsonValue&) {})},
             {"groupHead", [&](const JsonValue& head) { node.groupHead = head.Bool(); }},
             {"groupMember", [&](const JsonValue& member) { node.groupMember = member.Bool(); }},
             {"properties", [&](const JsonValue& text) { node.properties = ReadText(text); }},
@@ -231,15 +234,19 @@ class SceneReader {
         scene.nodes.push_back(std::move(node));
     }
 
-    static NodeKind ReadKind(const JsonValue& value) {
+    // Of a table of names the row that the text names.
+    template <class Rows>
+    static const auto& ReadChoice(const JsonValue& value, const Rows& rows) {
         const std::string& name = value.Text();
         std::vector<std::string> names;
-        for (const KindName& each : kindNames) {
-            if (each.name == name) return each.kind;
+        for (const auto& each : rows) {
+            if (each.name == name) return each;
             names.emplace_back(each.name);
         }
         value.Complain("must be one of " + Joined(names));
     }
+
+    static NodeKind ReadKind(const JsonValue& value) { return ReadChoice(value, kindNames).kind; }
 
     static std::array<double, 16> ReadTransform(const JsonValue& rows) {
         constexpr double most = std::numeric_limits<float>::max();
@@ -291,6 +298,36 @@ class SceneReader {
         value.ForEachMember([&](const std::string& key, const JsonValue& parent) {
             if (key == "parent") scene.nodes[index].parent = NodeNamed(parent);
         });
+    }
+
+    void ReadAllChildren(const JsonValue& list) {
+        std::vector<std::size_t> counts(scene.nodes.size());
+        for (const SceneNode& node : scene.nodes) {
+            if (node.parent) ++counts[*node.parent];
+        }
+        std::size_t index = 0;
+        list.ForEach([&](const JsonValue& value) {
+            value.ForEachMember([&](const std::string& key, const JsonValue& children) {
+                if (key == "children") ReadChildren(children, index, counts[index]);
+            });
+            ++index;
+        });
+    }
+
+    void ReadChildren(const JsonValue& list, std::size_t parent, std::size_t count) {
+        Indices children = NodesNamed(list);
+        std::size_t at = 0;
+        list.ForEach([&](const JsonValue& value) {
+            const SceneNode& child = scene.nodes[children[at++]];
+            if (child.parent != parent) {
+                value.Complain("the parent of " + Quoted(child.name) + " is not this node");
+            }
+        });
+        if (children.size() != count) {
+            list.Complain("has " + std::to_string(children.size()) +
+                          " of the nodes whose parent this is, which are " + std::to_string(count));
+        }
+        scene.nodes[parent].children = std::move(children);
     }
 
     void CheckParents(const JsonValue& list) const {
@@ -408,6 +445,10 @@ class SceneReader {
     }
 
     void ReadSets(const JsonValue& list) {
+        if (list.Size() > mostSelectionSets) {
+            list.Complain("there are more than " + std::to_string(mostSelectionSets) +
+                          " selection sets");
+        }
         list.ForEach([&](const JsonValue& value) {
             SceneSet set;
             value.Read({
@@ -439,6 +480,9 @@ class SceneReader {
                 {"draft", Newer([&](const JsonValue& on) { element.draft = on.Bool(); })},
                 {"multiMatte",
                  [&](const JsonValue& mattes) { element.multiMatte = ReadMattes(mattes); }},
+                {"parameters", Newer([&](const JsonValue& numbers) {
+                     element.parameters = ReadNumbers(numbers);
+                 })},
                 AppDataOf(element.appData),
             });
             if (element.handle != 0 && !element.elementClass) {
@@ -480,6 +524,39 @@ class SceneReader {
         return matte;
     }
 
+    static std::vector<SceneNumber> ReadNumbers(const JsonValue& list) {
+        std::vector<SceneNumber> numbers;
+        std::unordered_set<ParamID> ids;
+        list.ForEach([&](const JsonValue& value) {
+            SceneNumber& number = numbers.emplace_back();
+            value.Read({
+                {"id",
+                 [&](const JsonValue& id) {
+                     number.id = ReadNumber<ParamID>(id);
+                     if (!ids.insert(number.id).second) {
+                         id.Complain("the parameter " + std::to_string(number.id) +
+                                     " stands twice");
+                     }
+                 },
+                 true},
+                {"value", [&](const JsonValue& each) { number.value = ReadNumber<int>(each); },
+                 true},
+            });
+        });
+        return numbers;
+    }
+
+    static SceneRenderer ReadRenderer(const JsonValue& value) {
+        SceneRenderer renderer;
+        value.Read({
+            {"class", [&](const JsonValue& id) { renderer.rendererClass = ReadClassID(id); }},
+            {"parameters", [&](const JsonValue& list) { renderer.parameters = ReadNumbers(list); }},
+            {"sampler",
+             [&](const JsonValue& number) { renderer.sampler = ReadNumber<int>(number); }},
+        });
+        return renderer;
+    }
+
     void ReadRender(const JsonValue& value) {
         SceneRender& render = scene.render;
         const auto side = [](std::optional<int>& pixels) {
@@ -506,6 +583,15 @@ class SceneReader {
             {"height", Newer(side(render.height))},
             {"output", Newer([&](const JsonValue& path) { render.output = ReadExactText(path); })},
             {"saveFile", Newer([&](const JsonValue& on) { render.saveFile = on.Bool(); })},
+            {"timeType", Newer([&](const JsonValue& name) {
+                 render.timeType = ReadChoice(name, timeTypeNames).type;
+             })},
+            {"numberBase",
+             Newer([&](const JsonValue& base) { render.numberBase = ReadNumber<int>(base); })},
+            {"effects", Newer([&](const JsonValue& on) { render.effects = on.Bool(); })},
+            {"draft", Newer([&](const JsonValue& on) { render.draft = on.Bool(); })},
+            {"renderer",
+             Newer([&](const JsonValue& renderer) { render.renderer = ReadRenderer(renderer); })},
         });
     }
 

@@ -1,5 +1,6 @@
 #include "host/scene_text_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -11,7 +12,9 @@
 #include "host/input_error.h"
 #include "host/json_writer.h"
 #include "host/saved_value_types.h"
+#include "host/scene_object_reader.h"
 #include "host/scene_text_reader.h"
+#include "host/time_type_names.h"
 
 namespace host {
 namespace {
@@ -53,6 +56,7 @@ class SceneWriter {
     explicit SceneWriter(const SceneDescription& description) : scene(description) {}
 
     std::string Write() {
+        CheckCounts();
         json.OpenObject(Lines);
         json.Key("veltrane").Whole(newestSceneVersion);
         WriteList("nodes", scene.nodes, [&](const SceneNode& node) { WriteNode(node); });
@@ -86,6 +90,20 @@ class SceneWriter {
     static constexpr JsonLayout Line = JsonLayout::Line;
     static constexpr JsonLayout Lines = JsonLayout::Lines;
 
+    void CheckCounts() const {
+        const auto effects = static_cast<std::size_t>(std::count_if(
+            scene.objects.begin(), scene.objects.end(),
+            [](const SavedObject& object) { return object.superClass == RENDER_EFFECT_CLASS_ID; }));
+        const auto check = [&](std::size_t count, std::size_t most, const char* what) {
+            if (count <= most) return;
+            throw InputError(scene.path + ": the scene has more than " + std::to_string(most) +
+                             " " + what + ", which no file may have");
+        };
+        check(scene.objects.size(), mostObjects, "objects");
+        check(effects, mostEffects, "effects");
+        check(scene.selectionSets.size(), mostSelectionSets, "selection sets");
+    }
+
     template <class List, class Write>
     void WriteList(std::string_view key, const List& list, Write write) {
         if (list.empty()) return;
@@ -116,8 +134,8 @@ class SceneWriter {
         WriteText(node.name);
     }
 
-    void WriteNodes(const Indices& nodes) {
-        json.Key("nodes").OpenList(Line);
+    void WriteNodes(const Indices& nodes, std::string_view key = "nodes") {
+        json.Key(key).OpenList(Line);
         for (const std::size_t node : nodes)
             WriteNodeName(node);
         json.Close();
@@ -160,6 +178,7 @@ class SceneWriter {
             json.Key("parent");
             WriteNodeName(*node.parent);
         }
+        if (!node.children.empty()) WriteNodes(node.children, "children");
         WriteSwitch("groupHead", node.groupHead);
         WriteSwitch("groupMember", node.groupMember);
         if (!node.properties.empty()) {
@@ -241,6 +260,7 @@ class SceneWriter {
         if (!element.enabled) json.Key("enabled").Bool(false);
         WriteSwitch("draft", element.draft);
         if (element.multiMatte) WriteMattes(*element.multiMatte);
+        if (element.parameters) WriteNumbers(*element.parameters);
         WriteAppData(element.appData);
         json.Close();
     }
@@ -256,6 +276,28 @@ class SceneWriter {
             if (!matte.include) json.Key("include").Bool(false);
             json.Close();
         }
+        json.Close();
+    }
+
+    void WriteNumbers(const std::vector<SceneNumber>& numbers) {
+        json.Key("parameters").OpenList(Line);
+        for (const SceneNumber& number : numbers) {
+            json.OpenObject(Line);
+            json.Key("id").Whole(number.id);
+            json.Key("value").Whole(number.value);
+            json.Close();
+        }
+        json.Close();
+    }
+
+    void WriteRenderer(const SceneRenderer& renderer) {
+        json.Key("renderer").OpenObject(Line);
+        if (renderer.rendererClass != Class_ID()) {
+            json.Key("class");
+            WriteClassID(renderer.rendererClass);
+        }
+        if (!renderer.parameters.empty()) WriteNumbers(renderer.parameters);
+        if (renderer.sampler) json.Key("sampler").Whole(*renderer.sampler);
         json.Close();
     }
 
@@ -275,6 +317,14 @@ class SceneWriter {
             WriteText(*render.output);
         }
         if (render.saveFile) json.Key("saveFile").Bool(*render.saveFile);
+        if (render.timeType) {
+            json.Key("timeType")
+                .Text(timeTypeNames.at(static_cast<std::size_t>(*render.timeType)).name);
+        }
+        if (render.numberBase) json.Key("numberBase").Whole(*render.numberBase);
+        if (render.effects) json.Key("effects").Bool(*render.effects);
+        if (render.draft) json.Key("draft").Bool(*render.draft);
+        if (render.renderer) WriteRenderer(*render.renderer);
         json.Close();
     }
 

@@ -1,5 +1,7 @@
 #include "host/script_properties.h"
 
+#include <charconv>
+
 #include "host/application.h"
 #include "host/host_renderer.h"
 #include "host/script_calls.h"
@@ -21,6 +23,16 @@ std::string Key(std::string_view name) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
     return key;
+}
+
+std::optional<FPValue> Literal(std::string_view text) {
+    const std::string key = Key(text);
+    if (key == "true" || key == "false") return ScriptBool(key == "true");
+    int number = 0;
+    const char* end = key.data() + key.size();
+    const auto [stop, error] = std::from_chars(key.data(), end, number);
+    if (error != std::errc() || stop != end) return std::nullopt;
+    return ScriptInt(number);
 }
 
 std::optional<FPValue> EvaluateProperty(const MCHAR* script) {
@@ -60,17 +72,28 @@ void ScriptProperties::Set(const std::string& name, FPValue value) {
     Set(name, [value] { return value; });
 }
 
-void ScriptProperties::Set(const std::string& name, Getter getter) {
-    getters_[Key(name)] = std::move(getter);
+void ScriptProperties::Set(const std::string& name, Getter getter, Setter setter) {
+    properties_[Key(name)] = {std::move(getter), std::move(setter)};
 }
 
 void ScriptProperties::Remove(const std::string& name) {
-    getters_.erase(Key(name));
+    properties_.erase(Key(name));
+}
+
+const ScriptProperties::Property* ScriptProperties::Find(std::string_view name) const {
+    const auto found = properties_.find(Key(name));
+    return found == properties_.end() ? nullptr : &found->second;
 }
 
 std::optional<FPValue> ScriptProperties::Evaluate(std::string_view expression) const {
-    const auto found = getters_.find(Key(expression));
-    return found == getters_.end() ? std::nullopt : found->second();
+    const std::size_t sign = expression.find('=');
+    const Property* property = Find(expression.substr(0, sign));
+    if (!property) return std::nullopt;
+    if (sign == std::string_view::npos) return property->get();
+    const std::optional<FPValue> value = Literal(expression.substr(sign + 1));
+    if (!value || !property->set) return std::nullopt;
+    property->set(*value);
+    return value;
 }
 
 }  // namespace host

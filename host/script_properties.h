@@ -1,4 +1,4 @@
-// Property expressions that the host's script language answers.
+// Property expressions that the host's script language answers, and assignments to them.
 #pragma once
 
 #include <functional>
@@ -20,15 +20,25 @@ class ScriptProperties {
   public:
     // Gives the value at the time of the question; nothing when the property isn't there just now.
     using Getter = std::function<std::optional<FPValue>()>;
+    // Takes the value of "NAME = VALUE", which is true, false or a whole number.
+    using Setter = std::function<void(FPValue value)>;
 
     void Set(const std::string& name, FPValue value);
-    void Set(const std::string& name, Getter getter);
+    // Without a setter the property can only be read.
+    void Set(const std::string& name, Getter getter, Setter setter = {});
     void Remove(const std::string& name);
+    // The property's value; of an assignment, the value that was assigned.
     std::optional<FPValue> Evaluate(std::string_view expression) const;
 
   private:
+    struct Property {
+        Getter get;
+        Setter set;
+    };
+    const Property* Find(std::string_view name) const;
+
     // By lower-case name.
-    std::map<std::string, Getter> getters_;
+    std::map<std::string, Property> properties_;
 };
 
 }  // namespace host

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <iparamb2_types.h>
+#include <strclass.h>
+
+#include <optional>
 
 namespace effect {
 class PSDOutput;
@@ -34,6 +37,9 @@ class EffectPanel {
     virtual void RefreshObjectIDControls() = 0;
     virtual void RefreshMaterialIDControls() = 0;
     virtual void RefreshObjectControls() = 0;
+    // All that the edit of a list of IDs (nodeIDList, mtlIDList) shows. Nothing while its rollup
+    // isn't there or not visible, or shows another effect.
+    virtual std::optional<MSTR> TypedIDList(const effect::PSDOutput& effect, ParamID list) = 0;
     virtual void RefreshSceneLayerControls() = 0;
     virtual void RefreshSelectionSetControls() = 0;
     virtual void RedrawSelectionSets() = 0;

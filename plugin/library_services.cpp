@@ -2,6 +2,8 @@
 
 #include "plugin/block_changes.h"
 #include "plugin/layer_presets.h"
+#include "plugin/overwrite_question.h"
+#include "plugin/param_dialog.h"
 #include "plugin/post_load_migration.h"
 #include "plugin/string_table.h"
 #include "plugin/warning_switches.h"
@@ -15,6 +17,8 @@ const effect::LibraryServices& Services() {
         .loadLayerPreset = LoadLayerPreset,
         .makePostLoadCallback = MakePostLoadCallback,
         .parameterChanged = ParameterChanged,
+        .askOverwrite = AskOverwrite,
+        .createParamDialog = CreateParamDialog,
     };
     return services;
 }

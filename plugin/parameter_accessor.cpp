@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -65,9 +67,28 @@ void StartFileDialogAt(effect::PSDOutput& owner, const MSTR& name) {
 void NormalizeFilename(PB2Value& v, effect::PSDOutput* owner) {
     if (owner) owner->shortFilename = MSTR();
     if (!v.s) return;
-    const MSTR name = NormalFilename(MSTR(v.s));
-    ReplaceText(v, name);
-    if (owner && owner->pblock) StartFileDialogAt(*owner, name);
+    const MSTR given(v.s);
+    ReplaceText(v, owner ? plugin::NormalizeFilename(*owner, given) : NormalFilename(given));
+}
+
+// Units of a typed list: all that is taken, and from how many on a parameter map's own buffer may
+// have cut it.
+constexpr std::size_t longestTypedList = 8192;
+constexpr std::size_t shortestCutList = 256;
+
+// A parameter map's buffer is shorter than the edit field that it reads. What it brings is taken
+// for a cut text when the field shows the same and goes on.
+void CompleteTypedList(PB2Value& v, const effect::PSDOutput& owner, ParamID list) {
+    EffectPanel* panel = OpenPanel();
+    const std::optional<MSTR> shown = panel && v.s ? panel->TypedIDList(owner, list) : std::nullopt;
+    if (!shown) return;
+    const std::basic_string<MCHAR> typed(
+        std::basic_string_view<MCHAR>(shown->data()).substr(0, longestTypedList));
+    const std::basic_string_view<MCHAR> given(v.s);
+    const std::size_t both = std::min(typed.size(), given.size());
+    if (typed.compare(0, both, given.substr(0, both)) != 0) return;
+    if (typed.size() == given.size() || typed.size() < shortestCutList) return;
+    ReplaceText(v, typed.c_str());
 }
 
 // The host's reads go through the accessor, also where the stored value is wanted.
@@ -102,6 +123,9 @@ void PSDOutputPBAccessor::Get(PB2Value& v, ReferenceMaker* owner, ParamID id, in
 void PSDOutputPBAccessor::Set(PB2Value& v, ReferenceMaker* owner, ParamID id, int, TimeValue) {
     effect::PSDOutput* output = OwnerAsEffect(owner);
     if (id == "filename"_param) NormalizeFilename(v, output);
+    if (output && (id == "nodeIDList"_param || id == "mtlIDList"_param)) {
+        CompleteTypedList(v, *output, id);
+    }
     if (id == "bitDepth"_param && v.i == 32 && output) PrepareLayersFor32Bits(*output);
 }
 
@@ -131,6 +155,13 @@ void PSDOutputPBAccessor::TabChanged(tab_changes changeCode, Tab<PB2Value>*, Ref
 PSDOutputPBAccessor& EffectAccessor() {
     static PSDOutputPBAccessor accessor;
     return accessor;
+}
+
+MSTR NormalizeFilename(effect::PSDOutput& effect, const MSTR& given) {
+    effect.shortFilename = MSTR();
+    MSTR name = NormalFilename(given);
+    if (effect.pblock) StartFileDialogAt(effect, name);
+    return name;
 }
 
 int StoredBitDepth(IParamBlock2& pblock) {

@@ -1,15 +1,20 @@
 #include "plugin/parameter_blocks.h"
 
 #include <array>
+#include <cassert>
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include "plugin/parameters.h"
 
 namespace plugin {
 namespace {
 
+using parameters::Choice;
+using parameters::Control;
+using parameters::ControlKind;
 using parameters::Row;
 using parameters::Type;
 
@@ -72,6 +77,83 @@ void AddRange(ParamBlockDesc2& desc, const Row& row) {
     }
 }
 
+// The longest: a combo of five items.
+constexpr std::size_t longestOption = 16;
+
+// One tag with as many values as there are. The rest of the open list is p_end.
+void AddOption(ParamBlockDesc2& desc, ParamID id, int tag, std::vector<int> values) {
+    assert(values.size() < longestOption);
+    values.resize(longestOption, p_end);
+    [&]<std::size_t... index>(std::index_sequence<index...>) {
+        desc.ParamOption(id, tag, values[index]...);
+    }
+    (std::make_index_sequence<longestOption>{});
+}
+
+void AppendValues(std::vector<int>& values, const Row& row) {
+    values.push_back(p_vals);
+    for (const Choice& choice : row.choices)
+        values.push_back(choice.value);
+}
+
+std::vector<int> RadioValues(const Row& row) {
+    const auto count = static_cast<int>(row.choices.size());
+    std::vector<int> values{row.control.place, TYPE_RADIO, count};
+    for (std::size_t i = 0; i < row.choices.size(); ++i)
+        values.push_back(row.control.ids[i]);
+    AppendValues(values, row);
+    return values;
+}
+
+std::vector<int> ComboValues(const Row& row) {
+    const auto count = static_cast<int>(row.choices.size());
+    std::vector<int> values{row.control.place, TYPE_INT_COMBOBOX, row.control.ids[0], count};
+    for (const Choice& choice : row.choices)
+        values.push_back(choice.text);
+    AppendValues(values, row);
+    return values;
+}
+
+void AddControl(ParamBlockDesc2& desc, const Row& row) {
+    const Control& control = row.control;
+    const int id = control.ids[0];
+    switch (control.kind) {
+        case ControlKind::CheckBox:
+            AddOption(desc, row.id, p_ui, {control.place, TYPE_SINGLECHEKBOX, id});
+            break;
+        case ControlKind::CheckButton:
+            AddOption(desc, row.id, p_ui, {control.place, TYPE_CHECKBUTTON, id});
+            break;
+        case ControlKind::Edit:
+            AddOption(desc, row.id, p_ui, {control.place, TYPE_EDITBOX, id});
+            break;
+        case ControlKind::NodeListBox:
+            // Its buttons are the effect's own.
+            AddOption(desc, row.id, p_ui, {control.place, TYPE_NODELISTBOX, id, 0, 0, 0});
+            break;
+        case ControlKind::Radio:
+            AddOption(desc, row.id, p_ui, RadioValues(row));
+            break;
+        case ControlKind::Combo:
+            AddOption(desc, row.id, p_ui, ComboValues(row));
+            break;
+        case ControlKind::Spinner:
+            desc.ParamOption(row.id, p_ui, control.place, static_cast<int>(TYPE_SPINNER),
+                             static_cast<int>(EDITTYPE_POS_FLOAT), id, control.ids[1], control.step,
+                             p_end);
+            break;
+        case ControlKind::None:
+        case ControlKind::ListView:
+            break;
+    }
+}
+
+void AddEnabling(ParamBlockDesc2& desc, const Row& row) {
+    std::vector<int> values{row.enableCount};
+    values.insert(values.end(), row.enables.begin(), row.enables.begin() + row.enableCount);
+    AddOption(desc, row.id, p_enable_ctrls, std::move(values));
+}
+
 // The layer block's reference parameter is the owner's own reference 1.
 constexpr int renderElementReference = 1;
 
@@ -90,6 +172,8 @@ void AddRow(ParamBlockDesc2& desc, const Row& row, std::string_view internalName
     if (row.HasRange()) AddRange(desc, row);
     if (row.accessor && accessor) desc.ParamOption(row.id, p_accessor, accessor, p_end);
     if (row.assetType != 0) desc.ParamOption(row.id, p_assetTypeID, row.assetType, p_end);
+    if (row.control.IsBoundByHost()) AddControl(desc, row);
+    if (row.enableCount > 0) AddEnabling(desc, row);
 }
 
 struct MapArguments {

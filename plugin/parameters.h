@@ -53,11 +53,17 @@ struct Control {
     bool inverted = false;
     // Drawn and read by the effect itself, not bound by the host.
     bool unbound = false;
+    // What a click of a spinner's arrow adds.
+    double step = 0.0;
+
+    constexpr bool IsBoundByHost() const { return place >= 0 && !unbound; }
 };
 
 struct Choice {
     int value;
     std::string_view label;
+    // The label's number among the library's strings, where the host fills a combo; else 0.
+    StringResID text = 0;
 };
 
 struct Row {
@@ -94,6 +100,11 @@ struct Row {
     constexpr Row Inverted() const {
         Row row = *this;
         row.control.inverted = true;
+        return row;
+    }
+    constexpr Row Stepping(double step) const {
+        Row row = *this;
+        row.control.step = step;
         return row;
     }
     constexpr Row Unbound() const {
@@ -151,16 +162,16 @@ constexpr Row Position(ParamID id, std::string_view name, int byDefault, std::st
 }
 
 inline constexpr Choice outputAsChoices[] = {
-    {0, "Channels"},
-    {5, "Layers (Render Cut-out)"},
-    {1, "Layers (Alpha Matte)"},
-    {4, "Layers (Luminance Matte)"},
+    {0, "Channels", 25},
+    {5, "Layers (Render Cut-out)", 48},
+    {1, "Layers (Alpha Matte)", 26},
+    {4, "Layers (Luminance Matte)", 38},
 };
 inline constexpr Choice outputRenderAsChoices[] = {
-    {0, "Layer with Transparency"}, {1, "Layer (No Transparency)"}, {2, "Layer + Mask"},
-    {3, "Layer + Disabled Mask"},   {4, "Layer + Alpha Channel"},
+    {0, "Layer with Transparency", 43}, {1, "Layer (No Transparency)", 44}, {2, "Layer + Mask", 45},
+    {3, "Layer + Disabled Mask", 46},   {4, "Layer + Alpha Channel", 47},
 };
-inline constexpr Choice fileFormatChoices[] = {{0, "PSD"}, {1, "PSB"}};
+inline constexpr Choice fileFormatChoices[] = {{0, "PSD", 60}, {1, "PSB", 61}};
 inline constexpr Choice bitDepthChoices[] = {{8, "8 Bits"}, {16, "16 Bits"}, {32, "32 Bits (HDR)"}};
 // In the order of the combo.
 inline constexpr Choice correctionChoices[] = {
@@ -294,7 +305,8 @@ inline constexpr auto effectRows = std::to_array<Row>({
         .Accessed(),
     Real(45, "resolution", Type::Float, 72.0, "Document resolution in dots per inch")
         .Within(1.0, 10000.0)
-        .In(0, ControlKind::Spinner, 1144, 1145),
+        .In(0, ControlKind::Spinner, 1144, 1145)
+        .Stepping(1.0),
     Int(46, "bitDepth", 16, "Bits a channel of the document")
         .OneOf(bitDepthChoices)
         .In(0, ControlKind::Radio, 1107, 1108, 1110)

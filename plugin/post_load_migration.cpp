@@ -8,10 +8,10 @@ namespace plugin {
 namespace {
 
 // Versions count 1 to 4; those above 100 are of a numbering before it, and so older than all.
-constexpr DWORD lastFormerVersion = 100;
+constexpr DWORD formerNumberingAbove = 100;
 
 bool IsOlderThan(DWORD version, DWORD wanted) {
-    return version < wanted || version > lastFormerVersion;
+    return version < wanted || version > formerNumberingAbove;
 }
 
 void SetNumber(IParamBlock2& pblock, ParamID id, int value) {
@@ -51,7 +51,7 @@ constexpr ParamID offBeforeVersion2[] = {
 
 // Old scenes keep the output that they had: a new effect's defaults aren't theirs.
 void Migrate(IParamBlock2& pblock, DWORD version) {
-    if (version > lastFormerVersion) {
+    if (version > formerNumberingAbove) {
         SetNumber(pblock, "bitDepth"_param, StoredBitDepth(pblock));
         SetNumber(pblock, "matchRenderOutputFilename"_param, FALSE);
     }

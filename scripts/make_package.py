@@ -3,8 +3,8 @@
 
     scripts/make_package.py [--build build/windows] [--output build/windows/veltrane-VERSION.zip]
 
-What is in it goes into a folder that the application searches for plug-ins. The help is made of the
-pages in docs/ with Free Pascal's chmcmd. The same files give the same zip.
+What is in it goes into one of the folders "ApplicationPlugins" that the application searches. The
+help is made of the pages in docs/ with Free Pascal's chmcmd. The same files give the same zip.
 """
 import argparse
 import html
@@ -13,6 +13,7 @@ import re
 import shutil
 import subprocess
 import tempfile
+import uuid
 import zipfile
 
 import markdown
@@ -22,6 +23,11 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 PAGES = ("passes", "colour", "parameters", "configuration", "scene-file", "scene-data")
 # The time of every file in the zip; a zip knows none before.
 EPOCH = (1980, 1, 1, 0, 0, 0)
+# What a library imports that was made for this project's own host.
+OWN_HOST = b"veltrane_host.dll"
+# In a help file four bytes of clock follow its header's first 16, and in #SYSTEM, which starts with
+# its version, those of its first entry.
+CLOCKS = (re.compile(rb"\AITSF.{12}", re.DOTALL), re.compile(rb"\x03\0\0\0\x0a\0\x04\0"))
 
 PAGE = """<!DOCTYPE html PUBLIC "-//W3C//DTD HTML 4.01//EN">
 <html><head><meta http-equiv="Content-Type" content="text/html; charset=utf-8">
@@ -54,8 +60,26 @@ def version():
     return found.group(1)
 
 
+def package_contents(version_text):
+    """PackageContents.xml. Every version has a ProductCode of its own, and all the UpgradeCode."""
+    text = (ROOT / "ui" / "PackageContents.xml.in").read_text(encoding="utf-8")
+    upgrade = uuid.UUID(re.search(r'UpgradeCode="({[^"]+})"', text).group(1))
+    product = f"{{{uuid.uuid5(upgrade, version_text)}}}"
+    return text.replace("@VERSION@", version_text).replace("@PRODUCT_CODE@", product)
+
+
+def without_clocks(made):
+    """The help file as at any other time."""
+    for clock in CLOCKS:
+        found = clock.search(made)
+        if not found:
+            raise SystemExit("make_package: chmcmd made no help file")
+        made = made[:found.end()] + bytes(4) + made[found.end() + 4:]
+    return made
+
+
 def make_help(folder):
-    """The help file, made in `folder`."""
+    """The help file's bytes. Leaves its parts in `folder`."""
     titles = {}
     images = set()
     for page in PAGES:
@@ -77,10 +101,7 @@ def make_help(folder):
         PROJECT.format(first=PAGES[0], files="\n".join(files)), encoding="utf-8")
     subprocess.run(["chmcmd", "--verbosity", "1", "veltrane.hhp"], cwd=folder, check=True,
                    stdout=subprocess.DEVNULL)
-    made = folder / "veltrane.chm"
-    if made.read_bytes()[:4] != b"ITSF":
-        raise SystemExit("make_package: chmcmd made no help file")
-    return made
+    return without_clocks((folder / "veltrane.chm").read_bytes())
 
 
 def main():
@@ -92,17 +113,23 @@ def main():
     library = arguments.build / "bin" / "veltrane.dlv"
     if not library.is_file():
         raise SystemExit(f"make_package: {library} is not there; build the preset \"windows\" first")
-    contents = (ROOT / "ui" / "PackageContents.xml.in").read_text(encoding="utf-8")
     with tempfile.TemporaryDirectory() as place:
         files = {
-            "veltrane/PackageContents.xml": contents.replace("@VERSION@", version()).encode(),
+            "veltrane/PackageContents.xml": package_contents(version()).encode(),
             "veltrane/Contents/veltrane.dlv": library.read_bytes(),
-            "veltrane/Contents/veltrane.chm": make_help(pathlib.Path(place)).read_bytes(),
+            "veltrane/Contents/veltrane.chm": make_help(pathlib.Path(place)),
         }
     with zipfile.ZipFile(output, "w", zipfile.ZIP_DEFLATED) as package:
         for name, data in files.items():
-            package.writestr(zipfile.ZipInfo(name, EPOCH), data, zipfile.ZIP_DEFLATED)
+            entry = zipfile.ZipInfo(name, EPOCH)
+            # A file that all may read.
+            entry.external_attr = 0o100644 << 16
+            package.writestr(entry, data, zipfile.ZIP_DEFLATED)
     print(f"{output}: {', '.join(files)}")
+    if OWN_HOST in files["veltrane/Contents/veltrane.dlv"]:
+        print("make_package: this veltrane.dlv is for veltrane's own host; the application loads "
+              "only what is built with its SDK")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -15,6 +15,10 @@ class IPathConfigMgr {
     // Absolute; empty for a number that isn't set up.
     virtual const MCHAR* GetDir(int which) = 0;
 
+    // The form in which the scene is to keep the path of a file: absolute, or relative to the
+    // project's folder where the user wants that and the file is in it.
+    virtual void NormalizePathAccordingToSettings(MaxSDK::Util::Path& path) const = 0;
+
   protected:
     ~IPathConfigMgr() = default;
 };

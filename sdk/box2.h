@@ -4,10 +4,7 @@
 #include <algorithm>
 #include <limits>
 
-struct IPoint2 {
-    int x = 0;
-    int y = 0;
-};
+#include "ipoint2.h"
 
 class Box2 {
   public:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "AssetUser.h"
@@ -14,8 +15,12 @@
 
 class ClassDesc2;
 class IParamBlock2;
+class IParamMap2;
+class IRendParams;
 class ParamBlockDesc2;
 class ParamMap2UserDlgProc;
+class SFXParamDlg;
+class SpecialFX;
 template <class T>
 class Tab;
 
@@ -58,6 +63,21 @@ class PBAccessor {
                             int /*count*/) {}
 };
 
+// The control that a map binds to a parameter.
+struct ParamControl {
+    MapID map = 0;
+    ControlType2 type = TYPE_SINGLECHEKBOX;
+    // Of the dialog: a radio has one a choice, a spinner its edit field, then its arrows, a list of
+    // nodes itself, then its buttons (0 for none).
+    std::vector<int> ids;
+    // Of a radio and a combo: one a choice.
+    std::vector<int> values;
+    // Of a combo: the library's strings, one a choice.
+    std::vector<StringResID> texts;
+    // Of a spinner: what a click of an arrow adds.
+    float step = 0.0F;
+};
+
 // One parameter's definition.
 struct ParamDef {
     ParamID ID = 0;
@@ -79,6 +99,10 @@ struct ParamDef {
     const MCHAR* init_file = nullptr;
     // P_OWNERS_REF: the owner's reference number.
     int refno = -1;
+    // Nothing for a parameter without a control.
+    std::optional<ParamControl> control;
+    // Parameters whose controls are disabled while this one is off. Some may not be there.
+    std::vector<ParamID> enables;
 };
 
 class ParamBlockDesc2 {
@@ -116,6 +140,11 @@ class ParamBlockDesc2 {
         int rollup_flags = 0;
         ParamMap2UserDlgProc* dlgProc = nullptr;
     };
+
+    // What a map's dialog does beyond its bound controls; null for a map that isn't there. Not
+    // owned.
+    ParamMap2UserDlgProc* GetUserDlgProc(MapID map) const;
+    bool SetUserDlgProc(MapID map, ParamMap2UserDlgProc* procedure);
 
     BlockID ID;
     MSTR int_name;
@@ -173,6 +202,9 @@ class IParamBlock2 : public ReferenceTarget {
     // Inside NotifyRefChanged: the parameter that changed, and its table index (-1 for no table).
     // -1 outside.
     virtual ParamID LastNotifyParamID(int& tabIndex) = 0;
+
+    // While they are off a change is told to nobody. On at first; calls aren't counted.
+    virtual void EnableNotifications(BOOL onOff) = 0;
 };
 
 // A block has it from when it was read from a scene file until the file's post-load callbacks are
@@ -197,6 +229,14 @@ class ClassDesc2 : public ClassDesc {
     void MakeAutoParamBlocks(ReferenceMaker* owner);
     // The controls of a parameter show what they must show anew.
     void InvalidateUI(ParamBlockDesc2* desc, ParamID id, int tabIndex = -1);
+
+    // The rollups of all P_AUTO_UI blocks of `effect`, in the order of their maps. Null where there
+    // are no windows.
+    SFXParamDlg* CreateParamDialogs(IRendParams* ip, SpecialFX* effect);
+    // Rollups that the user left open or closed are so again.
+    void RestoreRolloutState();
+    // Of the rollups that are open; null for one that isn't.
+    IParamMap2* GetParamMap(const ParamBlockDesc2* desc, MapID map) const;
 
   private:
     std::vector<ParamBlockDesc2*> descriptors_;

@@ -33,6 +33,21 @@ constexpr USHORT P_VERSION = 0x0040;
 constexpr int P_VARIABLE_SIZE = 0x0002;
 constexpr int P_OWNERS_REF = 0x0008;
 
+// Kinds of controls, with what p_ui takes after each.
+enum ControlType2 : int {
+    TYPE_SINGLECHEKBOX = 0,  // control
+    TYPE_CHECKBUTTON = 1,    // control
+    TYPE_RADIO = 2,          // count, so many controls, p_vals, a value each
+    TYPE_SPINNER = 3,        // EditSpinnerType, edit field, arrows, double step
+    TYPE_EDITBOX = 4,        // control
+    TYPE_NODELISTBOX = 5,    // list, buttons to add, replace and delete (0 for none)
+    TYPE_INT_COMBOBOX = 6,   // control, count, so many string ids, p_vals, a value each
+};
+
+enum EditSpinnerType : int {
+    EDITTYPE_POS_FLOAT = 4,
+};
+
 // What follows each tag in ParamBlockDesc2::AddParam and ParamOption.
 enum ParamTags : int {
     p_end = -1,
@@ -41,4 +56,9 @@ enum ParamTags : int {
     p_accessor = -5,     // PBAccessor*
     p_assetTypeID = -7,  // int: the kind of file that a TYPE_FILENAME names
     p_refno = -8,        // int: the owner's reference that a P_OWNERS_REF parameter is
+    // The parameter's control: int map, int ControlType2, then the type's own arguments, all int.
+    p_ui = -4,
+    // int count, and so many parameters whose controls are disabled while this one is off.
+    p_enable_ctrls = -6,
+    p_vals = -9,  // in p_ui: int values follow, one a choice
 };

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "bitmap.h"
+#include "ipoint2.h"
 #include "log.h"
 #include "render.h"
+#include "tab.h"
 
 class Effect;
 class ILayerManager;
@@ -43,6 +45,54 @@ class IRenderPreviewQuery {
 
 // Interface::GetInterface's id of IRenderPreviewQuery.
 constexpr DWORD RENDER_PREVIEW_QUERY_INTERFACE = 0xdae01000;
+
+class IObjParam;
+
+// What a pick mode may pick.
+class PickNodeCallback {
+  public:
+    virtual ~PickNodeCallback() = default;
+    virtual BOOL Filter(INode* node) = 0;
+};
+
+// A view of the scene, in which the user points at nodes.
+class ViewExp {
+  public:
+    // What the last hit test found; null for nothing.
+    virtual INode* GetClosestHit() = 0;
+
+  protected:
+    ~ViewExp() = default;
+};
+
+// While the mode lasts, clicks in a view are this object's.
+class PickModeCallback {
+  public:
+    virtual ~PickModeCallback() = default;
+    // Whether there is something to pick at `m`, in pixels of the view's window.
+    virtual BOOL HitTest(IObjParam* ip, HWND hWnd, ViewExp* vpt, IPoint2 m, int flags) = 0;
+    // A click on what HitTest found. TRUE ends the mode.
+    virtual BOOL Pick(IObjParam* ip, ViewExp* vpt) = 0;
+    virtual void EnterMode(IObjParam*) {}
+    virtual void ExitMode(IObjParam*) {}
+    // For picking by name; null lets all nodes through.
+    virtual PickNodeCallback* GetFilter() { return nullptr; }
+};
+
+// What a file dialog offers: pairs of a text ("Images (*.png)") and its pattern ("*.png").
+class FilterList {
+  public:
+    void Append(const MCHAR* text) {
+        const MSTR copy(text);
+        texts_.Append(1, &copy);
+    }
+    int Count() const { return texts_.Count() / 2; }
+    const MSTR& Text(int filter) const { return texts_[2 * filter]; }
+    const MSTR& Pattern(int filter) const { return texts_[2 * filter + 1]; }
+
+  private:
+    Tab<MSTR> texts_;
+};
 
 class Interface {
   public:
@@ -101,12 +151,43 @@ class Interface {
     virtual void AbortRender() = 0;
     virtual BOOL CheckForRenderAbort() = 0;
 
+    // Selected nodes, in the order in which they came to be.
+    virtual int GetSelNodeCount() = 0;
+    // Null for an index out of range.
+    virtual INode* GetSelNode(int index) = 0;
+
+    // Leaves the mode that is on for another. The callback isn't owned, and must live to the end
+    // of its mode.
+    virtual void SetPickMode(PickModeCallback* callback) = 0;
+    virtual void ClearPickMode() = 0;
+    // The front node at `point`, in pixels of the view's window, that the filter lets through; null
+    // for none. GetClosestHit of the view gives it too.
+    virtual INode* PickNode(HWND hWnd, IPoint2 point, PickNodeCallback* filter = nullptr) = 0;
+
   protected:
     ~Interface() = default;
 };
 
+class Interface8 : public Interface {
+  public:
+    // Asks the user for a file to write. `filename` is the full path of the file that the dialog
+    // starts with, and then of the one chosen; `initialDir` where it starts for a name without a
+    // folder. False, with `filename` as it was, when the user cancels.
+    virtual bool DoMaxSaveAsDialog(HWND parentWnd, const MSTR& title, MSTR& filename,
+                                   MSTR& initialDir, FilterList& filterList) = 0;
+
+  protected:
+    ~Interface8() = default;
+};
+
+class IObjParam : public Interface8 {
+  protected:
+    ~IObjParam() = default;
+};
+
 // The host's own; lives as long as the process.
 Interface* GetCOREInterface();
+Interface8* GetCOREInterface8();
 
 // Compares names without regard to case, and digits in them by the numbers' values: "Box2" comes
 // before "box10". Below, equal to or above 0.

@@ -5,8 +5,12 @@
 
 constexpr int NOTIFY_SYSTEM_POST_RESET = 6;
 constexpr int NOTIFY_SYSTEM_POST_NEW = 8;
-// callParam of these two is the file's path, a const MCHAR*.
+// What callParam of the codes about files points to depends on the host's version: nobody looks at
+// it.
 constexpr int NOTIFY_FILE_POST_OPEN = 10;
+// A merge has these two in place of those of opening; the second comes after a success only.
+constexpr int NOTIFY_FILE_PRE_MERGE = 11;
+constexpr int NOTIFY_FILE_POST_MERGE = 12;
 constexpr int NOTIFY_FILE_POST_SAVE = 14;
 constexpr int NOTIFY_SELECTIONSET_CHANGED = 18;
 constexpr int NOTIFY_PRE_RENDER = 20;
@@ -18,7 +22,6 @@ constexpr int NOTIFY_POST_RENDERFRAME = 23;
 constexpr int NOTIFY_RENDPARAM_CHANGED = 35;
 constexpr int NOTIFY_SYSTEM_SHUTDOWN = 73;
 constexpr int NOTIFY_SYSTEM_STARTUP = 80;
-// callParam of this and the next three is the path, a const MCHAR*, or null for what isn't a file.
 constexpr int NOTIFY_FILE_POST_OPEN_PROCESS = 139;
 constexpr int NOTIFY_FILE_PRE_OPEN_PROCESS = 173;
 constexpr int NOTIFY_FILE_PRE_SAVE_PROCESS = 174;

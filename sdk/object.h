@@ -10,6 +10,8 @@ constexpr SClass_ID HELPER_CLASS_ID = 0x50;
 
 // First part of the class id of a point helper; the second is 0.
 constexpr DWORD POINTHELP_CLASS_ID = 0x2011;
+// Of what a camera or a light is aimed at, a GEOMOBJECT_CLASS_ID.
+constexpr DWORD TARGET_CLASS_ID = 0x1020;
 
 class Object : public ReferenceTarget {};
 

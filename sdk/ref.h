@@ -29,6 +29,9 @@ constexpr RefMessage REFMSG_TARGET_DELETED = 0x53;
 constexpr RefMessage REFMSG_ELEMENT_PROPERTIES_CHANGED = 0x103;
 constexpr PartID PART_ALL = 0xffffffff;
 
+// Flag of a target: it stays though its last reference is dropped.
+constexpr DWORD A_LOCK_TARGET = 0x08000000;
+
 enum RefResult { REF_FAIL, REF_SUCCEED, REF_STOP };
 
 // Data that a class other than the object's own keeps on the object; saved with it.

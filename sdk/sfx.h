@@ -5,6 +5,22 @@
 #include "ref.h"
 #include "render.h"
 
+class IRendParams;
+
+// The rollups of an effect that are open.
+class SFXParamDlg {
+  public:
+    virtual Class_ID ClassID() = 0;
+    virtual ReferenceTarget* GetThing() = 0;
+    // Another effect of the same class takes the place of the one that is shown.
+    virtual void SetThing(ReferenceTarget* effect) = 0;
+    // Closes the rollups.
+    virtual void DeleteThis() = 0;
+
+  protected:
+    virtual ~SFXParamDlg() = default;
+};
+
 // The user switched the effect off.
 constexpr DWORD A_ATMOS_DISABLED = 0x00010000;
 
@@ -17,6 +33,9 @@ class SpecialFX : public ReferenceTarget {
     // Once before the frames of a render, and once after them. The result has no meaning.
     virtual int RenderBegin(TimeValue, ULONG) { return 0; }
     virtual int RenderEnd(TimeValue) { return 0; }
+    // Shows the settings to the user; null when there is nothing to show. The caller owns the
+    // result, and ends with DeleteThis.
+    virtual SFXParamDlg* CreateParamDialog(IRendParams*) { return nullptr; }
 };
 
 // RenderBegin's flag for the render of a material sample.

@@ -17,7 +17,7 @@ import unittest
 # Headers in angle brackets, by whom they belong to. The first pattern that fits decides; a header
 # that lies in sdk/ under that very name belongs to "sdk" whatever stands here.
 LIBRARIES = (
-    ("windows", r"(windows|windowsx|commctrl|commdlg|shellapi|wincodec|io|process|share)\.h"),
+    ("windows", r"(windows|windowsx|cderr|commctrl|commdlg|shellapi|wincodec|io|process|share)\.h"),
     ("posix", r"(unistd|fcntl|dirent|dlfcn|malloc|signal|sys/\w+)\.h"),
     ("std", r"[a-z_0-9]+"),
     ("intrinsics", r"[a-z]+intrin\.h"),

@@ -154,6 +154,24 @@ host::SceneDescription LoadedAndTaken(const host::SceneDescription& scene) {
     return taken;
 }
 
+// What files didn't have when the effect's older versions were saved.
+host::SceneRender AsFarAsOlderFilesGo(host::SceneRender render) {
+    render.timeType.reset();
+    render.numberBase.reset();
+    render.effects.reset();
+    render.draft.reset();
+    render.renderer.reset();
+    return render;
+}
+
+// They are given anew when a scene is taken.
+std::vector<host::SceneLayerDescription> WithoutHandles(
+    std::vector<host::SceneLayerDescription> layers) {
+    for (host::SceneLayerDescription& layer : layers)
+        layer.handle = 0;
+    return layers;
+}
+
 TEST(SavedScene, OfEveryVersionIsSavedAgainAsOneOfTheNewest) {
     for (const char* version : {"101", "1", "2", "3", "4"}) {
         const host::SceneDescription old = host::ReadSceneFile(
@@ -164,7 +182,7 @@ TEST(SavedScene, OfEveryVersionIsSavedAgainAsOneOfTheNewest) {
         EXPECT_TRUE(taken.layers == old.layers) << version;
         EXPECT_TRUE(taken.selectionSets == old.selectionSets) << version;
         EXPECT_TRUE(taken.elements == old.elements) << version;
-        EXPECT_TRUE(taken.render == old.render) << version;
+        EXPECT_TRUE(AsFarAsOlderFilesGo(taken.render) == old.render) << version;
         ASSERT_EQ(taken.objects.size(), 4U);
         const auto& block = std::get<host::SavedBlock>(taken.objects[3].references[0]);
         EXPECT_EQ(block.version, 4U) << version;
@@ -201,7 +219,7 @@ TEST(SavedScene, OfThePageIsLoadedWithAllThatItHas) {
     scene.objects[1].chunks[0].chunks.clear();
     const host::SceneDescription taken = LoadedAndTaken(scene);
     EXPECT_TRUE(taken.objects[1].chunks == scene.objects[1].chunks);
-    EXPECT_TRUE(taken.layers == scene.layers);
+    EXPECT_TRUE(WithoutHandles(taken.layers) == WithoutHandles(scene.layers));
     EXPECT_TRUE(LoadedAndTaken(taken) == taken);
 }
 

@@ -350,6 +350,28 @@ TEST_F(Apply, CompressionFitsTheDepth) {
     }
 }
 
+TEST_F(Apply, ADepthThatNoDocumentHasCountsAs16) {
+    const auto frame = Image(4, 2);
+    Set("bitDepth"_param, 16);
+    RenderFrame(frame.get());
+    const std::string of16Bits = FileBytes(File("frame.psd"));
+    for (const int bitDepth : {0, 1, 7, 24, 64, -8, 256 + 8, 256 + 32}) {
+        Set("bitDepth"_param, bitDepth);
+        std::filesystem::remove(File("frame.psd"));
+        RenderFrame(frame.get());
+        EXPECT_EQ(FileBytes(File("frame.psd")), of16Bits) << bitDepth;
+    }
+}
+
+TEST_F(Apply, WithoutItsBlockNothingIsMade) {
+    Begin();
+    effect->DeleteReference(0);
+    const auto frame = Image(2, 2);
+    effect->Apply(time, frame.get(), &context, nullptr);
+    effect->RenderEnd(time);
+    EXPECT_FALSE(Exists("frame.psd"));
+}
+
 TEST_F(Apply, PixelsAreThoseOfTheBitmapAtEachDepth) {
     const auto frame = Image(4, 2);
     for (const bool psb : {false, true}) {

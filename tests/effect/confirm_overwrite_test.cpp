@@ -1,42 +1,70 @@
 #include "effect/confirm_overwrite.h"
 
+#include "plugin/library_services.h"
 #include "tests/effect/effect_fixture.h"
 
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
+
+// What the library was given to ask with, and what it answers.
+std::vector<std::string> overwriteTexts;
+effect::OverwriteAnswer overwriteAnswer;
+
+effect::OverwriteAnswer RecordOverwrite(const MSTR& text) {
+    overwriteTexts.push_back(host::ToUtf8(text));
+    return overwriteAnswer;
+}
 
 class ConfirmOverwrite : public EffectTest {
   protected:
-    bool Ask() { return effect::ConfirmOverwrite(MSTR(_M("/renders/a b.psd")), askAgain); }
+    ConfirmOverwrite() {
+        overwriteTexts.clear();
+        services.askOverwrite = RecordOverwrite;
+    }
+    bool Ask(const MSTR& name = MSTR(_M("/renders/a b.psd"))) {
+        return effect::ConfirmOverwrite(services, name, ask);
+    }
+    static std::vector<std::string> TakeTexts() { return std::exchange(overwriteTexts, {}); }
 
-    bool askAgain = true;
-    const Box question = QuestionBoxWithTick("Confirm overwriting:\n\n/renders/a b.psd ?");
+    effect::LibraryServices services = plugin::Services();
+    bool ask = true;
 };
 
+constexpr const char* overwriteQuestion = "Confirm overwriting:\n\n/renders/a b.psd ?";
+
 TEST_F(ConfirmOverwrite, YesGoesOnAndAsksAgain) {
-    answer = IDYES;
+    overwriteAnswer = {.overwrite = true};
     EXPECT_TRUE(Ask());
-    EXPECT_TRUE(askAgain);
-    EXPECT_THAT(TakeBoxes(), ElementsAre(question));
+    EXPECT_TRUE(ask);
+    EXPECT_TRUE(Ask());
+    EXPECT_THAT(TakeTexts(), ElementsAre(overwriteQuestion, overwriteQuestion));
 }
 
 TEST_F(ConfirmOverwrite, YesWithTheTickGoesOnAndAsksNoMore) {
-    answer = IDYES;
-    tick = true;
+    overwriteAnswer = {.overwrite = true, .askNoMore = true};
     EXPECT_TRUE(Ask());
-    EXPECT_FALSE(askAgain);
-    EXPECT_THAT(TakeBoxes(), ElementsAre(question));
+    EXPECT_FALSE(ask);
+    EXPECT_THAT(TakeTexts(), ElementsAre(overwriteQuestion));
+    overwriteAnswer = {};
+    EXPECT_TRUE(Ask()) << "without a question";
+    EXPECT_FALSE(ask);
+    EXPECT_THAT(TakeTexts(), IsEmpty());
 }
 
 TEST_F(ConfirmOverwrite, NoStopsAndTheTickIsIgnored) {
-    answer = IDNO;
     for (const bool ticked : {false, true}) {
-        tick = ticked;
+        overwriteAnswer = {.overwrite = false, .askNoMore = ticked};
         EXPECT_FALSE(Ask());
-        EXPECT_TRUE(askAgain);
+        EXPECT_TRUE(ask);
     }
-    EXPECT_THAT(TakeBoxes(), ElementsAre(question, question));
+    EXPECT_THAT(TakeTexts(), ElementsAre(overwriteQuestion, overwriteQuestion));
+}
+
+TEST_F(ConfirmOverwrite, ANameIsNotTakenForAForm) {
+    Ask(MSTR(_M("/renders/100%s%d.psd")));
+    EXPECT_THAT(TakeTexts(), ElementsAre("Confirm overwriting:\n\n/renders/100%s%d.psd ?"));
 }
 
 }  // namespace

@@ -100,4 +100,10 @@ TEST_F(GBufferChannels, OtherRenderersGetTheMaskAsItIs) {
     }
 }
 
+TEST_F(GBufferChannels, NoneAreNeededWithoutTheBlock) {
+    Set("createNormalLayer"_param, TRUE);
+    effect->DeleteReference(0);
+    EXPECT_EQ(Required(), 0U);
+}
+
 }  // namespace

@@ -143,4 +143,9 @@ TEST_F(OutputFileName, KeepsCharactersOutsideTheCodePage) {
     EXPECT_EQ(Resolved(true), NativePath("/renders/\xE6\xBC\xA2\xF0\x9F\x8E\xA8.psd"));
 }
 
+TEST_F(OutputFileName, IsNoneWithoutTheBlock) {
+    effect->DeleteReference(0);
+    EXPECT_EQ(Resolved(true), none);
+}
+
 }  // namespace

@@ -4,6 +4,7 @@
 #include <ioapi.h>
 
 #include <memory>
+#include <new>
 
 #include "effect/psd_output_layer.h"
 #include "effect/scene_layer_choice.h"
@@ -111,6 +112,17 @@ TEST_F(PSDOutput, ListsItsLayersByNumberOfListAndIndex) {
     EXPECT_EQ(effect->Layer(2, 0), nullptr);
     second.reset();
     EXPECT_EQ(effect->LayerCount(0), 2) << "the first entry stays behind";
+    EXPECT_EQ(effect->Layer(0, 0), nullptr);
+}
+
+TEST_F(PSDOutput, ALayerWithoutItsBlockIsNone) {
+    const host::Owned<effect::PSDOutputLayer> layer(
+        static_cast<effect::PSDOutputLayer*>(LibClassDesc(1)->Create()));
+    ReferenceTarget* entry = layer.get();
+    effect->pblock->Append("layersProduction"_param, 1, &entry);
+    ASSERT_EQ(effect->Layer(0, 0), layer.get());
+    layer->DeleteReference(0);
+    EXPECT_EQ(effect->LayerCount(0), 1);
     EXPECT_EQ(effect->Layer(0, 0), nullptr);
 }
 
@@ -417,6 +429,15 @@ TEST_F(PSDOutputChanges, WithoutTextsNamesAreEmpty) {
     own->GetClassName(name);
     EXPECT_EQ(name, MSTR());
     EXPECT_EQ(own->SubAnimName(0), MSTR());
+}
+
+TEST_F(PSDOutputChanges, AFileIsGivenUpWithoutMemoryForItsMigration) {
+    services.makePostLoadCallback = [](effect::PSDOutput&) -> PostLoadCallback* {
+        throw std::bad_alloc();
+    };
+    RecordingLoad file;
+    EXPECT_EQ(own->Load(&file), IO_ERROR);
+    EXPECT_THAT(file.callbacks, IsEmpty());
 }
 
 TEST_F(PSDOutputChanges, AFileOfNoMigrationIsLoadedWithoutOne) {

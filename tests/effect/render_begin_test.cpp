@@ -1,6 +1,9 @@
 #include <IPathConfigMgr.h>
 
+#include <new>
+
 #include "effect/renderer_kinds.h"
+#include "plugin/library_services.h"
 #include "tests/effect/effect_fixture.h"
 #include "tests/host/window_stage.h"
 
@@ -501,6 +504,22 @@ TEST_F(Overwriting, ASequenceIsAskedAboutOnceByTheNameOfItsFirstFrame) {
                                                 File("frame0003.psd").string() + " ?")));
     EXPECT_EQ(FileBytes(File("frame0003.psd")).substr(0, 4), "8BPS");
     EXPECT_EQ(FileBytes(File("frame0004.psd")).substr(0, 4), "8BPS");
+}
+
+TEST_F(RenderBegin, WithoutTheBlockNothingIsSaved) {
+    effect->DeleteReference(0);
+    EXPECT_FALSE(Saves());
+}
+
+TEST_F(RenderBegin, WithoutMemoryNothingIsSavedAndTheLogTellsWhy) {
+    effect::LibraryServices services = plugin::Services();
+    services.readWarningSwitches = []() -> effect::WarningSwitches { throw std::bad_alloc(); };
+    Host().effects.clear();
+    effect = new effect::PSDOutput(static_cast<ClassDesc2&>(*LibClassDesc(0)), services);
+    Host().effects.emplace_back(effect);
+    EXPECT_FALSE(Saves());
+    EXPECT_THAT(TakeLog(), ElementsAre(Error("Not enough memory! PSD file will not be saved!")));
+    Host().effects.clear();
 }
 
 // The order of the checks: with everything wrong at once, only the first is told; mended one by

@@ -101,6 +101,24 @@ TEST_F(SyncRenderElements, OfNoElementsDoesNothing) {
     EXPECT_THAT(Names(), IsEmpty());
 }
 
+TEST_F(SyncRenderElements, WithoutTheHostsManagerLeavesTheListAlone) {
+    AddElement(PassClassID(PassKind::Background), "Env");
+    AddElement(PassClassID(PassKind::Emission), "Emit");
+    const host::RenderElement& gone = AddElement(unknownElement, "gone");
+    Elements().Remove(&gone);
+    Render().current = static_cast<RenderSettingID>(2);
+    Set("autoSort"_param, TRUE);
+    EXPECT_FALSE(Sync());
+    EXPECT_THAT(Names(), ElementsAre("Env", "Emit", "<deleted>"));
+    EXPECT_FALSE(TakeSaveRequired());
+}
+
+TEST_F(SyncRenderElements, WithoutTheBlockDoesNothing) {
+    Add(PassKind::Emission, "Emit");
+    effect->DeleteReference(0);
+    EXPECT_FALSE(Sync());
+}
+
 TEST_F(SyncRenderElements, PreparesLayersFor32Bits) {
     const host::RenderElement& early = Elements().Add(ATMOSPHERE_ELEMENT, _M("early"));
     Sync();

@@ -8,6 +8,7 @@
 
 #include "host/application.h"
 #include "host/build_scene.h"
+#include "host/host_renderer.h"
 #include "host/input_error.h"
 #include "host/scene_text_reader.h"
 #include "host/scene_text_writer.h"
@@ -103,7 +104,12 @@ TEST_F(CaptureSceneTest, ANewApplicationIsASceneOfItsSettings) {
     "width": 640,
     "height": 480,
     "output": "",
-    "saveFile": false
+    "saveFile": false,
+    "timeType": "single",
+    "numberBase": 0,
+    "effects": true,
+    "draft": false,
+    "renderer": {}
   }
 }
 )");
@@ -123,6 +129,7 @@ TEST_F(CaptureSceneTest, WhatAFileHasNoRoomForIsLeftOut) {
     App().settings.render.camera = std::make_shared<TargetReference>(&first);
     App().settings.render.width = 0;
     App().settings.render.height = 300'001;
+    App().settings.render.timeType = 4;
     MultiMatteComponent component;
     component.idOn = true;
     component.id = 65536;
@@ -141,6 +148,7 @@ TEST_F(CaptureSceneTest, WhatAFileHasNoRoomForIsLeftOut) {
     EXPECT_EQ(taken.render.camera, std::nullopt);
     EXPECT_EQ(taken.render.width, std::nullopt);
     EXPECT_EQ(taken.render.height, std::nullopt);
+    EXPECT_EQ(taken.render.timeType, std::nullopt);
     ASSERT_TRUE(taken.elements[0].multiMatte);
     EXPECT_EQ((*taken.elements[0].multiMatte)[1].id, std::nullopt);
     EXPECT_THAT((*taken.elements[0].multiMatte)[1].nodes, ElementsAre(1U));
@@ -170,6 +178,87 @@ TEST_F(CaptureSceneTest, ALayersChildrenComeBehindItInTheirOrder) {
     EXPECT_THAT(names, ElementsAre("a", "a2", "b", "b2", "b1"));
     EXPECT_EQ(taken.layers[1].parent, 0U);
     EXPECT_EQ(taken.layers[4].parent, 2U);
+}
+
+TEST_F(CaptureSceneTest, ANodesChildrenHaveAnOrderWhenItIsNotThatOfAllNodes) {
+    Scene& scene = App().scene;
+    Node& parent = scene.AddNode(_M("parent"));
+    Node& first = scene.AddNode(_M("first"));
+    scene.AddNode(_M("second"), &parent);
+    EXPECT_THAT(CaptureScene().nodes[0].children, IsEmpty());
+    first.SetParent(&parent);
+    const SceneDescription taken = CaptureScene();
+    EXPECT_THAT(taken.nodes[0].children, ElementsAre(2U, 1U));
+    EXPECT_THAT(taken.nodes[1].children, IsEmpty());
+    Rebuilt(taken);
+    Node* again = App().scene.FindNode(_M("parent"));
+    ASSERT_EQ(again->NumberOfChildren(), 2);
+    EXPECT_EQ(MSTR(again->GetChildNode(0)->GetName()), MSTR(_M("second")));
+    EXPECT_EQ(MSTR(again->GetChildNode(1)->GetName()), MSTR(_M("first")));
+}
+
+TEST_F(CaptureSceneTest, OfAnElementsOwnBlockItTakesWhatIsNotAsTheClassStarts) {
+    RenderElementManager& elements = App().elements[RS_Production];
+    elements.Add(VRAY_DENOISER_ELEMENT, _M("as made"));
+    elements.Add(VRAY_DENOISER_ELEMENT, _M("other mode")).SetParameter(VRAY_DENOISER_MODE, 1);
+    elements.Add(VRAY_OPTIONS_ELEMENT, _M("no block")).RemoveParameter(VRAY_ELEMENT_ENABLED);
+    elements.Add(Class_ID(1, 2), _M("no block either"));
+    const SceneDescription taken = CaptureScene();
+    EXPECT_FALSE(taken.elements[0].parameters);
+    ASSERT_TRUE(taken.elements[1].parameters);
+    ASSERT_EQ(taken.elements[1].parameters->size(), 2U);
+    EXPECT_EQ((*taken.elements[1].parameters)[0].id, VRAY_ELEMENT_ENABLED);
+    EXPECT_EQ((*taken.elements[1].parameters)[0].value, 1);
+    EXPECT_EQ((*taken.elements[1].parameters)[1].id, VRAY_DENOISER_MODE);
+    EXPECT_EQ((*taken.elements[1].parameters)[1].value, 1);
+    ASSERT_TRUE(taken.elements[2].parameters);
+    EXPECT_THAT(*taken.elements[2].parameters, IsEmpty());
+    EXPECT_FALSE(taken.elements[3].parameters);
+    EXPECT_TRUE(Rebuilt(ParseScene("a.json", WriteScene(taken))) == taken);
+    RenderElement& mode = *App().elements[RS_Production].GetRenderElement(1);
+    EXPECT_EQ(mode.GetParamBlock(0)->GetInt(VRAY_DENOISER_MODE), 1);
+    EXPECT_EQ(App().elements[RS_Production].GetRenderElement(2)->GetParamBlock(0), nullptr);
+}
+
+TEST_F(CaptureSceneTest, TheRendererComesBackAsItWas) {
+    auto* renderer = new HostRenderer(VRAY_CLASS_ID);
+    App().renderer.reset(renderer);
+    IParamBlock2* block = renderer->GetParamBlock(VRAY_BLOCK);
+    block->SetValue(VRAY_FRAME_BUFFER_ON, 0, TRUE);
+    block->SetValue(VRAY_FRAME_BUFFER_WIDTH, 0, 320);
+    block->SetValue(VRAY_MEMORY_FRAME_BUFFER, 0, FALSE);
+    renderer->properties.Set(VRAY_SAMPLER_PROPERTY, ScriptInt(VRAY_SAMPLER_PROGRESSIVE));
+    const SceneDescription taken = CaptureScene();
+    EXPECT_TRUE(Rebuilt(ParseScene("a.json", WriteScene(taken))) == taken);
+    auto* again = dynamic_cast<HostRenderer*>(App().renderer.get());
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->ClassID(), VRAY_CLASS_ID);
+    block = again->GetParamBlock(VRAY_BLOCK);
+    EXPECT_EQ(block->GetInt(VRAY_FRAME_BUFFER_ON), 1);
+    EXPECT_EQ(block->GetInt(VRAY_FRAME_BUFFER_WIDTH), 320);
+    EXPECT_EQ(block->GetInt(VRAY_FRAME_BUFFER_HEIGHT), 480);
+    EXPECT_EQ(block->GetInt(VRAY_MEMORY_FRAME_BUFFER), 0);
+    FPValue sampler;
+    EXPECT_TRUE(ExecuteMAXScriptScript(_M("renderers.current.imageSampler_type"), TRUE, &sampler));
+    EXPECT_EQ(sampler.i, VRAY_SAMPLER_PROGRESSIVE);
+
+    App().renderer.reset(new HostRenderer(CORONA_CLASS_ID));
+    const SceneDescription other = CaptureScene();
+    EXPECT_THAT(other.render.renderer->parameters, IsEmpty());
+    EXPECT_EQ(other.render.renderer->sampler, std::nullopt);
+    Rebuilt(ParseScene("a.json", WriteScene(other)));
+    EXPECT_EQ(App().renderer->ClassID(), CORONA_CLASS_ID);
+    EXPECT_EQ(App().renderer->NumParamBlocks(), 0);
+}
+
+TEST_F(CaptureSceneTest, WhereNoRendererWasThereIsNoneAgain) {
+    const SceneDescription taken = CaptureScene();
+    Start();
+    App().renderer.reset(new HostRenderer(VRAY_CLASS_ID));
+    BuildScene(ParseScene("a.json", R"({"veltrane": 2, "render": {}})"));
+    EXPECT_TRUE(App().renderer) << "a file that doesn't tell";
+    BuildScene(ParseScene("a.json", WriteScene(taken)));
+    EXPECT_FALSE(App().renderer);
 }
 
 TEST_F(CaptureSceneTest, AnObjectThatCantBeSavedIsAFault) {

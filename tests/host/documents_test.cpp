@@ -16,6 +16,7 @@
 
 #include "host/application.h"
 #include "host/capture_scene.h"
+#include "host/host_renderer.h"
 #include "host/input_error.h"
 #include "host/scene_text_writer.h"
 #include "host/text.h"
@@ -77,6 +78,7 @@ class Documents : public testing::Test {
     static std::vector<int> All() {
         return {NOTIFY_SYSTEM_POST_RESET,      NOTIFY_SYSTEM_POST_NEW,
                 NOTIFY_FILE_POST_OPEN,         NOTIFY_FILE_POST_SAVE,
+                NOTIFY_FILE_PRE_MERGE,         NOTIFY_FILE_POST_MERGE,
                 NOTIFY_RENDPARAM_CHANGED,      NOTIFY_FILE_POST_OPEN_PROCESS,
                 NOTIFY_FILE_PRE_OPEN_PROCESS,  NOTIFY_FILE_PRE_SAVE_PROCESS,
                 NOTIFY_FILE_POST_SAVE_PROCESS, NOTIFY_LAYER_CREATED,
@@ -253,7 +255,9 @@ class Unreadable : public Documents {
         const std::string fault = OpenFault(path);
         EXPECT_THAT(Heard(), ElementsAre("173 " + path, "139 " + path));
         EXPECT_EQ(FaultText<host::InputError>([&] { host::MergeScene(path); }), fault);
-        EXPECT_EQ(Heard().front(), "173 " + path);
+        const std::vector<std::string> ofMerge = Heard();
+        EXPECT_EQ(ofMerge.front(), "11");
+        EXPECT_THAT(ofMerge, testing::Not(testing::Contains("12")));
         EXPECT_EQ(State(), before);
         EXPECT_EQ(App().scene.FindNode(_M("Box")), box);
         EXPECT_TRUE(box->IsInScene());
@@ -362,8 +366,7 @@ TEST_F(Documents, MergingAddsWhatIsInTheFileUnderFreeNames) {
     theHold.Accept(_M("Step"));
     Listen(All());
     host::MergeScene(Path("a.json"));
-    EXPECT_THAT(Heard(), ElementsAre("173 " + Path("a.json"), "148", "184 Set001", "35", "35",
-                                     "139 " + Path("a.json")))
+    EXPECT_THAT(Heard(), ElementsAre("11", "148", "184 Set001", "35", "35", "12"))
         << "an element comes, and is switched on or off";
     host::Scene& scene = App().scene;
     ASSERT_EQ(scene.NumNodes(), 3);
@@ -381,6 +384,44 @@ TEST_F(Documents, MergingAddsWhatIsInTheFileUnderFreeNames) {
     EXPECT_TRUE(App().settings.saveRequired);
     EXPECT_EQ(App().settings.sceneFileName, MSTR(_M("a.json"))) << "the scene's own";
     EXPECT_FALSE(App().undo.CanUndo());
+}
+
+TEST_F(Documents, MergedNodesHaveRenderIDsOfTheirOwn) {
+    host::Scene& scene = App().scene;
+    scene.AddNode(_M("a")).SetRenderID(1);
+    scene.AddNode(_M("b"));
+    host::MergeScene(FileOf(R"({"veltrane": 1, "nodes": [
+        {"name": "c", "id": 1}, {"name": "d", "id": 0}, {"name": "e", "id": 7}]})"));
+    scene.AssignRenderIDs();
+    const auto id = [&](const MCHAR* name) { return scene.FindNode(name)->GetRenderID(); };
+    EXPECT_EQ(id(_M("a")), 1);
+    EXPECT_EQ(id(_M("b")), 2);
+    EXPECT_EQ(id(_M("c")), 3) << "its number was taken";
+    EXPECT_EQ(id(_M("d")), 0);
+    EXPECT_EQ(id(_M("e")), 7);
+}
+
+TEST_F(Documents, AFileThatIsMergedIntoItsOwnSceneSharesNoRenderID) {
+    for (const MCHAR* name : {_M("a"), _M("b"), _M("c")})
+        App().scene.AddNode(name);
+    App().scene.AssignRenderIDs();
+    host::SaveScene(Path("a.json"));
+    host::MergeScene(Path("a.json"));
+    App().scene.AssignRenderIDs();
+    std::vector<int> ids;
+    for (int i = 0; i < App().scene.NumNodes(); ++i)
+        ids.push_back(App().scene.GetNode(i)->GetRenderID());
+    EXPECT_THAT(ids, ElementsAre(0, 1, 2, 3, 4, 5));
+}
+
+TEST_F(Documents, MergingLeavesTheRenderer) {
+    host::SaveScene(Path("a.json"));
+    auto* renderer = new host::HostRenderer(VRAY_CLASS_ID);
+    App().renderer.reset(renderer);
+    host::MergeScene(Path("a.json"));
+    EXPECT_EQ(App().renderer.get(), renderer);
+    host::OpenScene(Path("a.json"));
+    EXPECT_FALSE(App().renderer);
 }
 
 TEST_F(Documents, MergedNamesThatAreFreeStay) {

@@ -4,6 +4,8 @@
 
 #include <limits>
 
+#include <maxapi.h>
+#include <rendererclasses.h>
 #include <vrayelements.h>
 
 #include "host/scene_description.h"
@@ -47,6 +49,8 @@ inline host::SceneDescription FullScene() {
     plan.name = "Plan\n\x7f";
     plan.kind = NodeKind::Camera;
     plan.view = CameraLens{0.0, 12.5, 0.0, 0.0};
+    plan.parent = 1;
+    head.children = {4, 2};
     scene.nodes = {camera, head, member, helper, plan};
 
     SceneLayerDescription top{6, "Layer", true, std::nullopt, {2, 1}, {}};
@@ -72,13 +76,21 @@ inline host::SceneDescription FullScene() {
     unknown.elementClass = Class_ID(4294967295, 0);
     unknown.enabled = false;
     unknown.appData = {{Class_ID(5, 6), 7, 8, {9}}};
+    mattes.parameters = {{-5, 7}, {9, 0}};
     SceneElement draft = unknown;
     draft.handle = 12;
     draft.enabled = true;
     draft.draft = true;
     draft.appData.clear();
     scene.elements = {mattes, unknown, draft};
-    scene.render = {true, 0, 4800, 300'000, 1, "C:\\out\\\xc3\xbc.exr", true};
+    scene.render = {true, 0, 4800, 300'000, 1, "C:\\out\\\xc3\xbc.exr", true, {}, {}, {}, {}, {}};
+    scene.render.timeType = REND_TIMEPICKUP;
+    scene.render.numberBase = -2147483647 - 1;
+    scene.render.effects = false;
+    scene.render.draft = true;
+    // All that V-Ray's block has.
+    scene.render.renderer = SceneRenderer{
+        VRAY_CLASS_ID, {{170, 1}, {171, 1920}, {172, 1080}, {189, 0}, {228, 0}, {280, 1}}, 3};
 
     // In the order of the block's descriptor.
     using Limits = std::numeric_limits<float>;

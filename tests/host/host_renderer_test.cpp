@@ -16,7 +16,7 @@ TEST(HostRenderer, VRayHasItsFrameBufferBlock) {
     IParamBlock2* block = renderer->GetParamBlock(15);
     ASSERT_TRUE(block);
     EXPECT_EQ(block->GetOwner(), renderer.get());
-    for (const ParamID id : std::initializer_list<ParamID>{170, 171, 172, 189, 228}) {
+    for (const ParamID id : std::initializer_list<ParamID>{170, 171, 172, 189, 228, 280}) {
         EXPECT_TRUE(block->SetValue(id, 0, 1));
         EXPECT_EQ(block->GetInt(id), 1);
     }
@@ -29,6 +29,17 @@ TEST(HostRenderer, EachVRayHasABlockOfItsOwn) {
     first->GetParamBlock(15)->SetValue(171, 0, 800);
     EXPECT_EQ(first->GetParamBlock(15)->GetInt(171), 800);
     EXPECT_EQ(second->GetParamBlock(15)->GetInt(171), 640);
+}
+
+TEST(HostRenderer, VRaysSwitchTo32BitsIsSetByAScript) {
+    const host::Owned<host::HostRenderer> renderer(new host::HostRenderer(VRAY_CLASS_ID));
+    IParamBlock2* block = renderer->GetParamBlock(15);
+    EXPECT_EQ(renderer->properties.Evaluate("output_force32bit_3dsmax_vfb")->b, 0);
+    EXPECT_TRUE(renderer->properties.Evaluate("output_force32bit_3dsmax_vfb = true"));
+    EXPECT_EQ(block->GetInt(280), 1);
+    EXPECT_EQ(renderer->properties.Evaluate("output_force32bit_3dsmax_vfb")->b, 1);
+    EXPECT_TRUE(renderer->properties.Evaluate("output_force32bit_3dsmax_vfb = false"));
+    EXPECT_EQ(block->GetInt(280), 0);
 }
 
 TEST(HostRenderer, OtherClassesHaveNoBlock) {

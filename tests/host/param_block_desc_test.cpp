@@ -62,6 +62,55 @@ TEST(ParamBlockDesc, MapsAreReadInTheirOrder) {
     EXPECT_EQ(desc.map_specs[1].dlgProc, dlgProc);
 }
 
+TEST(ParamBlockDesc, AMapsProcedureCanBePutInLater) {
+    SampleClassDesc owner(nullptr);
+    DlgProc proc;
+    auto* dlgProc = reinterpret_cast<ParamMap2UserDlgProc*>(&proc);
+    ParamMap2UserDlgProc* none = nullptr;
+    ParamBlockDesc2 desc(0, _M("params"), 0, &owner, P_AUTO_UI | P_MULTIMAP, 2,  //
+                         0, 4712, 4, 0, 0, none,                                 //
+                         5, 122, 49, 3, 1, none, p_end);
+    EXPECT_TRUE(desc.SetUserDlgProc(5, dlgProc));
+    EXPECT_FALSE(desc.SetUserDlgProc(3, dlgProc));
+    EXPECT_EQ(desc.GetUserDlgProc(5), dlgProc);
+    EXPECT_EQ(desc.GetUserDlgProc(0), nullptr);
+    EXPECT_EQ(desc.GetUserDlgProc(3), nullptr);
+}
+
+using Numbers = std::vector<int>;
+
+TEST(ParamBlockDesc, AParametersControlIsReadByItsKind) {
+    SampleClassDesc owner(nullptr);
+    ParamBlockDesc2& desc = owner.block;
+    EXPECT_FALSE(desc.GetParamDef(SAMPLE_INT).control);
+    const auto control = [&] { return *desc.GetParamDef(SAMPLE_INT).control; };
+    for (const ControlType2 kind : {TYPE_SINGLECHEKBOX, TYPE_CHECKBUTTON, TYPE_EDITBOX}) {
+        desc.ParamOption(SAMPLE_INT, p_ui, 5, kind, 1149, p_end);
+        EXPECT_EQ(control().map, 5);
+        EXPECT_EQ(control().type, kind);
+        EXPECT_EQ(control().ids, Numbers{1149});
+    }
+    desc.ParamOption(SAMPLE_INT, p_ui, 0, TYPE_RADIO, 3, 1107, 1108, 1110, p_vals, 8, 16, 32,
+                     p_end);
+    EXPECT_EQ(control().ids, (Numbers{1107, 1108, 1110}));
+    EXPECT_EQ(control().values, (Numbers{8, 16, 32}));
+    desc.ParamOption(SAMPLE_INT, p_ui, 0, TYPE_SPINNER, EDITTYPE_POS_FLOAT, 1144, 1145, 0.5, p_end);
+    EXPECT_EQ(control().ids, (Numbers{1144, 1145}));
+    EXPECT_EQ(control().step, 0.5F);
+    desc.ParamOption(SAMPLE_INT, p_ui, 0, TYPE_INT_COMBOBOX, 1195, 2, 60, 61, p_vals, 4, 7, p_end);
+    EXPECT_EQ(control().ids, Numbers{1195});
+    EXPECT_EQ(control().texts, (Numbers{60, 61}));
+    EXPECT_EQ(control().values, (Numbers{4, 7}));
+    desc.ParamOption(SAMPLE_INT, p_ui, 2, TYPE_NODELISTBOX, 1094, 1, 2, 3, p_end);
+    EXPECT_EQ(control().ids, (Numbers{1094, 1, 2, 3}));
+}
+
+TEST(ParamBlockDesc, AParameterListsThoseItEnables) {
+    SampleClassDesc owner(nullptr);
+    owner.block.ParamOption(SAMPLE_INT, p_enable_ctrls, 3, 23, 19, 31, p_end);
+    EXPECT_EQ(owner.block.GetParamDef(SAMPLE_INT).enables, (std::vector<ParamID>{23, 19, 31}));
+}
+
 TEST(ParamBlockDesc, WithoutFlagsNothingStandsBeforeTheEnd) {
     const ParamBlockDesc2 desc(1, _M("plain"), 0, nullptr, 0, p_end);
     EXPECT_EQ(desc.Version(), 0U);

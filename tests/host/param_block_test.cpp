@@ -187,6 +187,17 @@ TEST_F(ParamBlockTest, AChangeTellsTheOwnerWhichParameterItWas) {
     EXPECT_EQ(tabIndex, -1);
 }
 
+TEST_F(ParamBlockTest, AChangeIsToldToNobodyWhileNotificationsAreOff) {
+    Block().EnableNotifications(FALSE);
+    EXPECT_TRUE(Block().SetValue(SAMPLE_INT, 0, 7));
+    EXPECT_EQ(Block().GetInt(SAMPLE_INT), 7);
+    EXPECT_THAT(owner.changes, IsEmpty());
+    Block().EnableNotifications(FALSE);
+    Block().EnableNotifications(TRUE);
+    EXPECT_TRUE(Block().SetValue(SAMPLE_INT, 0, 8));
+    EXPECT_THAT(owner.changes, ElementsAre(ParameterChange{SAMPLE_INT, -1}));
+}
+
 TEST_F(ParamBlockTest, AChangeInsideAMessageKeepsTheOuterOnesParameter) {
     std::vector<ParamID> after;
     owner.onChange = [&] {

@@ -92,4 +92,24 @@ TEST(PathConfig, ConfigurationIsNotSetUpWithoutAHome) {
 }
 #endif
 
+MSTR Normal(const host::PathConfig& paths, const std::filesystem::path& file) {
+    MaxSDK::Util::Path path(host::FromNativePath(file).data());
+    paths.NormalizePathAccordingToSettings(path);
+    return MSTR(path.GetCStr());
+}
+
+TEST(PathConfig, KeepsPathsAbsoluteOrRelativeToTheScenesFolderAsTheUserWants) {
+    host::PathConfig paths;
+    const std::filesystem::path folder = std::filesystem::current_path() / "scenes";
+    paths.SetDir(APP_SCENE_DIR, host::FromNativePath(folder));
+    const std::filesystem::path inside = folder / "out" / "a.psd";
+    const std::filesystem::path outside = folder.parent_path() / "a.psd";
+    EXPECT_EQ(Normal(paths, inside), host::FromNativePath(inside));
+    EXPECT_EQ(Normal(paths, folder / "out" / ".." / "b.psd"),
+              host::FromNativePath(folder / "b.psd"));
+    paths.keepsRelativePaths = true;
+    EXPECT_EQ(Normal(paths, inside), host::FromNativePath(std::filesystem::path("out") / "a.psd"));
+    EXPECT_EQ(Normal(paths, outside), host::FromNativePath(outside));
+}
+
 }  // namespace

@@ -60,8 +60,8 @@ inline bool SameTransform(const std::optional<std::array<double, 16>>& a,
 inline bool operator==(const SceneNode& a, const SceneNode& b) {
     const auto fields = [](const SceneNode& node) {
         return std::tie(node.handle, node.name, node.id, node.kind, node.objectID, node.hidden,
-                        node.parent, node.groupHead, node.groupMember, node.properties, node.view,
-                        node.appData);
+                        node.parent, node.children, node.groupHead, node.groupMember,
+                        node.properties, node.view, node.appData);
     };
     return fields(a) == fields(b) && SameTransform(a.transform, b.transform);
 }
@@ -80,15 +80,30 @@ inline bool operator==(const SceneMatte& a, const SceneMatte& b) {
            std::tie(b.id, b.isMaterial, b.nodes, b.include);
 }
 
+inline bool operator==(const SceneNumber& a, const SceneNumber& b) {
+    return a.id == b.id && a.value == b.value;
+}
+
+inline bool operator==(const SceneRenderer& a, const SceneRenderer& b) {
+    return a.rendererClass == b.rendererClass && a.parameters == b.parameters &&
+           a.sampler == b.sampler;
+}
+
 inline bool operator==(const SceneElement& a, const SceneElement& b) {
-    return std::tie(a.handle, a.name, a.elementClass, a.enabled, a.draft, a.multiMatte,
-                    a.appData) ==
-           std::tie(b.handle, b.name, b.elementClass, b.enabled, b.draft, b.multiMatte, b.appData);
+    const auto fields = [](const SceneElement& element) {
+        return std::tie(element.handle, element.name, element.elementClass, element.enabled,
+                        element.draft, element.multiMatte, element.parameters, element.appData);
+    };
+    return fields(a) == fields(b);
 }
 
 inline bool operator==(const SceneRender& a, const SceneRender& b) {
-    return std::tie(a.hidden, a.camera, a.frameRate, a.width, a.height, a.output, a.saveFile) ==
-           std::tie(b.hidden, b.camera, b.frameRate, b.width, b.height, b.output, b.saveFile);
+    const auto fields = [](const SceneRender& render) {
+        return std::tie(render.hidden, render.camera, render.frameRate, render.width, render.height,
+                        render.output, render.saveFile, render.timeType, render.numberBase,
+                        render.effects, render.draft, render.renderer);
+    };
+    return fields(a) == fields(b);
 }
 
 inline bool operator==(const SceneDescription& a, const SceneDescription& b) {

@@ -342,6 +342,17 @@ TEST_F(SceneTest, ARenderIdThatWasSetIsKeptAndNotGivenToOthers) {
     EXPECT_EQ(a.GetRenderID(), 2);
 }
 
+TEST_F(SceneTest, ARenderIdThatWasSetStaysThatOfANodeThatIsGone) {
+    Node& a = AddNode("a");
+    a.SetRenderID(1);
+    Scene().Remove(a);
+    Node& b = AddNode("b");
+    Node& c = AddNode("c");
+    Scene().AssignRenderIDs();
+    EXPECT_EQ(b.GetRenderID(), 0);
+    EXPECT_EQ(c.GetRenderID(), 2) << "an undo may bring the other one back";
+}
+
 TEST_F(SceneTest, NodesBeyondTheLastRenderIdAreNotInTheRender) {
     for (int i = 0; i < 65536; ++i) {
         AddNode("n");
@@ -434,6 +445,20 @@ TEST_F(SceneTest, AHiddenLayerHidesTheLayersAndNodesInIt) {
     node.SetHidden(true);
     EXPECT_FALSE(inner.IsHidden(true));
     EXPECT_TRUE(node.IsNodeHidden());
+}
+
+// As deep as a file of the largest size can have them: neither the stack nor patience runs out.
+TEST_F(SceneTest, LayersMayLieInEachOtherVeryDeep) {
+    SceneLayer& outermost = AddLayer("outermost");
+    SceneLayer* layer = &outermost;
+    for (int i = 0; i < 1'000'000; ++i)
+        layer = &AddLayer("l", layer);
+    EXPECT_FALSE(layer->IsHidden(true));
+    outermost.SetHidden(true);
+    EXPECT_TRUE(layer->IsHidden(true));
+    EXPECT_FALSE(layer->IsHidden());
+    EXPECT_FALSE(outermost.SetParent(layer)) << "a circle";
+    EXPECT_EQ(Scene().Layers().back(), layer);
 }
 
 TEST_F(SceneTest, WhatIsInALayerThatGoesIsInItsParent) {

@@ -10,6 +10,7 @@
 #include <limits>
 
 #include <elementclasses.h>
+#include <rendererclasses.h>
 #include <vrayelements.h>
 #include <nlohmann/json.hpp>
 
@@ -354,6 +355,9 @@ TEST(SceneTextReader, TheSchemaHasTheKeysOfTheReader) {
          "", "}}]"},
         {of("matte"), R"("elements": [{"name": "n", "multiMatte": {"red": {)", "", "}}}]"},
         {of("render"), R"("render": {)", "", "}"},
+        {of("renderer"), R"("render": {"renderer": {)", "", "}}"},
+        {of("blockNumber"), R"("elements": [{"name": "n", "parameters": [{)",
+         R"("id": 1, "value": 2)", "}]}]"},
         {of("units"), R"("nodes": [{"name": {)", "", "}}]"},
         {of("appDataEntry"), R"("nodes": [{"name": "n", "appData": [{)",
          R"("class": [1, 2], "superClass": 3, "subID": 4, "data": "")", "}]}]"},
@@ -397,7 +401,9 @@ TEST(SceneTextReader, SettingsByNameAreForTheirReaderAlone) {
 
 TEST(SceneTextReader, ReadsWhatTheApplicationSaved) {
     const SceneDescription scene = ParseScene("a.json", scene_page::Example(1));
-    ASSERT_EQ(scene.nodes.size(), 3U);
+    ASSERT_EQ(scene.nodes.size(), 4U);
+    EXPECT_THAT(scene.nodes[1].children, ElementsAre(3U, 2U));
+    EXPECT_THAT(scene.nodes[2].children, IsEmpty());
     EXPECT_EQ(scene.nodes[2].handle, 3U);
     EXPECT_EQ(scene.nodes[2].name, "Crate");
     EXPECT_EQ(scene.nodes[2].parent, 1U);
@@ -420,6 +426,21 @@ TEST(SceneTextReader, ReadsWhatTheApplicationSaved) {
     EXPECT_EQ(scene.render.height, 1080);
     EXPECT_EQ(scene.render.output, "C:\\renders\\shot.exr");
     EXPECT_EQ(scene.render.saveFile, true);
+    EXPECT_EQ(scene.render.timeType, REND_TIMERANGE);
+    EXPECT_EQ(scene.render.numberBase, 100);
+    EXPECT_EQ(scene.render.effects, true);
+    EXPECT_EQ(scene.render.draft, false);
+    ASSERT_TRUE(scene.render.renderer);
+    EXPECT_EQ(scene.render.renderer->rendererClass, VRAY_CLASS_ID);
+    ASSERT_EQ(scene.render.renderer->parameters.size(), 1U);
+    EXPECT_EQ(scene.render.renderer->parameters[0].id, 170);
+    EXPECT_EQ(scene.render.renderer->parameters[0].value, 1);
+    EXPECT_EQ(scene.render.renderer->sampler, 3);
+    ASSERT_TRUE(scene.elements[0].parameters);
+    ASSERT_EQ(scene.elements[0].parameters->size(), 1U);
+    EXPECT_EQ((*scene.elements[0].parameters)[0].id, 9);
+    EXPECT_EQ((*scene.elements[0].parameters)[0].value, 0);
+    EXPECT_FALSE(scene.elements[1].parameters);
     EXPECT_THAT(scene.effects, ElementsAre(10U));
 }
 
@@ -520,6 +541,13 @@ TEST(SceneTextReader, KeysOfVersion2AreToldAsSuchInVersion1) {
         {R"("render": {"height": 1})", "render.height"},
         {R"("render": {"output": ""})", "render.output"},
         {R"("render": {"saveFile": true})", "render.saveFile"},
+        {R"("render": {"timeType": "single"})", "render.timeType"},
+        {R"("render": {"numberBase": 0})", "render.numberBase"},
+        {R"("render": {"effects": true})", "render.effects"},
+        {R"("render": {"draft": true})", "render.draft"},
+        {R"("render": {"renderer": {}})", "render.renderer"},
+        {R"("nodes": [{"name": "a", "children": []}])", "nodes[0].children"},
+        {R"("elements": [{"name": "a", "parameters": []}])", "elements[0].parameters"},
         {R"("objects": [])", "objects"},
         {R"("effects": [])", "effects"},
     };
@@ -561,6 +589,15 @@ TEST(SceneTextReader, EveryFaultOfASavedSceneIsToldWithItsPlace) {
          "selectionSets[0].nodes[1]: the node \"a\" stands twice"},
         {R"("nodes": [{"name": "a", "handle": 1, "parent": 2}, {"name": "b", "handle": 2, "parent": 1}])",
          "nodes[0]: the parents of \"a\" run in a circle"},
+        {R"("nodes": [{"name": "a", "children": ["c"]}, {"name": "b"}])",
+         "nodes[0].children[0]: there is no node \"c\"; the nearest are a, b"},
+        {R"("nodes": [{"name": "a", "children": ["b"]}, {"name": "b"}])",
+         "nodes[0].children[0]: the parent of \"b\" is not this node"},
+        {R"("nodes": [{"name": "a", "children": ["b", "b"]}, {"name": "b", "parent": "a"}])",
+         "nodes[0].children[1]: the node \"b\" stands twice"},
+        {R"("nodes": [{"name": "a", "children": ["c"]}, {"name": "b", "parent": "a"},
+                      {"name": "c", "parent": "a"}])",
+         "nodes[0].children: has 1 of the nodes whose parent this is, which are 2"},
         {R"("nodes": [{"name": {"utf16": "d8"}}])",
          "nodes[0].name.utf16: must have four hexadecimal digits a unit"},
         {R"("nodes": [{"name": {"utf16": "d8000"}}])",
@@ -575,6 +612,10 @@ TEST(SceneTextReader, EveryFaultOfASavedSceneIsToldWithItsPlace) {
          "nodes[0].appData[0]: the key \"subID\" is missing"},
         {R"("nodes": [{"name": "a", "appData": [{"class": [1, 2], "superClass": 2, "subID": 3, "data": "0x"}]}])",
          "nodes[0].appData[0].data: must have hexadecimal digits only"},
+        {R"("nodes": [{"name": "a", "appData": [
+               {"class": [1, 2], "superClass": 2, "subID": 3, "data": ""},
+               {"class": [1, 2], "superClass": 2, "subID": 3, "data": "00"}]}])",
+         "nodes[0].appData[1]: the data of this owner stands twice"},
         {R"("layers": [{"name": "a", "parent": "b"}, {"name": "b"}])",
          "layers[0].parent: there is no layer \"b\" before this one"},
         {R"("layers": [{"name": "b"}, {"name": "a", "parent": "c"}])",
@@ -587,6 +628,17 @@ TEST(SceneTextReader, EveryFaultOfASavedSceneIsToldWithItsPlace) {
          "layers[0].children[0].parent: this layer stands in its parent already"},
         {R"("elements": [{"name": "a", "handle": 1}])",
          "elements[0]: has a handle, and so needs a class"},
+        {R"("elements": [{"name": "a", "parameters": [{"id": 1, "value": 2}, {"id": 1, "value": 2}]}])",
+         "elements[0].parameters[1].id: the parameter 1 stands twice"},
+        {R"("elements": [{"name": "a", "parameters": [{"id": 32768, "value": 2}]}])",
+         "elements[0].parameters[0].id: must lie between -32768 and 32767"},
+        {R"("elements": [{"name": "a", "parameters": [{"id": 1}]}])",
+         "elements[0].parameters[0]: the key \"value\" is missing"},
+        {R"("render": {"timeType": "frames"})",
+         "render.timeType: must be one of single, segment, range, list"},
+        {R"("render": {"numberBase": 2147483648})",
+         "render.numberBase: must lie between -2147483648 and 2147483647"},
+        {R"("render": {"renderer": {"class": [1]}})", "render.renderer.class: must be two numbers"},
         {R"("render": {"height": 0})", "render.height: must lie between 1 and 300000"},
         {object + R"(, "name": "a"}])",
          "objects[0]: there is no key \"name\" here; the nearest are handle"},
@@ -645,6 +697,38 @@ TEST(SceneTextReader, ThereIsALimitToObjectsAndEffects) {
     EXPECT_EQ(ComplaintOfSaved(objects(250, "4240")), "");
     EXPECT_EQ(ComplaintOfSaved(objects(251, "4240")),
               "objects[250]: there are more than 250 effects");
+}
+
+TEST(SceneTextReader, ThereIsALimitToSelectionSets) {
+    const auto sets = [](int count) {
+        std::string list;
+        for (int i = 0; i < count; ++i) {
+            list.append(i == 0 ? "" : ", ").append("{\"name\": \"").append(std::to_string(i));
+            list.append("\", \"nodes\": []}");
+        }
+        return "\"selectionSets\": [" + list + "]";
+    };
+    EXPECT_EQ(ParseSaved(sets(50'000)).selectionSets.size(), 50'000U);
+    EXPECT_EQ(ComplaintOfSaved(sets(50'001)),
+              "selectionSets: there are more than 50000 selection sets");
+}
+
+TEST(SceneTextReader, TimeTypesHaveNames) {
+    const auto read = [](const char* name) {
+        return ParseSaved(R"("render": {"timeType": ")" + std::string(name) + "\"}")
+            .render.timeType;
+    };
+    EXPECT_EQ(read("single"), REND_TIMESINGLE);
+    EXPECT_EQ(read("segment"), REND_TIMESEGMENT);
+    EXPECT_EQ(read("range"), REND_TIMERANGE);
+    EXPECT_EQ(read("list"), REND_TIMEPICKUP);
+}
+
+TEST(SceneTextReader, ARendererWithoutAClassIsNone) {
+    const auto renderer = ParseSaved(R"("render": {"renderer": {}})").render.renderer;
+    ASSERT_TRUE(renderer);
+    EXPECT_EQ(renderer->rendererClass, Class_ID());
+    EXPECT_EQ(ParseSaved(R"("render": {})").render.renderer.has_value(), false);
 }
 
 // Whole but for its end, in every place.

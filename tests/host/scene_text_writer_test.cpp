@@ -74,5 +74,26 @@ TEST(SceneTextWriter, WhatNoFileCanHoldIsRefused) {
               "a.json: the scene is larger than 64 MB, which no file may be");
 }
 
+TEST(SceneTextWriter, WhatWouldNotBeReadIsNotWritten) {
+    SceneDescription scene;
+    scene.path = "a.json";
+    for (Handle handle = 1; handle <= 250; ++handle) {
+        SavedObject& effect = scene.objects.emplace_back();
+        effect.handle = handle;
+        effect.superClass = RENDER_EFFECT_CLASS_ID;
+    }
+    EXPECT_EQ(ParseScene("a.json", WriteScene(scene)).objects.size(), 250U);
+    scene.objects.push_back(scene.objects[0]);
+    EXPECT_EQ(FaultText<InputError>([&] { WriteScene(scene); }),
+              "a.json: the scene has more than 250 effects, which no file may have");
+    scene.objects.assign(50'001, SavedSampleObject(1));
+    EXPECT_EQ(FaultText<InputError>([&] { WriteScene(scene); }),
+              "a.json: the scene has more than 50000 objects, which no file may have");
+    scene.objects.clear();
+    scene.selectionSets.resize(50'001);
+    EXPECT_EQ(FaultText<InputError>([&] { WriteScene(scene); }),
+              "a.json: the scene has more than 50000 selection sets, which no file may have");
+}
+
 }  // namespace
 }  // namespace host

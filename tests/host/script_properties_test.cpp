@@ -30,6 +30,30 @@ TEST_F(ScriptPropertiesTest, APropertyGivesItsValueAndType) {
     EXPECT_TRUE(ExecuteMAXScriptScript(_M("a.int"), TRUE));
 }
 
+TEST_F(ScriptPropertiesTest, AnAssignmentGivesItsValueToAPropertyThatTakesOne) {
+    FPValue taken;
+    host::App().scripts.Set(
+        "a.set", [] { return host::ScriptInt(3); }, [&taken](FPValue value) { taken = value; });
+    FPValue value;
+    ASSERT_TRUE(ExecuteMAXScriptScript(_M("a.set = true"), TRUE, &value));
+    EXPECT_EQ(taken.type, TYPE_BOOL);
+    EXPECT_EQ(taken.b, 1);
+    EXPECT_EQ(value.type, TYPE_BOOL);
+    EXPECT_EQ(value.b, 1);
+    ASSERT_TRUE(ExecuteMAXScriptScript(_M("A.Set=-12"), TRUE));
+    EXPECT_EQ(taken.type, TYPE_INT);
+    EXPECT_EQ(taken.i, -12);
+    ASSERT_TRUE(ExecuteMAXScriptScript(_M("a.set"), TRUE, &value));
+    EXPECT_EQ(value.i, 3);
+    for (const MCHAR* script : {_M("a.set = maybe"), _M("a.set = "), _M("a.set = 1 2"),
+                                _M("a.set = = 1"), _M("a.other = 1"), _M("= 1")}) {
+        EXPECT_FALSE(ExecuteMAXScriptScript(script, TRUE));
+    }
+    EXPECT_EQ(taken.i, -12);
+    host::App().scripts.Set("a.int", host::ScriptInt(7));
+    EXPECT_FALSE(ExecuteMAXScriptScript(_M("a.int = 8"), TRUE)) << "it can only be read";
+}
+
 TEST_F(ScriptPropertiesTest, AnUnknownTextFailsAndLeavesTheValue) {
     FPValue value = host::ScriptInt(7);
     EXPECT_FALSE(ExecuteMAXScriptScript(_M("no.such"), TRUE, &value));

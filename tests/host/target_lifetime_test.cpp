@@ -234,4 +234,17 @@ TEST_F(TargetLifetimeTest, AMakerMayDropItWhileItTellsAChange) {
     owner->onChange = nullptr;
 }
 
+TEST_F(TargetLifetimeTest, TargetsThatAreLockedStayWithoutAReference) {
+    ReferenceTarget* target = Make();
+    Append(target);
+    target->SetAFlag(0x8000000);
+    Block().SetValue(SAMPLE_TARGETS, 0, static_cast<ReferenceTarget*>(nullptr), 0);
+    EXPECT_EQ(living, 1);
+    Block().SetValue(SAMPLE_TARGETS, 0, target, 0);
+    target->ClearAFlag(0x8000000);
+    EXPECT_EQ(living, 1);
+    Block().SetValue(SAMPLE_TARGETS, 0, static_cast<ReferenceTarget*>(nullptr), 0);
+    EXPECT_EQ(living, 0) << "and goes with the last once it isn't";
+}
+
 }  // namespace

@@ -1,7 +1,5 @@
 #include "plugin/class_descriptors.h"
 
-#include <set>
-
 #include "effect/psd_output_layer.h"
 #include "plugin/library.h"
 #include "tests/effect/effect_fixture.h"

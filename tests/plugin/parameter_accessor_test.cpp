@@ -3,6 +3,7 @@
 #include <maxheap.h>
 
 #include <cstring>
+#include <optional>
 
 #include "effect/psd_output_layer.h"
 #include "plugin/class_descriptors.h"
@@ -139,6 +140,19 @@ TEST_F(ParameterAccessor, AnOwnerOfAnotherClassCountsAsNone) {
     accessor.TabChanged(tab_ref_deleted, nullptr, layer.get(), "layersProduction"_param, 1, 1);
 }
 
+TEST_F(ParameterAccessor, FilenameIsNormalisedForWhoeverAsks) {
+    effect->shortFilename = MSTR(_M("short"));
+    EXPECT_EQ(host::ToUtf8(plugin::NormalizeFilename(*effect, _M("/renders/../shot.psd"))),
+              NativePath("/shot.psd"));
+    EXPECT_TRUE(effect->shortFilename.isNull());
+    EXPECT_EQ(host::ToUtf8(effect->filenameField), NativePath("/shot.psd"));
+    EXPECT_EQ(Filename(), "") << "the parameter stays";
+    EXPECT_EQ(host::ToUtf8(plugin::NormalizeFilename(*effect, MSTR())), Output("Untitled.psd"));
+    effect->DeleteReference(0);
+    EXPECT_EQ(host::ToUtf8(plugin::NormalizeFilename(*effect, _M("/a/./b.psd"))),
+              NativePath("/a/b.psd"));
+}
+
 TEST_F(ParameterAccessor, FilenameOfNullStaysNull) {
     Interval valid;
     PB2Value v;
@@ -176,6 +190,81 @@ TEST_F(ParameterAccessor, LongListsFromAScriptAreStoredUnchanged) {
         SetText(id, host::FromUtf8(list));
         EXPECT_EQ(host::ToUtf8(Block().GetStr(id)), list);
     }
+}
+
+// Lists of IDs that the panel shows
+
+// A panel whose edit fields show a text.
+class TypedLists : public ParameterAccessor {
+  protected:
+    // What is stored when a map sets `given` while the field shows `typed`.
+    std::string Stored(const std::string& typed, const std::string& given,
+                       ParamID list = "nodeIDList"_param) {
+        panel.typedList = [&, list](const effect::PSDOutput& shown, ParamID id) {
+            return &shown == effect && id == list ? std::optional(host::FromUtf8(typed))
+                                                  : std::nullopt;
+        };
+        SetText(list, host::FromUtf8(given));
+        panel.typedList = nullptr;
+        return host::ToUtf8(Block().GetStr(list));
+    }
+
+    RecordingPanel panel;
+    const std::string longList = std::string(200, '1').append(",").append(200, '2');
+};
+
+TEST_F(TypedLists, ALongListThatWasCutIsStoredWhole) {
+    for (const ParamID list : {"nodeIDList"_param, "mtlIDList"_param}) {
+        EXPECT_EQ(Stored(longList, longList.substr(0, 255), list), longList) << list;
+        EXPECT_EQ(Stored(longList, "", list), longList) << list;
+    }
+}
+
+TEST_F(TypedLists, AnotherListIsStoredAsItIs) {
+    EXPECT_EQ(Stored(longList, "1, 3"), "1, 3");
+    EXPECT_EQ(Stored(longList, longList.substr(0, 254) + "x"), longList.substr(0, 254) + "x");
+}
+
+TEST_F(TypedLists, OfTheSameLengthNothingIsReplaced) {
+    EXPECT_EQ(Stored(longList, longList), longList);
+}
+
+TEST_F(TypedLists, AShortTextIsNeverTakenForACutOne) {
+    const std::string shortList = longList.substr(0, 255);
+    EXPECT_EQ(Stored(shortList, shortList.substr(0, 100)), shortList.substr(0, 100));
+    const std::string list = longList.substr(0, 256);
+    EXPECT_EQ(Stored(list, list.substr(0, 100)), list) << "256 units are enough";
+}
+
+TEST_F(TypedLists, TheFieldsTextIsTakenUpTo8192Units) {
+    const std::string endless(9000, '7');
+    EXPECT_EQ(Stored(endless, endless.substr(0, 255)), std::string(8192, '7'));
+    EXPECT_EQ(Stored(endless.substr(0, 8192), endless.substr(0, 255)), std::string(8192, '7'));
+    EXPECT_EQ(Stored(endless, std::string(8192, '7')), std::string(8192, '7'));
+}
+
+TEST_F(TypedLists, AShorterFieldThatTheValueGoesOnFromWins) {
+    EXPECT_EQ(Stored(longList.substr(0, 300), longList), longList.substr(0, 300));
+}
+
+TEST_F(TypedLists, WithoutAVisibleRollupTheValueStays) {
+    SetText("nodeIDList"_param, host::FromUtf8(longList.substr(0, 255)));
+    EXPECT_EQ(host::ToUtf8(Block().GetStr("nodeIDList"_param)), longList.substr(0, 255));
+}
+
+TEST_F(TypedLists, OtherTextsAreNotAskedFor) {
+    panel.typedList = [](const effect::PSDOutput&, ParamID id) -> std::optional<MSTR> {
+        ADD_FAILURE() << id;
+        return std::nullopt;
+    };
+    SetText("embedHelpersWildcard"_param, _M("a*"));
+    PB2Value v;
+    v.s = nullptr;
+    accessor.Set(v, effect, "nodeIDList"_param, 0, 0);
+    EXPECT_EQ(v.s, nullptr);
+    v = TextValue("1");
+    accessor.Set(v, nullptr, "nodeIDList"_param, 0, 0);
+    EXPECT_EQ(Take(v), "1");
 }
 
 TEST_F(ParameterAccessor, MarkedSwitchesPassAsTheyAre) {

@@ -1,7 +1,13 @@
 #include "plugin/parameter_blocks.h"
 
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include "plugin/entry.h"
 #include "plugin/parameter_accessor.h"
 #include "plugin/parameters.h"
+#include "plugin/string_table.h"
 #include "tests/effect/effect_fixture.h"
 
 namespace {
@@ -146,6 +152,118 @@ TEST_F(ParameterBlocks, HaveTheAccessorWhereTheRowsSaySoAndNoneInTheLayers) {
 TEST_F(ParameterBlocks, SayThatFilenameIsARenderOutput) {
     EXPECT_EQ(effectBlock->GetParamDef("filename"_param).assetTypeID, 8);
     EXPECT_EQ(effectBlock->GetParamDef("shadowPassSource"_param).assetTypeID, 0);
+}
+
+struct BoundControl {
+    ParamID id;
+    MapID map;
+    ControlType2 type;
+    std::vector<int> ids;
+    std::vector<int> values{};
+    std::vector<int> texts{};
+    float step = 0.0F;
+};
+
+std::vector<BoundControl> BoundControls() {
+    const std::vector<int> kinds{0, 5, 1, 4};
+    const std::vector<int> kindTexts{25, 48, 26, 38};
+    return {
+        {25, 0, TYPE_SINGLECHEKBOX, {1080}},
+        {36, 0, TYPE_SINGLECHEKBOX, {1129}},
+        {26, 1, TYPE_SINGLECHEKBOX, {1088}},
+        {6, 1, TYPE_RADIO, {1049, 1050}, {0, 1}},
+        {15, 6, TYPE_SINGLECHEKBOX, {1055}},
+        {16, 6, TYPE_SINGLECHEKBOX, {1054}},
+        {17, 6, TYPE_SINGLECHEKBOX, {1053}},
+        {18, 2, TYPE_SINGLECHEKBOX, {1039}},
+        {38, 2, TYPE_CHECKBUTTON, {1010}},
+        {23, 2, TYPE_INT_COMBOBOX, {1105}, kinds, kindTexts},
+        {19, 2, TYPE_EDITBOX, {1075}},
+        {20, 2, TYPE_SINGLECHEKBOX, {1040}},
+        {39, 2, TYPE_CHECKBUTTON, {1009}},
+        {24, 2, TYPE_INT_COMBOBOX, {1106}, kinds, kindTexts},
+        {21, 2, TYPE_EDITBOX, {1076}},
+        {28, 2, TYPE_SINGLECHEKBOX, {1041}},
+        {40, 2, TYPE_CHECKBUTTON, {1007}},
+        {29, 2, TYPE_INT_COMBOBOX, {1109}, kinds, kindTexts},
+        {30, 2, TYPE_NODELISTBOX, {1094, 0, 0, 0}},
+        {34, 6, TYPE_SINGLECHEKBOX, {1060}},
+        {41, 4, TYPE_SINGLECHEKBOX, {1130}},
+        {42, 4, TYPE_SINGLECHEKBOX, {1131}},
+        {43, 4, TYPE_EDITBOX, {1133}},
+        {45, 0, TYPE_SPINNER, {1144, 1145}, {}, {}, 1.0F},
+        {46, 0, TYPE_RADIO, {1107, 1108, 1110}, {8, 16, 32}},
+        {47, 0, TYPE_INT_COMBOBOX, {1143}, {0, 1, 2, 3, 4}, {43, 44, 45, 46, 47}},
+        {48, 5, TYPE_SINGLECHEKBOX, {1149}},
+        {49, 5, TYPE_CHECKBUTTON, {1150}},
+        {50, 5, TYPE_INT_COMBOBOX, {1152}, kinds, kindTexts},
+        {53, 0, TYPE_SINGLECHEKBOX, {1156}},
+        {52, 6, TYPE_SINGLECHEKBOX, {1061}},
+        {58, 1, TYPE_CHECKBUTTON, {1184}},
+        {60, 1, TYPE_SINGLECHEKBOX, {1186}},
+        {71, 7, TYPE_SINGLECHEKBOX, {1187}},
+        {72, 7, TYPE_CHECKBUTTON, {1189}},
+        {73, 7, TYPE_INT_COMBOBOX, {1190}, kinds, kindTexts},
+        {124, 0, TYPE_INT_COMBOBOX, {1195}, {0, 1}, {60, 61}},
+        {130, 1, TYPE_CHECKBUTTON, {1079}},
+    };
+}
+
+TEST_F(ParameterBlocks, BindTheControlsOfTheRows) {
+    std::vector<ParamID> bound;
+    for (const BoundControl& expected : BoundControls()) {
+        bound.push_back(expected.id);
+        const std::optional<ParamControl>& control = effectBlock->GetParamDef(expected.id).control;
+        ASSERT_TRUE(control.has_value()) << expected.id;
+        EXPECT_EQ(control->map, expected.map) << expected.id;
+        EXPECT_EQ(control->type, expected.type) << expected.id;
+        EXPECT_EQ(control->ids, expected.ids) << expected.id;
+        EXPECT_EQ(control->values, expected.values) << expected.id;
+        EXPECT_EQ(control->texts, expected.texts) << expected.id;
+        EXPECT_EQ(control->step, expected.step) << expected.id;
+    }
+    // What the effect shows by itself, and the advanced options, the host doesn't bind.
+    for (const Row& row : parameters::effectRows) {
+        EXPECT_EQ(effectBlock->GetParamDef(row.id).control.has_value(),
+                  std::ranges::find(bound, row.id) != bound.end())
+            << row.name;
+    }
+    for (const Row& row : parameters::layerRows)
+        EXPECT_FALSE(layerBlock->GetParamDef(row.id).control.has_value()) << row.name;
+}
+
+TEST_F(ParameterBlocks, NameTheLabelsOfBoundCombosAmongTheStrings) {
+    plugin::Attach();
+    for (const Row& row : parameters::effectRows) {
+        if (!row.control.IsBoundByHost() || row.control.kind != parameters::ControlKind::Combo)
+            continue;
+        for (const parameters::Choice& choice : row.choices) {
+            const MCHAR* text = plugin::GetString(choice.text);
+            ASSERT_NE(text, nullptr) << row.name << ": " << choice.label;
+            EXPECT_EQ(host::ToUtf8(text), choice.label) << row.name;
+        }
+    }
+}
+
+TEST_F(ParameterBlocks, EnableTheControlsThatTheRowsList) {
+    const std::map<ParamID, std::vector<ParamID>> enables{
+        {26, {6, 58, 60}},
+        {18, {23, 19, 31, 38}},
+        {20, {24, 21, 32, 39}},
+        {28, {29, 30, 33, 40}},
+        {42, {43}},
+        {48, {49, 50}},
+        {53, {124}},
+        {71, {72, 73}},
+    };
+    for (const Row& row : parameters::effectRows) {
+        const auto expected = enables.find(row.id);
+        EXPECT_EQ(effectBlock->GetParamDef(row.id).enables,
+                  expected == enables.end() ? std::vector<ParamID>{} : expected->second)
+            << row.name;
+    }
+    for (const Row& row : parameters::layerRows)
+        EXPECT_TRUE(layerBlock->GetParamDef(row.id).enables.empty()) << row.name;
 }
 
 // The values of a new effect, and how they take others.

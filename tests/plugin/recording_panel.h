@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +30,9 @@ class RecordingPanel final : public plugin::EffectPanel {
     void RefreshObjectIDControls() override { Record("object IDs"); }
     void RefreshMaterialIDControls() override { Record("material IDs"); }
     void RefreshObjectControls() override { Record("objects"); }
+    std::optional<MSTR> TypedIDList(const effect::PSDOutput& effect, ParamID list) override {
+        return typedList ? typedList(effect, list) : std::nullopt;
+    }
     void RefreshSceneLayerControls() override { Record("scene layers"); }
     void RefreshSelectionSetControls() override { Record("selection sets"); }
     void RedrawSelectionSets() override { Record("draw selection sets"); }
@@ -41,4 +45,6 @@ class RecordingPanel final : public plugin::EffectPanel {
 
     std::vector<std::string> shown;
     std::function<void(const std::string&)> onRecord;
+    // Empty: no rollup with lists of IDs is visible.
+    std::function<std::optional<MSTR>(const effect::PSDOutput&, ParamID)> typedList;
 };

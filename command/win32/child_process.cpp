@@ -1,0 +1,105 @@
+#include "command/win32/child_process.h"
+
+#include <system_error>
+
+#include "command/failure.h"
+#include "host/text.h"
+
+namespace command {
+namespace {
+
+// By the rules of the run-time library: backslashes before a quotation mark count double.
+std::wstring Quoted(const std::wstring& word) {
+    std::wstring quoted = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t letter : word) {
+        if (letter == L'\\') {
+            ++backslashes;
+            continue;
+        }
+        quoted.append(letter == L'"' ? 2 * backslashes + 1 : backslashes, L'\\');
+        backslashes = 0;
+        quoted += letter;
+    }
+    quoted.append(2 * backslashes, L'\\');
+    return quoted + L'"';
+}
+
+std::string LastFault() {
+    return std::error_code(static_cast<int>(GetLastError()), std::system_category()).message();
+}
+
+}  // namespace
+
+std::wstring CommandLineOf(const std::vector<std::string>& words) {
+    std::wstring line;
+    for (const std::string& word : words) {
+        if (!line.empty()) line += L' ';
+        line += Quoted(host::FromUtf8(word).data());
+    }
+    return line;
+}
+
+ChildProcess::Handle ChildProcess::Stream::Open() {
+    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE read = nullptr;
+    HANDLE write = nullptr;
+    if (!CreatePipe(&read, &write, &inherited, 0)) throw InputError(LastFault());
+    reading.reset(read);
+    Handle writing(write);
+    SetHandleInformation(read, HANDLE_FLAG_INHERIT, 0);
+    return writing;
+}
+
+void ChildProcess::Stream::Read() {
+    DWORD available = 0;
+    while (!ended) {
+        if (!PeekNamedPipe(reading.get(), nullptr, 0, nullptr, &available, nullptr)) {
+            // The program has closed its end.
+            ended = true;
+            return;
+        }
+        if (available == 0) return;
+        const std::size_t before = text.size();
+        text.resize(before + available);
+        DWORD read = 0;
+        if (!ReadFile(reading.get(), text.data() + before, available, &read, nullptr)) read = 0;
+        text.resize(before + read);
+    }
+}
+
+ChildProcess::ChildProcess(const std::vector<std::string>& words) {
+    const Handle outputEnd = output.Open();
+    const Handle errorEnd = errors.Open();
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdOutput = outputEnd.get();
+    start.hStdError = errorEnd.get();
+    PROCESS_INFORMATION started{};
+    std::wstring line = CommandLineOf(words);
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
+                        nullptr, &start, &started)) {
+        throw InputError(words.front() + ": " + LastFault());
+    }
+    process.reset(started.hProcess);
+    CloseHandle(started.hThread);
+}
+
+ChildProcess::~ChildProcess() {
+    if (process && WaitForSingleObject(process.get(), 0) == WAIT_TIMEOUT) {
+        TerminateProcess(process.get(), 1);
+        WaitForSingleObject(process.get(), INFINITE);
+    }
+}
+
+bool ChildProcess::Read() {
+    const bool hasEnded = WaitForSingleObject(process.get(), 0) == WAIT_OBJECT_0;
+    output.Read();
+    errors.Read();
+    if (!hasEnded) return true;
+    GetExitCodeProcess(process.get(), &exitCode);
+    return false;
+}
+
+}  // namespace command

@@ -1,0 +1,24 @@
+// The nodes that the user selected.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "host/node.h"
+#include "host/target_reference.h"
+
+namespace host {
+
+class NodeSelection {
+  public:
+    // Of the scene; nulls and repetitions are left out. Broadcasts NOTIFY_SELECTIONSET_CHANGED when
+    // it is another selection than before. No step of undo.
+    void Set(const std::vector<Node*>& nodes);
+    // Those that are in the scene, in the order in which they were given.
+    std::vector<Node*> Nodes() const;
+
+  private:
+    std::vector<std::unique_ptr<TargetReference>> nodes_;
+};
+
+}  // namespace host

@@ -1,0 +1,338 @@
+#include "host/win32/parameter_map_control.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <custcont.h>
+#include <hold.h>
+#include <maxapi.h>
+
+#include "host/win32/spinner_control.h"
+
+namespace host {
+namespace {
+
+constexpr const MCHAR* changeName = _M("Parameter Change");
+
+template <class Value>
+void ChangeParameter(IParamBlock2& block, ParamID id, Value value) {
+    theHold.Begin();
+    block.SetValue(id, GetCOREInterface()->GetTime(), value);
+    theHold.Accept(changeName);
+}
+
+int ShownNumber(IParamBlock2& block, ParamID id) {
+    return block.GetInt(id, GetCOREInterface()->GetTime());
+}
+
+void ChangeNumber(IParamBlock2& block, ParamID id, int value) {
+    if (ShownNumber(block, id) != value) ChangeParameter(block, id, value);
+}
+
+// A disabled control can't keep the keyboard.
+void EnableControl(HWND control, bool on) {
+    if (!on && GetFocus() == control) SendMessageW(GetParent(control), WM_NEXTDLGCTL, 0, FALSE);
+    EnableWindow(control, on);
+}
+
+bool IsClick(UINT message, WPARAM wParam) {
+    return message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED;
+}
+
+class CheckBox final : public ParameterMapControl {
+  public:
+    CheckBox(const ParamDef& def, HWND control) : ParameterMapControl(def), control_(control) {}
+
+    void Show(IParamBlock2& block) override {
+        const bool on = ShownNumber(block, Def().ID) != 0;
+        SendMessageW(control_, BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED, 0);
+    }
+    void Enable(bool on) override { EnableControl(control_, on); }
+    void Take(UINT message, WPARAM wParam, IParamBlock2& block) override {
+        if (!IsClick(message, wParam) || LOWORD(wParam) != GetDlgCtrlID(control_)) return;
+        const bool on = SendMessageW(control_, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        ChangeNumber(block, Def().ID, on ? TRUE : FALSE);
+    }
+
+  private:
+    HWND control_;
+};
+
+class RadioGroup final : public ParameterMapControl {
+  public:
+    struct Choice {
+        HWND button;
+        int value;
+    };
+
+    RadioGroup(const ParamDef& def, std::vector<Choice> choices)
+        : ParameterMapControl(def), choices_(std::move(choices)) {}
+
+    void Show(IParamBlock2& block) override {
+        const int shown = ShownNumber(block, Def().ID);
+        for (const Choice& choice : choices_) {
+            const bool on = choice.value == shown;
+            SendMessageW(choice.button, BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED, 0);
+        }
+    }
+    void Enable(bool on) override {
+        for (const Choice& choice : choices_)
+            EnableControl(choice.button, on);
+    }
+    void Take(UINT message, WPARAM wParam, IParamBlock2& block) override {
+        if (!IsClick(message, wParam)) return;
+        const auto clicked = std::find_if(
+            choices_.begin(), choices_.end(),
+            [&](const Choice& choice) { return GetDlgCtrlID(choice.button) == LOWORD(wParam); });
+        if (clicked != choices_.end()) ChangeNumber(block, Def().ID, clicked->value);
+    }
+
+  private:
+    std::vector<Choice> choices_;
+};
+
+class ComboBox final : public ParameterMapControl {
+  public:
+    ComboBox(const ParamDef& def, HWND control, HINSTANCE strings)
+        : ParameterMapControl(def), control_(control) {
+        SendMessageW(control, CB_RESETCONTENT, 0, 0);
+        for (std::size_t choice = 0; choice < def.control->values.size(); ++choice) {
+            MCHAR text[PARAMETER_TEXT_UNITS] = {};
+            LoadStringW(strings, static_cast<UINT>(def.control->texts[choice]), text,
+                        PARAMETER_TEXT_UNITS);
+            const LRESULT item =
+                SendMessageW(control, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+            SendMessageW(control, CB_SETITEMDATA, static_cast<WPARAM>(item),
+                         def.control->values[choice]);
+        }
+    }
+
+    // A value that is no choice shows none.
+    void Show(IParamBlock2& block) override {
+        const int shown = ShownNumber(block, Def().ID);
+        const LRESULT count = SendMessageW(control_, CB_GETCOUNT, 0, 0);
+        LRESULT item = 0;
+        while (item < count && ValueOf(item) != shown)
+            ++item;
+        SendMessageW(control_, CB_SETCURSEL, static_cast<WPARAM>(item < count ? item : CB_ERR), 0);
+    }
+    void Enable(bool on) override { EnableControl(control_, on); }
+    void Take(UINT message, WPARAM wParam, IParamBlock2& block) override {
+        if (message != WM_COMMAND || HIWORD(wParam) != CBN_SELCHANGE ||
+            LOWORD(wParam) != GetDlgCtrlID(control_)) {
+            return;
+        }
+        const LRESULT item = SendMessageW(control_, CB_GETCURSEL, 0, 0);
+        if (item != CB_ERR) ChangeNumber(block, Def().ID, ValueOf(item));
+    }
+
+  private:
+    int ValueOf(LRESULT item) const {
+        return static_cast<int>(
+            SendMessageW(control_, CB_GETITEMDATA, static_cast<WPARAM>(item), 0));
+    }
+
+    HWND control_;
+};
+
+class CheckButton final : public ParameterMapControl {
+  public:
+    CheckButton(const ParamDef& def, ICustButton* button)
+        : ParameterMapControl(def), button_(button) {
+        button->SetType(CBT_CHECK);
+    }
+    ~CheckButton() override { ReleaseICustButton(button_); }
+
+    void Show(IParamBlock2& block) override {
+        button_->SetCheck(ShownNumber(block, Def().ID) != 0);
+    }
+    void Enable(bool on) override { EnableControl(button_->GetHwnd(), on); }
+    void Take(UINT message, WPARAM wParam, IParamBlock2& block) override {
+        if (!IsClick(message, wParam) || LOWORD(wParam) != GetDlgCtrlID(button_->GetHwnd())) return;
+        ChangeNumber(block, Def().ID, button_->IsChecked() ? TRUE : FALSE);
+    }
+
+  private:
+    ICustButton* button_;
+};
+
+class EditBox final : public ParameterMapControl {
+  public:
+    EditBox(const ParamDef& def, ICustEdit* edit) : ParameterMapControl(def), edit_(edit) {}
+    ~EditBox() override { ReleaseICustEdit(edit_); }
+
+    // Whole, however long it is.
+    void Show(IParamBlock2& block) override {
+        edit_->SetText(block.GetStr(Def().ID, GetCOREInterface()->GetTime()));
+    }
+    void Enable(bool on) override { EnableControl(edit_->GetHwnd(), on); }
+    void Take(UINT message, WPARAM wParam, IParamBlock2& block) override {
+        const bool given =
+            message == WM_CUSTEDIT_ENTER || (message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE);
+        if (!given || LOWORD(wParam) != GetDlgCtrlID(edit_->GetHwnd())) return;
+        std::vector<MCHAR> text(static_cast<std::size_t>(edit_->GetTextLength()) + 1);
+        edit_->GetText(text.data(), static_cast<int>(text.size()));
+        const MSTR stored(block.GetStr(Def().ID, GetCOREInterface()->GetTime()));
+        if (MSTR(text.data()) == stored) return;
+        if (text.size() > PARAMETER_TEXT_UNITS) text[PARAMETER_TEXT_UNITS - 1] = 0;
+        ChangeParameter(block, Def().ID, static_cast<const MCHAR*>(text.data()));
+    }
+
+  private:
+    ICustEdit* edit_;
+};
+
+// What the mouse does from its press to its end is one step.
+class SpinnerField final : public ParameterMapControl {
+  public:
+    SpinnerField(const ParamDef& def, Spinner* spinner)
+        : ParameterMapControl(def), spinner_(spinner) {
+        const ParamControl& control = *def.control;
+        spinner->LinkToEdit(control.ids[0]);
+        if (def.has_range && def.type == TYPE_INT) {
+            spinner->SetRange(static_cast<float>(def.range_low.i),
+                              static_cast<float>(def.range_high.i));
+        } else if (def.has_range) {
+            spinner->SetRange(def.range_low.f, def.range_high.f);
+        } else {
+            spinner->SetRange(0.0F, std::numeric_limits<float>::max());
+        }
+        spinner->SetStep(control.step);
+    }
+    ~SpinnerField() override {
+        GiveUp();
+        ReleaseSpinner(spinner_);
+    }
+
+    void Show(IParamBlock2& block) override { spinner_->SetValue(Stored(block)); }
+    void Enable(bool on) override {
+        EnableControl(GetDlgItem(GetParent(spinner_->GetHwnd()), Def().control->ids[0]), on);
+        spinner_->Enable(on);
+    }
+    void Take(UINT message, WPARAM wParam, IParamBlock2& block) override {
+        if (LOWORD(wParam) != GetDlgCtrlID(spinner_->GetHwnd())) return;
+        if (message == spinnerButtonDown && !dragging_) {
+            dragging_ = true;
+            theHold.Begin();
+        } else if (message == spinnerButtonUp && HIWORD(wParam) == 0) {
+            GiveUp();
+        } else if (message == spinnerButtonUp && dragging_) {
+            dragging_ = false;
+            theHold.Accept(changeName);
+        } else if (message == spinnerChange) {
+            Change(block);
+        }
+    }
+    void GiveUp() override {
+        if (!std::exchange(dragging_, false)) return;
+        theHold.Cancel();
+    }
+
+  private:
+    float Stored(IParamBlock2& block) const {
+        return block.GetFloat(Def().ID, GetCOREInterface()->GetTime());
+    }
+    void Change(IParamBlock2& block) {
+        const float value = spinner_->Value();
+        if (Stored(block) == value) return;
+        // The hold of the drag, if there is one, goes around this one.
+        ChangeParameter(block, Def().ID, value);
+    }
+
+    Spinner* spinner_;
+    bool dragging_ = false;
+};
+
+// Rows are the entries of a table of nodes, in its order. The user changes nothing here.
+class NodeListBox final : public ParameterMapControl {
+  public:
+    NodeListBox(const ParamDef& def, HWND control) : ParameterMapControl(def), control_(control) {}
+
+    // Rows that stay as they are keep their selection.
+    void Show(IParamBlock2& block) override {
+        const std::vector<MSTR> wanted = Names(block);
+        const auto [shownEnd, wantedEnd] =
+            std::mismatch(shown_.begin(), shown_.end(), wanted.begin(), wanted.end());
+        const auto start = shownEnd - shown_.begin();
+        auto oldEnd = static_cast<std::ptrdiff_t>(shown_.size());
+        auto newEnd = static_cast<std::ptrdiff_t>(wanted.size());
+        while (oldEnd > start && newEnd > start &&
+               shown_[Index(oldEnd - 1)] == wanted[Index(newEnd - 1)]) {
+            --oldEnd;
+            --newEnd;
+        }
+        for (auto row = oldEnd; row > start; --row)
+            SendMessageW(control_, LB_DELETESTRING, Index(row - 1), 0);
+        for (auto row = start; row < newEnd; ++row) {
+            SendMessageW(control_, LB_INSERTSTRING, Index(row),
+                         reinterpret_cast<LPARAM>(wanted[Index(row)].data()));
+        }
+        shown_ = wanted;
+    }
+    void Enable(bool on) override { EnableControl(control_, on); }
+    void Take(UINT, WPARAM, IParamBlock2&) override {}
+
+  private:
+    static std::size_t Index(std::ptrdiff_t row) { return static_cast<std::size_t>(row); }
+    std::vector<MSTR> Names(IParamBlock2& block) const {
+        const TimeValue now = GetCOREInterface()->GetTime();
+        std::vector<MSTR> names;
+        for (int entry = 0; entry < block.Count(Def().ID); ++entry) {
+            INode* node = block.GetINode(Def().ID, now, entry);
+            names.emplace_back(node ? node->GetName() : _M("<deleted>"));
+        }
+        return names;
+    }
+
+    HWND control_;
+    std::vector<MSTR> shown_;
+};
+
+std::unique_ptr<ParameterMapControl> BindRadioGroup(HWND dialog, const ParamDef& def) {
+    std::vector<RadioGroup::Choice> choices;
+    for (std::size_t choice = 0; choice < def.control->ids.size(); ++choice) {
+        HWND button = GetDlgItem(dialog, def.control->ids[choice]);
+        if (button) choices.push_back({button, def.control->values[choice]});
+    }
+    if (choices.empty()) return nullptr;
+    return std::make_unique<RadioGroup>(def, std::move(choices));
+}
+
+}  // namespace
+
+std::unique_ptr<ParameterMapControl> BindParameter(HWND dialog, const ParamDef& def,
+                                                   HINSTANCE strings) {
+    const ParamControl& control = *def.control;
+    if (control.type == TYPE_RADIO) return BindRadioGroup(dialog, def);
+    // Of a spinner the arrows, which are behind its edit field.
+    HWND window = GetDlgItem(dialog, control.ids[control.type == TYPE_SPINNER ? 1 : 0]);
+    if (!window) return nullptr;
+    switch (control.type) {
+        case TYPE_SINGLECHEKBOX:
+            return std::make_unique<CheckBox>(def, window);
+        case TYPE_INT_COMBOBOX:
+            return std::make_unique<ComboBox>(def, window, strings);
+        case TYPE_NODELISTBOX:
+            return std::make_unique<NodeListBox>(def, window);
+        case TYPE_CHECKBUTTON:
+            if (ICustButton* button = GetICustButton(window)) {
+                return std::make_unique<CheckButton>(def, button);
+            }
+            return nullptr;
+        case TYPE_EDITBOX:
+            if (ICustEdit* edit = GetICustEdit(window)) return std::make_unique<EditBox>(def, edit);
+            return nullptr;
+        case TYPE_SPINNER:
+            if (Spinner* spinner = GetSpinner(window)) {
+                return std::make_unique<SpinnerField>(def, spinner);
+            }
+            return nullptr;
+        default:
+            return nullptr;
+    }
+}
+
+}  // namespace host

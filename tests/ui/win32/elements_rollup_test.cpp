@@ -1,0 +1,778 @@
+#include "ui/win32/elements_rollup.h"
+
+#include <icolorman.h>
+#include <windowsx.h>
+
+#include "host/win32/accelerators.h"
+#include "tests/host/win32/object_counts.h"
+#include "tests/ui/win32/list_stage.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+
+constexpr MapID rollup = 1;
+constexpr Class_ID plainElement{0x12345678, 0x9abcdef0};
+constexpr UINT_PTR timer = 2343;
+
+class ElementsRollupTest : public ListTest {
+  protected:
+    // Rows stay in the order in which their elements came.
+    ElementsRollupTest() { Set("autoSort"_param, FALSE); }
+
+    static host::RenderElementManager& Elements() { return Host().elements[RS_Production]; }
+    static host::RenderElement& Add(const std::string& name, Class_ID id = plainElement) {
+        return Elements().Add(id, host::FromUtf8(name));
+    }
+    void OpenWith(const std::vector<std::string>& names) {
+        for (const std::string& name : names)
+            Add(name);
+        Open();
+    }
+    HWND List() { return Control(rollup, 1043); }
+    IParamBlock2& Layer(int row) { return *effect->Layer(0, row)->pblock; }
+    void SetOf(int row, ParamID id, int value) { Layer(row).SetValue(id, 0, value); }
+    int GetOf(int row, ParamID id) { return Layer(row).GetInt(id); }
+    std::vector<std::string> Row(int row) {
+        std::vector<std::string> cells;
+        for (int column = 0; column < 4; ++column)
+            cells.push_back(CellOf(List(), row, column));
+        return cells;
+    }
+    std::vector<std::string> Names() { return ColumnOf(List(), 0); }
+    // With the mouse, on the row's name.
+    void Select(int row) { ClickAt(List(), LabelPoint(List(), row)); }
+    std::string Mode() {
+        HWND combo = Control(rollup, 1045);
+        const int item = ComboBox_GetCurSel(combo);
+        if (item < 0) return "none";
+        MCHAR text[64] = {};
+        ComboBox_GetLBText(combo, item, text);
+        return host::ToUtf8(text);
+    }
+};
+
+TEST_F(ElementsRollupTest, SetsUpItsList) {
+    Open();
+    EXPECT_THAT(ColumnsOf(List()),
+                ElementsAre(ShownColumn{"Name", 120}, ShownColumn{"Visible", 42},
+                            ShownColumn{"Blending Mode", 86}, ShownColumn{"Misc", 41}));
+    EXPECT_EQ(ListView_GetExtendedListViewStyle(List()), 36U);
+    EXPECT_TRUE(GetWindowLongW(List(), GWL_STYLE) & LVS_EDITLABELS);
+    EXPECT_EQ(ListView_GetCallbackMask(List()), static_cast<UINT>(LVIS_STATEIMAGEMASK));
+    IColorManager& colors = *GetColorManager();
+    EXPECT_EQ(ListView_GetBkColor(List()), colors.GetColor(7));
+    EXPECT_EQ(ListView_GetTextBkColor(List()), colors.GetColor(7));
+    EXPECT_EQ(ListView_GetTextColor(List()), colors.GetColor(12));
+}
+
+TEST_F(ElementsRollupTest, ShowsARowForEachElementOfTheScene) {
+    OpenWith({"Diffuse", "Reflect"});
+    EXPECT_THAT(Names(), ElementsAre("Diffuse", "Reflect"));
+    EXPECT_THAT(SelectedOf(List()), IsEmpty());
+}
+
+TEST_F(ElementsRollupTest, ShowsCellsAsTheyAreAtTheMoment) {
+    OpenWith({"Diffuse"});
+    const auto flags = [&](int on) {
+        for (const ParamID id :
+             {"premultiply"_layerParam, "transparency"_layerParam, "mask"_layerParam,
+              "groupWithPrevious"_layerParam, "split"_layerParam})
+            SetOf(0, id, on);
+    };
+    flags(FALSE);
+    EXPECT_THAT(Row(0), ElementsAre("Diffuse", "On", "Normal", ""));
+    flags(TRUE);
+    SetOf(0, "blendingMode"_layerParam, 9);
+    EXPECT_THAT(Row(0), ElementsAre("Diffuse", "On", "Linear Dodge (Add)", "PTMCS"));
+    SetOf(0, "mergeDown"_layerParam, TRUE);
+    EXPECT_THAT(Row(0), ElementsAre("Diffuse", "vvv", "Linear Dodge (Add)", "PTMCS"));
+    SetOf(0, "visible"_layerParam, FALSE);
+    EXPECT_THAT(Row(0), ElementsAre("Diffuse", "Off", "Linear Dodge (Add)", "PTMCS"));
+    SetOf(0, "blendingMode"_layerParam, 26);
+    EXPECT_EQ(Row(0)[2], "Divide");
+    SetOf(0, "outputAs"_layerParam, 1);
+    EXPECT_THAT(Row(0), ElementsAre("Diffuse", "- - -", "- - - - - - - - - - -", "P"));
+    SetOf(0, "premultiply"_layerParam, FALSE);
+    EXPECT_THAT(Row(0), ElementsAre("Diffuse", "- - -", "- - - - - - - - - - -", ""));
+}
+
+TEST_F(ElementsRollupTest, LeavesACellEmptyWhoseTextIsTooLongForTheList) {
+    OpenWith({std::string(600, 'a')});
+    MCHAR text[20] = L"before";
+    ListView_GetItemText(List(), 0, 0, text, 20);
+    EXPECT_STREQ(text, L"");
+}
+
+TEST_F(ElementsRollupTest, SwitchesAnElementWithTheCheckBoxOfItsRow) {
+    OpenWith({"A", "B"});
+    SetOf(0, "enabled"_layerParam, TRUE);
+    SetOf(1, "enabled"_layerParam, TRUE);
+    EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 2));
+    ClickAt(List(), CheckBoxPoint(List(), 1));
+    EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 1));
+    EXPECT_EQ(GetOf(1, "enabled"_layerParam), FALSE);
+    EXPECT_EQ(GetOf(0, "enabled"_layerParam), TRUE);
+    ClickAt(List(), CheckBoxPoint(List(), 1));
+    EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 2));
+}
+
+TEST_F(ElementsRollupTest, ShowsInThePaneWhatACheckBoxOfTheListSwitched) {
+    OpenWith({"A"});
+    Select(0);
+    ASSERT_TRUE(IsChecked(rollup, 1048));
+    ClickAt(List(), CheckBoxPoint(List(), 0));
+    EXPECT_FALSE(IsChecked(rollup, 1048));
+    ClickAt(List(), CellPoint(List(), 0, 1));
+    EXPECT_FALSE(IsChecked(rollup, 1058));
+}
+
+TEST_F(ElementsRollupTest, SwitchesVisibilityWithAClickInItsColumnAndInNoOther) {
+    OpenWith({"A", "B"});
+    ClickAt(List(), CellPoint(List(), 1, 1));
+    EXPECT_EQ(CellOf(List(), 1, 1), "Off");
+    EXPECT_EQ(CellOf(List(), 0, 1), "On");
+    EXPECT_EQ(GetOf(1, "visible"_layerParam), FALSE);
+    for (const int column : {2, 3})
+        ClickAt(List(), CellPoint(List(), 1, column));
+    ClickAt(List(), LabelPoint(List(), 1));
+    EXPECT_EQ(GetOf(1, "visible"_layerParam), FALSE);
+    EXPECT_EQ(GetOf(1, "enabled"_layerParam), TRUE);
+}
+
+TEST_F(ElementsRollupTest, TakesADoubleClickAsAClick) {
+    OpenWith({"A"});
+    DoubleClickAt(List(), CellPoint(List(), 0, 1));
+    EXPECT_EQ(GetOf(0, "visible"_layerParam), FALSE);
+    DoubleClickAt(List(), CheckBoxPoint(List(), 0));
+    EXPECT_EQ(GetOf(0, "enabled"_layerParam), FALSE);
+    EXPECT_THAT(ChecksOf(List()), ElementsAre(1));
+}
+
+TEST_F(ElementsRollupTest, SwitchesNothingBelowItsRows) {
+    OpenWith({"A"});
+    Select(0);
+    ASSERT_EQ(TextOf(rollup, 1063), "A");
+    ClickAt(List(), EmptyPoint(List()));
+    EXPECT_THAT(SelectedOf(List()), IsEmpty());
+    EXPECT_EQ(TextOf(rollup, 1063), "") << "the pane shows that nothing is selected";
+    EXPECT_FALSE(IsEnabled(rollup, 1063));
+    EXPECT_EQ(GetOf(0, "enabled"_layerParam), TRUE);
+    EXPECT_EQ(GetOf(0, "visible"_layerParam), TRUE);
+}
+
+TEST_F(ElementsRollupTest, SwitchesTheSelectedElementWithTheSpaceBar) {
+    OpenWith({"A", "B"});
+    Select(1);
+    PressKey(List(), VK_SPACE);
+    EXPECT_EQ(GetOf(1, "enabled"_layerParam), FALSE);
+    EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 1));
+    EXPECT_FALSE(IsChecked(rollup, 1048));
+}
+
+TEST_F(ElementsRollupTest, FollowsTheArrowKeysInItsPane) {
+    OpenWith({"A", "B"});
+    Select(0);
+    PressKey(List(), VK_DOWN);
+    EXPECT_EQ(TextOf(rollup, 1063), "B");
+}
+
+TEST_F(ElementsRollupTest, KeepsDefaultsOfAClassWithItsMenu) {
+    OpenWith({"A", "B"});
+    EXPECT_THAT(ChooseFromMenu(List(), LabelPoint(List(), 0), -1),
+                ElementsAre("1 Save as Default", "2 Reset to Default"));
+    SetOf(0, "blendingMode"_layerParam, 3);
+    ChooseFromMenu(List(), LabelPoint(List(), 0), 0);
+    EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 0);
+    Select(1);
+    ChooseFromMenu(List(), LabelPoint(List(), 1), 1);
+    EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 3);
+    EXPECT_EQ(CellOf(List(), 1, 2), "Multiply");
+    EXPECT_EQ(Mode(), "Multiply") << "the pane shows it too";
+}
+
+TEST_F(ElementsRollupTest, HasNoMenuBelowItsRows) {
+    OpenWith({"A"});
+    EXPECT_THAT(ChooseFromMenu(List(), EmptyPoint(List()), 0), IsEmpty());
+}
+
+TEST_F(ElementsRollupTest, RenamesAnElementInItsRow) {
+    OpenWith({"A", "B"});
+    Select(1);
+    HWND edit = ListView_EditLabel(List(), 1);
+    ASSERT_TRUE(edit);
+    EXPECT_FALSE(host::AcceleratorsEnabled()) << "the keys are for the name";
+    Type(edit, "Beauty");
+    PressKey(edit, VK_RETURN);
+    EXPECT_TRUE(host::AcceleratorsEnabled());
+    EXPECT_EQ(std::basic_string<MCHAR>(Elements().GetRenderElement(1)->ElementName()), L"Beauty");
+    EXPECT_THAT(Names(), ElementsAre("A", "Beauty"));
+    EXPECT_EQ(TextOf(rollup, 1063), "Beauty");
+}
+
+TEST_F(ElementsRollupTest, KeepsANameWhoseEditingIsLeft) {
+    OpenWith({"A"});
+    Select(0);
+    HWND edit = ListView_EditLabel(List(), 0);
+    Type(edit, "Other");
+    PressKey(edit, VK_ESCAPE);
+    EXPECT_THAT(Names(), ElementsAre("A"));
+    EXPECT_TRUE(host::AcceleratorsEnabled());
+}
+
+TEST_F(ElementsRollupTest, StartsToRenameWithF2) {
+    OpenWith({"A", "B"});
+    PressKey(List(), VK_F2);
+    EXPECT_FALSE(ListView_GetEditControl(List())) << "nothing is selected";
+    Select(1);
+    SetFocus(List());
+    PressKey(List(), VK_F2);
+    HWND edit = ListView_GetEditControl(List());
+    ASSERT_TRUE(edit);
+    Type(edit, "C");
+    PressKey(edit, VK_RETURN);
+    EXPECT_THAT(Names(), ElementsAre("A", "C"));
+}
+
+TEST_F(ElementsRollupTest, EndsTheEditingOfANameWhenItsRowsAreMadeAnew) {
+    OpenWith({"A"});
+    Select(0);
+    HWND edit = ListView_EditLabel(List(), 0);
+    Type(edit, "Other");
+    Add("B");
+    Tick(rollup, timer);
+    EXPECT_FALSE(ListView_GetEditControl(List()));
+    EXPECT_TRUE(host::AcceleratorsEnabled());
+    EXPECT_THAT(Names(), ElementsAre("A", "B"));
+}
+
+TEST_F(ElementsRollupTest, EndsTheEditingOfANameWhenItCloses) {
+    OpenWith({"A"});
+    ListView_EditLabel(List(), 0);
+    Close();
+    EXPECT_TRUE(host::AcceleratorsEnabled());
+}
+
+struct PaneBox {
+    int control;
+    ParamID id;
+};
+constexpr PaneBox paneBoxes[] = {{1048, "enabled"_layerParam},
+                                 {1056, "transparency"_layerParam},
+                                 {1057, "mask"_layerParam},
+                                 {1058, "visible"_layerParam},
+                                 {1059, "groupWithPrevious"_layerParam},
+                                 {1060, "colorCorrect"_layerParam},
+                                 {1092, "premultiply"_layerParam},
+                                 {1159, "split"_layerParam},
+                                 {1160, "gammaCorrect"_layerParam}};
+
+TEST_F(ElementsRollupTest, WritesEachCheckBoxOfThePaneIntoTheSelectedLayer) {
+    OpenWith({"A", "B"});
+    Select(1);
+    for (const PaneBox& box : paneBoxes) {
+        const int before = GetOf(1, box.id);
+        const int other = GetOf(0, box.id);
+        EXPECT_EQ(IsChecked(rollup, box.control), before != 0) << box.control;
+        // Some are disabled in this scene, and the mouse passes these by.
+        EnableWindow(Control(rollup, box.control), TRUE);
+        Press(rollup, box.control);
+        EXPECT_EQ(GetOf(1, box.id), before ? FALSE : TRUE) << box.control;
+        EXPECT_EQ(GetOf(0, box.id), other) << box.control;
+        EXPECT_EQ(IsChecked(rollup, box.control), before == 0) << box.control;
+        EnableWindow(Control(rollup, box.control), TRUE);
+        Press(rollup, box.control);
+        EXPECT_EQ(GetOf(1, box.id), before) << box.control;
+    }
+}
+
+TEST_F(ElementsRollupTest, WritesTheRadiosOfThePaneIntoTheSelectedLayer) {
+    OpenWith({"A"});
+    Select(0);
+    EXPECT_TRUE(IsChecked(rollup, 1112));
+    EXPECT_FALSE(IsChecked(rollup, 1114));
+    Press(rollup, 1114);
+    EXPECT_EQ(GetOf(0, "outputAs"_layerParam), 1);
+    EXPECT_FALSE(IsChecked(rollup, 1112));
+    EXPECT_TRUE(IsChecked(rollup, 1114));
+    EXPECT_FALSE(IsEnabled(rollup, 1045)) << "the pane follows";
+    Press(rollup, 1112);
+    EXPECT_EQ(GetOf(0, "outputAs"_layerParam), 0);
+    EXPECT_TRUE(IsEnabled(rollup, 1045));
+}
+
+TEST_F(ElementsRollupTest, ShowsAnotherLayersValuesWhenAnotherRowIsSelected) {
+    OpenWith({"A", "B"});
+    for (const PaneBox& box : paneBoxes) {
+        SetOf(0, box.id, TRUE);
+        SetOf(1, box.id, FALSE);
+    }
+    SetOf(0, "blendingMode"_layerParam, 7);
+    SetOf(1, "outputAs"_layerParam, 1);
+    Select(0);
+    for (const PaneBox& box : paneBoxes)
+        EXPECT_TRUE(IsChecked(rollup, box.control)) << box.control;
+    EXPECT_TRUE(IsChecked(rollup, 1112));
+    EXPECT_EQ(Mode(), "Screen");
+    EXPECT_EQ(TextOf(rollup, 1063), "A");
+    Select(1);
+    for (const PaneBox& box : paneBoxes)
+        EXPECT_FALSE(IsChecked(rollup, box.control)) << box.control;
+    EXPECT_TRUE(IsChecked(rollup, 1114));
+    EXPECT_EQ(Mode(), "Normal");
+    EXPECT_EQ(TextOf(rollup, 1063), "B");
+}
+
+TEST_F(ElementsRollupTest, ShowsNothingWithoutASelection) {
+    OpenWith({"A"});
+    for (const PaneBox& box : paneBoxes)
+        EXPECT_FALSE(IsChecked(rollup, box.control)) << box.control;
+    EXPECT_FALSE(IsChecked(rollup, 1112));
+    EXPECT_FALSE(IsChecked(rollup, 1114));
+    EXPECT_EQ(Mode(), "none");
+    EXPECT_EQ(TextOf(rollup, 1063), "");
+}
+
+std::vector<std::pair<std::string, int>> ItemsOf(HWND combo) {
+    std::vector<std::pair<std::string, int>> items;
+    for (int item = 0; item < ComboBox_GetCount(combo); ++item) {
+        MCHAR text[64] = {};
+        ComboBox_GetLBText(combo, item, text);
+        items.emplace_back(host::ToUtf8(text), static_cast<int>(ComboBox_GetItemData(combo, item)));
+    }
+    return items;
+}
+
+TEST_F(ElementsRollupTest, OffersBlendModesInTheOrderOfPaintApplications) {
+    Open();
+    const std::vector<std::pair<std::string, int>> all{{"Normal", 0},
+                                                       {"Dissolve", 1},
+                                                       {"Darken", 2},
+                                                       {"Multiply", 3},
+                                                       {"Color Burn", 4},
+                                                       {"Linear Burn", 5},
+                                                       {"Darker Color", 23},
+                                                       {"Lighten", 6},
+                                                       {"Screen", 7},
+                                                       {"Color Dodge", 8},
+                                                       {"Linear Dodge (Add)", 9},
+                                                       {"Lighter Color", 24},
+                                                       {"Overlay", 10},
+                                                       {"Soft Light", 11},
+                                                       {"Hard Light", 12},
+                                                       {"Vivid Light", 13},
+                                                       {"Linear Light", 14},
+                                                       {"Pin Light", 15},
+                                                       {"Hard Mix", 22},
+                                                       {"Difference", 16},
+                                                       {"Exclusion", 17},
+                                                       {"Subtract", 25},
+                                                       {"Divide", 26},
+                                                       {"Hue", 18},
+                                                       {"Saturation", 19},
+                                                       {"Color", 20},
+                                                       {"Luminosity", 21}};
+    EXPECT_THAT(ItemsOf(Control(rollup, 1045)), ElementsAreArray(all));
+    Set("bitDepth"_param, 32);
+    const std::vector<std::pair<std::string, int>> at32{{"Normal", 0},
+                                                        {"Dissolve", 1},
+                                                        {"Darken", 2},
+                                                        {"Multiply", 3},
+                                                        {"Darker Color", 23},
+                                                        {"Lighten", 6},
+                                                        {"Linear Dodge (Add)", 9},
+                                                        {"Lighter Color", 24},
+                                                        {"Difference", 16},
+                                                        {"Subtract", 25},
+                                                        {"Divide", 26},
+                                                        {"Hue", 18},
+                                                        {"Saturation", 19},
+                                                        {"Color", 20},
+                                                        {"Luminosity", 21}};
+    EXPECT_THAT(ItemsOf(Control(rollup, 1045)), ElementsAreArray(at32));
+    Set("bitDepth"_param, 16);
+    EXPECT_THAT(ItemsOf(Control(rollup, 1045)), ElementsAreArray(all));
+}
+
+TEST_F(ElementsRollupTest, WritesTheChosenBlendModeIntoTheSelectedLayer) {
+    OpenWith({"A", "B"});
+    Select(1);
+    Choose(rollup, 1045, 6);
+    EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 23);
+    EXPECT_EQ(GetOf(0, "blendingMode"_layerParam), 0);
+    EXPECT_EQ(CellOf(List(), 1, 2), "Darker Color");
+    Choose(rollup, 1045, -1);
+    EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 23) << "no item, no change";
+}
+
+TEST_F(ElementsRollupTest, ShowsTheModesThatTakeThePlaceOfThoseMissingAt32Bits) {
+    OpenWith({"A", "B", "C"});
+    SetOf(0, "blendingMode"_layerParam, 7);
+    SetOf(1, "blendingMode"_layerParam, 10);
+    SetOf(2, "blendingMode"_layerParam, 16);
+    Select(0);
+    ASSERT_EQ(Mode(), "Screen");
+    Set("bitDepth"_param, 32);
+    EXPECT_EQ(Mode(), "Linear Dodge (Add)");
+    EXPECT_THAT(ColumnOf(List(), 2), ElementsAre("Linear Dodge (Add)", "Normal", "Difference"));
+}
+
+TEST_F(ElementsRollupTest, RenamesTheSelectedElementWithTheEnterKey) {
+    OpenWith({"A", "B"});
+    Select(1);
+    HWND field = Control(rollup, 1063);
+    Type(field, "Beauty");
+    EXPECT_THAT(Names(), ElementsAre("A", "B")) << "not while it is being typed";
+    PressKey(GetFocus(), VK_RETURN);
+    EXPECT_THAT(Names(), ElementsAre("A", "Beauty"));
+    EXPECT_EQ(TextOf(rollup, 1063), "Beauty");
+}
+
+TEST_F(ElementsRollupTest, RenamesTheSelectedElementWhenItsFieldIsLeft) {
+    OpenWith({"A", "B"});
+    Select(0);
+    Type(Control(rollup, 1063), "Beauty");
+    EXPECT_FALSE(host::AcceleratorsEnabled());
+    SetFocus(Control(rollup, 1058));
+    EXPECT_THAT(Names(), ElementsAre("Beauty", "B"));
+    EXPECT_TRUE(host::AcceleratorsEnabled());
+}
+
+TEST_F(ElementsRollupTest, GivesATypedNameToTheRowItWasTypedForWhenAnotherRowIsClicked) {
+    OpenWith({"A", "B"});
+    Select(0);
+    Type(Control(rollup, 1063), "Beauty");
+    Select(1);
+    EXPECT_THAT(Names(), ElementsAre("Beauty", "B"));
+    EXPECT_EQ(TextOf(rollup, 1063), "B");
+}
+
+TEST_F(ElementsRollupTest, TakesUpTo255UnitsOfAName) {
+    OpenWith({"A"});
+    Select(0);
+    HWND field = Control(rollup, 1063);
+    SetFocus(field);
+    ICustEdit* edit = GetICustEdit(field);
+    edit->SetText(std::basic_string<MCHAR>(300, L'x').c_str());
+    ReleaseICustEdit(edit);
+    SetFocus(List());
+    EXPECT_EQ(std::basic_string<MCHAR>(Elements().GetRenderElement(0)->ElementName()),
+              std::basic_string<MCHAR>(255, L'x'));
+}
+
+// Controls of the pane by what enables them.
+const std::vector<int> ofOutput{1043, 1091, 1079};
+const std::vector<int> ofLayer{1048, 1112, 1114, 1063, 1083, 1092, 1159, 1087};
+const std::vector<int> ofLayerOutput{1058, 1056, 1057, 1045, 1084, 1085, 1086, 1059};
+
+class ElementsPaneTest : public ElementsRollupTest {
+  protected:
+    std::vector<int> Enabled(const std::vector<int>& controls) {
+        std::vector<int> enabled;
+        for (const int control : controls) {
+            if (IsEnabled(rollup, control)) enabled.push_back(control);
+        }
+        return enabled;
+    }
+};
+
+TEST_F(ElementsPaneTest, EnablesByWhatIsSelected) {
+    OpenWith({"A", "B"});
+    EXPECT_THAT(Enabled(ofOutput), ElementsAreArray(ofOutput));
+    EXPECT_THAT(Enabled(ofLayer), IsEmpty());
+    EXPECT_THAT(Enabled(ofLayerOutput), IsEmpty());
+    Select(0);
+    EXPECT_THAT(Enabled(ofLayer), ElementsAreArray(ofLayer));
+    EXPECT_THAT(Enabled(ofLayerOutput), ElementsAreArray(ofLayerOutput));
+    SetOf(1, "outputAs"_layerParam, 1);
+    Select(1);
+    EXPECT_THAT(Enabled(ofLayer), ElementsAreArray(ofLayer));
+    EXPECT_THAT(Enabled(ofLayerOutput), IsEmpty());
+}
+
+TEST_F(ElementsPaneTest, EnablesNothingWhileNoElementsGoOut) {
+    OpenWith({"A", "B"});
+    Select(0);
+    Press(rollup, 1088);
+    ASSERT_EQ(Block().GetInt("createRenderElementLayers"_param), FALSE);
+    EXPECT_THAT(Enabled(ofOutput), IsEmpty());
+    EXPECT_THAT(Enabled(ofLayer), IsEmpty());
+    EXPECT_THAT(Enabled(ofLayerOutput), IsEmpty());
+    EXPECT_FALSE(IsEnabled(rollup, 1068));
+    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    EXPECT_EQ(TextOf(rollup, 1063), "A") << "the values stay";
+    Host().undo.Undo();
+    EXPECT_THAT(Enabled(ofOutput), ElementsAreArray(ofOutput));
+    EXPECT_THAT(Enabled(ofLayer), ElementsAreArray(ofLayer));
+}
+
+TEST_F(ElementsPaneTest, EnablesTheMaskOfTheSetWithTheSet) {
+    Open();
+    EXPECT_FALSE(IsEnabled(rollup, 1186));
+    Press(rollup, 1184);
+    EXPECT_TRUE(IsEnabled(rollup, 1186));
+    Press(rollup, 1184);
+    EXPECT_FALSE(IsEnabled(rollup, 1186));
+}
+
+TEST_F(ElementsPaneTest, EnablesTheGammaOfALayerThatHasASayInIt) {
+    gammaMgr.enable = TRUE;
+    Set("gammaCorrectRender"_param, TRUE);
+    Set("gammaCorrectConfig"_param, 1);
+    Set("bitDepth"_param, 16);
+    OpenWith({"A"});
+    EXPECT_FALSE(IsEnabled(rollup, 1160)) << "nothing is selected";
+    Select(0);
+    EXPECT_TRUE(IsEnabled(rollup, 1160));
+    Set("gammaCorrectConfig"_param, 3);
+    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    Set("gammaCorrectConfig"_param, 1);
+    Set("gammaCorrectRender"_param, FALSE);
+    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    Set("gammaCorrectRender"_param, TRUE);
+    EXPECT_TRUE(IsEnabled(rollup, 1160));
+    Set("bitDepth"_param, 32);
+    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    Set("bitDepth"_param, 16);
+    gammaMgr.enable = FALSE;
+    host::Broadcast(NOTIFY_GAMMA_CHANGED, nullptr);
+    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    gammaMgr.enable = TRUE;
+    host::Broadcast(NOTIFY_GAMMA_CHANGED, nullptr);
+    Press(rollup, 1114);
+    EXPECT_FALSE(IsEnabled(rollup, 1160)) << "a channel has none";
+}
+
+TEST_F(ElementsPaneTest, LeavesNoDisabledControlWithTheKeyboard) {
+    OpenWith({"A", "B", "C"});
+    Select(1);
+    SetFocus(Control(rollup, 1068));
+    Press(rollup, 1068);
+    ASSERT_FALSE(IsEnabled(rollup, 1068)) << "the row is the last";
+    HWND focus = GetFocus();
+    ASSERT_TRUE(focus);
+    EXPECT_NE(focus, Control(rollup, 1068));
+    EXPECT_TRUE(IsWindowEnabled(focus));
+}
+
+TEST_F(ElementsRollupTest, MovesRowsUpAndDown) {
+    OpenWith({"A", "B", "C"});
+    EXPECT_FALSE(IsEnabled(rollup, 1069));
+    EXPECT_FALSE(IsEnabled(rollup, 1068)) << "nothing is selected";
+    Select(0);
+    EXPECT_FALSE(IsEnabled(rollup, 1069));
+    EXPECT_TRUE(IsEnabled(rollup, 1068));
+    Press(rollup, 1068);
+    EXPECT_THAT(Names(), ElementsAre("B", "A", "C"));
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(1));
+    EXPECT_EQ(ListView_GetNextItem(List(), -1, LVNI_FOCUSED), 1);
+    EXPECT_TRUE(IsEnabled(rollup, 1069));
+    Press(rollup, 1068);
+    EXPECT_THAT(Names(), ElementsAre("B", "C", "A"));
+    EXPECT_FALSE(IsEnabled(rollup, 1068)) << "it is the last";
+    EXPECT_EQ(TextOf(rollup, 1063), "A");
+    Press(rollup, 1069);
+    Press(rollup, 1069);
+    EXPECT_THAT(Names(), ElementsAre("A", "B", "C"));
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(0));
+    EXPECT_FALSE(IsEnabled(rollup, 1069));
+    EXPECT_EQ(effect->LayerCount(0), 3);
+}
+
+TEST_F(ElementsRollupTest, HidesTheArrowsWhileTheListIsKeptSorted) {
+    OpenWith({"A", "B"});
+    EXPECT_TRUE(IsShown(rollup, 1068));
+    EXPECT_TRUE(IsShown(rollup, 1069));
+    Press(rollup, 1079);
+    ASSERT_EQ(Block().GetInt("autoSort"_param), TRUE);
+    EXPECT_FALSE(IsShown(rollup, 1068));
+    EXPECT_FALSE(IsShown(rollup, 1069));
+    EXPECT_TRUE(IsChecked(rollup, 1079));
+    Press(rollup, 1079);
+    EXPECT_TRUE(IsShown(rollup, 1068));
+    EXPECT_TRUE(IsShown(rollup, 1069));
+}
+
+class ElementsSortTest : public ElementsRollupTest {
+  protected:
+    // Sorted: A, C, B.
+    ElementsSortTest() {
+        Add("A", plainElement);
+        Open();
+        Add("B", plainElement);
+        Add("C", plainElement);
+        Tick(rollup, timer);
+        SetOf(1, "outputAs"_layerParam, 1);
+    }
+    void ClickHeader(int column) {
+        HWND header = ListView_GetHeader(List());
+        RECT area{};
+        Header_GetItemRect(header, column, &area);
+        Click(header, (area.left + area.right) / 2, (area.top + area.bottom) / 2);
+    }
+};
+
+TEST_F(ElementsSortTest, ByAClickOnAnyColumnsHeaderKeepsTheSelectedLayer) {
+    for (int column = 0; column < 4; ++column) {
+        SCOPED_TRACE(column);
+        ASSERT_THAT(Names(), ElementsAre("A", "B", "C"));
+        Select(1);
+        ClickHeader(column);
+        EXPECT_THAT(Names(), ElementsAre("A", "C", "B"));
+        EXPECT_THAT(SelectedOf(List()), ElementsAre(2));
+        EXPECT_EQ(TextOf(rollup, 1063), "B");
+        Press(rollup, 1069);
+    }
+}
+
+TEST_F(ElementsSortTest, ByTheButtonKeepsTheSelectedLayer) {
+    Select(1);
+    Press(rollup, 1079);
+    EXPECT_THAT(Names(), ElementsAre("A", "C", "B"));
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(2));
+    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    Host().undo.Undo();
+    EXPECT_THAT(Names(), ElementsAre("A", "B", "C"));
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(1)) << "the selection goes back too";
+    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    EXPECT_FALSE(IsChecked(rollup, 1079));
+}
+
+TEST_F(ElementsSortTest, WithoutASelectionSelectsNothing) {
+    ClickHeader(0);
+    EXPECT_THAT(Names(), ElementsAre("A", "C", "B"));
+    EXPECT_THAT(SelectedOf(List()), IsEmpty());
+}
+
+TEST_F(ElementsSortTest, GivesANameThatIsBeingTypedToItsRow) {
+    Select(1);
+    HWND edit = ListView_EditLabel(List(), 1);
+    Type(edit, "Beauty");
+    ClickHeader(0);
+    EXPECT_THAT(Names(), ElementsAre("A", "C", "Beauty"));
+}
+
+TEST_F(ElementsSortTest, BringsTheSelectedRowIntoView) {
+    for (int i = 0; i < 40; ++i)
+        Add("more");
+    Tick(rollup, timer);
+    Select(1);
+    ClickHeader(0);
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(42));
+    EXPECT_GT(ListView_GetTopIndex(List()), 20);
+}
+
+TEST_F(ElementsRollupTest, FollowsTheScenesElementsWhenItsTimerTicks) {
+    OpenWith({"A", "B"});
+    Select(1);
+    host::RenderElement& added = Add("C");
+    EXPECT_EQ(RowsOf(List()), 2) << "not inside the scene's message";
+    Tick(rollup, timer);
+    EXPECT_THAT(Names(), ElementsAre("A", "B", "C"));
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(1)) << "the layer stays selected";
+    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    added.SetElementName(_M("D"));
+    Tick(rollup, timer);
+    EXPECT_THAT(Names(), ElementsAre("A", "B", "D"));
+}
+
+TEST_F(ElementsRollupTest, KeepsTheSelectedLayerInAListThatIsKeptSorted) {
+    Set("autoSort"_param, TRUE);
+    OpenWith({"A", "B"});
+    Select(1);
+    Type(Control(rollup, 1063), "Beauty");
+    PressKey(GetFocus(), VK_RETURN);
+    Tick(rollup, timer);
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(1));
+    EXPECT_EQ(TextOf(rollup, 1063), "Beauty");
+    EXPECT_TRUE(IsEnabled(rollup, 1063));
+}
+
+TEST_F(ElementsRollupTest, TicksByItself) {
+    OpenWith({"A"});
+    Add("B");
+    EXPECT_TRUE(PumpUntil([&] { return RowsOf(List()) == 2; }));
+}
+
+TEST_F(ElementsRollupTest, DoesNothingAtATickWithoutAChange) {
+    OpenWith({"A"});
+    const ObjectCounts before = CountObjects();
+    Block().Delete("layersProduction"_param, 0, 1);
+    Tick(rollup, timer);
+    EXPECT_EQ(effect->LayerCount(0), 0) << "no change of an element, no synchronisation";
+    EXPECT_EQ(CountObjects(), before);
+}
+
+TEST_F(ElementsRollupTest, CallsARowDeletedUntilItsElementIsLookedForAgain) {
+    OpenWith({"A", "B", "C"});
+    Select(1);
+    Elements().Remove(Elements().GetRenderElement(1));
+    EXPECT_THAT(Names(), ElementsAre("A", "<deleted>", "C"));
+    Tick(rollup, timer);
+    EXPECT_THAT(Names(), ElementsAre("A", "C"));
+    EXPECT_THAT(SelectedOf(List()), IsEmpty());
+    EXPECT_EQ(TextOf(rollup, 1063), "");
+}
+
+TEST_F(ElementsRollupTest, IgnoresClicksOnARowWithoutALayer) {
+    OpenWith({"A", "B"});
+    Select(1);
+    Block().Delete("layersProduction"_param, 1, 1);
+    ASSERT_EQ(CellOf(List(), 1, 0), "<deleted>");
+    ClickAt(List(), CheckBoxPoint(List(), 1));
+    ClickAt(List(), CellPoint(List(), 1, 1));
+    EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 1));
+    EXPECT_THAT(ChooseFromMenu(List(), LabelPoint(List(), 1), 0), IsEmpty());
+    PressKey(List(), VK_SPACE);
+    for (const int arrow : {1068, 1069})
+        Press(rollup, arrow);
+    HWND edit = ListView_EditLabel(List(), 1);
+    Type(edit, "C");
+    PressKey(edit, VK_RETURN);
+    EXPECT_THAT(Names(), ElementsAre("A", "<deleted>"));
+    EXPECT_EQ(GetOf(0, "enabled"_layerParam), TRUE);
+}
+
+TEST_F(ElementsRollupTest, MakesRowsAnewWithItsHiddenButton) {
+    OpenWith({"A"});
+    EXPECT_FALSE(IsShown(rollup, 1070));
+    Block().Delete("layersProduction"_param, 0, 1);
+    SendMessageW(Control(rollup, 1070), BM_CLICK, 0, 0);
+    EXPECT_THAT(Names(), ElementsAre("A"));
+    EXPECT_EQ(effect->LayerCount(0), 1);
+}
+
+TEST_F(ElementsRollupTest, LeavesNothingBehindWhenItCloses) {
+    OpenWith({"A", "B"});
+    Close();
+    const ObjectCounts before = CountObjects();
+    Open();
+    Select(1);
+    UpdateWindow(List());
+    PumpMessages();
+    Close();
+    EXPECT_EQ(CountObjects(), before);
+    // Nobody listens any more.
+    Add("C");
+    EXPECT_EQ(effect->LayerCount(0), 2);
+}
+
+TEST_F(ElementsRollupTest, ShowsAnotherEffectInThePlaceOfTheFirst) {
+    OpenWith({"A"});
+    Select(0);
+    auto* other = static_cast<effect::PSDOutput*>(LibClassDesc(0)->Create());
+    Host().effects.emplace_back(other);
+    other->pblock->SetValue("bitDepth"_param, 0, 32);
+    dialogs->SetThing(other);
+    EXPECT_THAT(Names(), ElementsAre("A"));
+    EXPECT_THAT(SelectedOf(List()), IsEmpty());
+    EXPECT_EQ(TextOf(rollup, 1063), "");
+    EXPECT_EQ(ComboBox_GetCount(Control(rollup, 1045)), 15);
+    ClickAt(List(), CheckBoxPoint(List(), 0));
+    EXPECT_EQ(other->Layer(0, 0)->pblock->GetInt("enabled"_layerParam), FALSE);
+    EXPECT_EQ(GetOf(0, "enabled"_layerParam), TRUE);
+}
+
+}  // namespace

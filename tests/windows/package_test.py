@@ -1,0 +1,114 @@
+#!/usr/bin/python3
+"""The application package: what is in it, and what it says of itself. $VELTRANE_DLV is the library,
+in the folder bin of its build."""
+import importlib.util
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+import unittest
+import uuid
+import xml.etree.ElementTree
+import zipfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+SCRIPT = ROOT / "scripts/make_package.py"
+LIBRARY = pathlib.Path(os.environ["VELTRANE_DLV"])
+
+spec = importlib.util.spec_from_file_location("make_package", SCRIPT)
+make_package = importlib.util.module_from_spec(spec)
+spec.loader.exec_module(make_package)
+
+
+def make(folder, name):
+    """The path of a package, and what making it printed."""
+    path = pathlib.Path(folder) / name
+    done = subprocess.run([SCRIPT, "--build", LIBRARY.parent.parent, "--output", path], check=True,
+                          capture_output=True, text=True, timeout=600)
+    return path, done.stdout
+
+
+class Package(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
+        cls.path, cls.printed = make(cls.folder, "package.zip")
+        with zipfile.ZipFile(cls.path) as package:
+            cls.entries = package.infolist()
+            cls.files = {entry.filename: package.read(entry) for entry in cls.entries}
+        cls.contents = xml.etree.ElementTree.fromstring(cls.files["veltrane/PackageContents.xml"])
+
+    def test_is_one_folder_of_files_that_all_may_read(self):
+        self.assertEqual(sorted(self.files), ["veltrane/Contents/veltrane.chm",
+                                              "veltrane/Contents/veltrane.dlv",
+                                              "veltrane/PackageContents.xml"])
+        for entry in self.entries:
+            self.assertEqual(entry.external_attr >> 16, 0o100644, entry.filename)
+
+    def test_has_the_library_of_the_build(self):
+        self.assertEqual(self.files["veltrane/Contents/veltrane.dlv"], LIBRARY.read_bytes())
+
+    def test_made_later_is_the_same(self):
+        later, _ = make(self.folder, "later.zip")
+        self.assertEqual(later.read_bytes(), self.path.read_bytes())
+
+    def test_tells_that_a_library_for_this_host_is_not_for_the_application(self):
+        self.assertIn(b"veltrane_host.dll", LIBRARY.read_bytes())
+        self.assertEqual(self.printed.splitlines()[1],
+                         "make_package: this veltrane.dlv is for veltrane's own host; the "
+                         "application loads only what is built with its SDK")
+
+    def test_is_for_the_release_that_the_library_is_made_for(self):
+        package = self.contents
+        self.assertEqual((package.tag, package.get("SchemaVersion"), package.get("AutodeskProduct"),
+                          package.get("ProductType"), package.get("Name")),
+                         ("ApplicationPackage", "1.0", "3ds Max", "Application", "veltrane"))
+        self.assertEqual([child.tag for child in package], ["CompanyDetails", "Components"])
+        components = package.find("Components")
+        self.assertEqual(components.get("Description"), "plugins parts")
+        self.assertEqual([(child.tag, child.attrib) for child in components], [
+            ("RuntimeRequirements", {"OS": "Win64", "Platform": "3ds Max", "SeriesMin": "2019",
+                                     "SeriesMax": "2019"}),
+            ("ComponentEntry", {"AppName": "veltrane", "Version": make_package.version(),
+                                "ModuleName": "./Contents/veltrane.dlv"})])
+
+    def test_names_files_that_are_in_it(self):
+        for name in (self.contents.get("HelpFile"),
+                     self.contents.find("Components/ComponentEntry").get("ModuleName")):
+            self.assertIn("veltrane/" + name.removeprefix("./"), self.files)
+
+    def test_of_another_version_is_the_same_product_in_another_version(self):
+        codes = []
+        for version in ("0.1.0", "0.1.1", "0.1.1"):
+            package = xml.etree.ElementTree.fromstring(make_package.package_contents(version))
+            self.assertEqual(package.get("AppVersion"), version)
+            self.assertRegex(package.get("AppVersion"), r"\A\d+\.\d+\.\d+\Z")
+            codes.append((uuid.UUID(package.get("UpgradeCode")),
+                          uuid.UUID(package.get("ProductCode"))))
+        self.assertEqual(codes[0][0], codes[1][0])
+        self.assertNotEqual(codes[0][1], codes[1][1])
+        self.assertEqual(codes[1], codes[2])
+
+    def test_has_help_whose_links_all_lead_somewhere(self):
+        folder = self.folder / "help"
+        folder.mkdir()
+        (folder / "veltrane.chm").write_bytes(self.files["veltrane/Contents/veltrane.chm"])
+        subprocess.run(["chmls", "extractall", "veltrane.chm", "."], cwd=folder, check=True,
+                       capture_output=True, timeout=60)
+        pages = {path.name: path.read_text(encoding="utf-8") for path in folder.glob("*.html")}
+        self.assertEqual(sorted(pages), sorted(f"{page}.html" for page in make_package.PAGES))
+        links = [(page, link) for page, text in pages.items()
+                 for link in re.findall(r'(?:href|src)="([^"]*)"', text)]
+        self.assertIn(("passes.html", "scene-file.html"), links)
+        for page, link in links:
+            if re.match("https?:", link):
+                continue
+            file, _, anchor = link.partition("#")
+            self.assertTrue((folder / (file or page)).is_file(), f"{page}: {link}")
+            if anchor:
+                self.assertIn(f'id="{anchor}"', pages[file or page], f"{page}: {link}")
+
+
+if __name__ == "__main__":
+    unittest.main()

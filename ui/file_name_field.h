@@ -1,0 +1,27 @@
+// The field that shows which file a render makes: derived from the render output, or typed by the
+// user.
+#pragma once
+
+#include "effect/psd_output.h"
+#include "ui/shortened_path.h"
+
+namespace ui {
+
+struct FileNameField {
+    // The user can type a name.
+    bool enabled = false;
+    MSTR text;
+};
+
+// A name that is derived is shown in the form in which the scene would keep it, cut to `width`
+// pixels, and the effect remembers how (shortFilename). A typed one is shown as it stands.
+FileNameField ShowFileName(effect::PSDOutput& effect, int width, const TextWidth& widthOf);
+
+// Whether the format of the document can be chosen.
+bool IsFileFormatEnabled(const effect::PSDOutput& effect);
+
+// What was typed: up to 260 units become `filename`, and nobody is told. Nothing while the name is
+// derived.
+void TakeTypedFileName(effect::PSDOutput& effect, const MSTR& text);
+
+}  // namespace ui

@@ -1,0 +1,95 @@
+#include "ui/object_rows.h"
+
+#include <iparamb2.h>
+#include <maxapi.h>
+
+#include <algorithm>
+#include <set>
+
+#include "plugin/parameters.h"
+#include "ui/undo_step.h"
+
+namespace ui {
+namespace {
+
+constexpr ParamID objectList = "objectList"_param;
+
+std::set<int> RowsInList(IParamBlock2& pblock, std::span<const int> rows) {
+    const int count = pblock.Count(objectList);
+    std::set<int> found;
+    for (const int row : rows) {
+        if (row >= 0 && row < count) found.insert(row);
+    }
+    return found;
+}
+
+std::vector<INode*> SelectedNodesToAdd(IParamBlock2& pblock) {
+    Interface* host = GetCOREInterface();
+    std::vector<INode*> nodes;
+    const int count = host->GetSelNodeCount();
+    for (int i = 0; i < count; ++i) {
+        INode* node = host->GetSelNode(i);
+        if (node && !IsInObjectList(pblock, node)) nodes.push_back(node);
+    }
+    return nodes;
+}
+
+void SwapEntries(IParamBlock2& pblock, int row, int other) {
+    ReferenceTarget* moving = pblock.GetINode(objectList, 0, row);
+    ReferenceTarget* displaced = pblock.GetINode(objectList, 0, other);
+    pblock.SetValue(objectList, 0, displaced, row);
+    pblock.SetValue(objectList, 0, moving, other);
+}
+
+}  // namespace
+
+bool IsInObjectList(IParamBlock2& pblock, INode* node) {
+    const int count = pblock.Count(objectList);
+    for (int i = 0; i < count; ++i) {
+        if (pblock.GetINode(objectList, 0, i) == node) return true;
+    }
+    return false;
+}
+
+void AddSelectedObjects(IParamBlock2& pblock) {
+    const std::vector<INode*> nodes = SelectedNodesToAdd(pblock);
+    if (nodes.empty()) return;
+    UndoStep step;
+    for (INode* node : nodes) {
+        ReferenceTarget* target = node;
+        pblock.Append(objectList, 1, &target);
+    }
+    step.Accept(_M("Add Objects"));
+}
+
+void RemoveObjects(IParamBlock2& pblock, std::span<const int> rows) {
+    const std::set<int> removed = RowsInList(pblock, rows);
+    if (removed.empty()) return;
+    UndoStep step;
+    // From the last to the first, so that each row still holds when its turn comes.
+    std::for_each(removed.rbegin(), removed.rend(),
+                  [&pblock](int row) { pblock.Delete(objectList, row, 1); });
+    step.Accept(_M("Remove Objects"));
+}
+
+std::vector<int> MoveObjects(IParamBlock2& pblock, std::span<const int> rows, int delta) {
+    const std::set<int> moved = RowsInList(pblock, rows);
+    if (moved.empty()) return {};
+    const int count = pblock.Count(objectList);
+    // From the side that they move to, so that neighbours don't collide.
+    std::vector<int> order(moved.begin(), moved.end());
+    if (delta > 0) std::reverse(order.begin(), order.end());
+    std::set<int> places;
+    UndoStep step;
+    for (const int row : order) {
+        const int target = row + delta;
+        // A neighbour that had to stay is in the way.
+        const bool moves = target >= 0 && target < count && !places.count(target);
+        if (moves) SwapEntries(pblock, row, target);
+        places.insert(moves ? target : row);
+    }
+    step.Accept(_M("Move Objects"));
+    return {places.begin(), places.end()};
+}
+
+}  // namespace ui

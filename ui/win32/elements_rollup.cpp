@@ -1,0 +1,294 @@
+#include "ui/win32/elements_rollup.h"
+
+#include <commctrl.h>
+#include <windowsx.h>
+#include <winutil.h>
+
+#include <utility>
+
+#include "effect/psd_output.h"
+#include "plugin/parameters.h"
+#include "ui/blend_mode_combo.h"
+#include "ui/element_cells.h"
+#include "ui/layer_controls.h"
+#include "ui/list_views.h"
+#include "ui/move_layer.h"
+#include "ui/resource.h"
+#include "ui/rollup_timers.h"
+#include "ui/sort_once.h"
+#include "ui/win32/list_control.h"
+#include "ui/win32/list_splitter.h"
+#include "ui/win32/panel_pictures.h"
+#include "ui/win32/rollup_controls.h"
+
+namespace ui {
+namespace {
+
+constexpr UINT selectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
+
+bool IsSystemButton(HWND control) {
+    WCHAR name[16] = {};
+    GetClassNameW(control, name, static_cast<int>(std::size(name)));
+    return _wcsicmp(name, L"Button") == 0;
+}
+
+void ShowControl(HWND dialog, const LayerControl& state) {
+    HWND control = GetDlgItem(dialog, state.id);
+    if (!control) return;
+    EnableControl(control, state.enabled);
+    ShowWindow(control, state.shown ? SW_SHOWNA : SW_HIDE);
+    if (state.checked && IsSystemButton(control)) {
+        SendMessageW(control, BM_SETCHECK, *state.checked ? BST_CHECKED : BST_UNCHECKED, 0);
+    }
+}
+
+// The item of a mode, by its item data; -1 for none.
+int ComboItemOf(HWND combo, int mode) {
+    const int items = ComboBox_GetCount(combo);
+    for (int item = 0; item < items; ++item) {
+        if (ComboBox_GetItemData(combo, item) == mode) return item;
+    }
+    return -1;
+}
+
+}  // namespace
+
+HWND ElementsRollup::List() const {
+    return Control(IDC_ELEMENT_LIST);
+}
+
+int ElementsRollup::Selected() const {
+    return SelectedRow(List());
+}
+
+int ElementsRollup::RowOf(const effect::PSDOutputLayer* layer) const {
+    int row = layer ? RowCount(List()) - 1 : -1;
+    while (row >= 0 && LayerOfRow(Effect(), row) != layer)
+        --row;
+    return row;
+}
+
+void ElementsRollup::SelectChosen() {
+    if (LayerOfRow(Effect(), Selected()) == chosen) return;
+    const int row = RowOf(chosen);
+    if (row >= 0) {
+        SelectRow(List(), row, selectedAndFocused);
+        ListView_EnsureVisible(List(), row, FALSE);
+    }
+    chosen = LayerOfRow(Effect(), Selected());
+}
+
+void ElementsRollup::Opened() {
+    SetUpButtons(Map());
+    EnableLayerSetMaskControl();
+    SetUpList(List(), elementList, CheckPictures());
+    FillBlendingModes();
+    UpdateRenderElements(Effect());
+    RefreshRenderElementRows();
+    UpdateLayerControls();
+    elementsDirty = false;
+    SetTimer(Dialog(), renderElementsTimer.id, renderElementsTimer.milliseconds, nullptr);
+    SetUpSplitter(Map(), elementList);
+}
+
+void ElementsRollup::Closing() {
+    ListView_CancelEditLabel(List());
+    KillTimer(Dialog(), renderElementsTimer.id);
+    chosen = nullptr;
+}
+
+void ElementsRollup::OtherEffect() {
+    EnableLayerSetMaskControl();
+    FillBlendingModes();
+    UpdateRenderElements(Effect());
+    RefreshRenderElementRows();
+    UpdateLayerControls();
+}
+
+void ElementsRollup::Redraw() {
+    if (IsOpen()) RedrawList(List());
+}
+
+void ElementsRollup::RefreshRenderElementRows() {
+    if (!IsOpen()) return;
+    const bool outer = std::exchange(showing, true);
+    FillList(List(), elementList, ElementRowCount(Effect()));
+    showing = outer;
+}
+
+void ElementsRollup::UpdateLayerControls() {
+    if (!IsOpen() || showing) return;
+    showing = true;
+    SelectChosen();
+    const LayerControls state = ui::UpdateLayerControls(Effect(), Selected(), RowCount(List()));
+    for (const LayerControl& control : state.controls)
+        ShowControl(Dialog(), control);
+    // The caret stays where it is in a name that stays.
+    HWND name = Control(IDC_ELEMENT_NAME);
+    if (EditText(name) != state.name) SetEditText(name, state.name);
+    HWND combo = Control(IDC_ELEMENT_BLENDING);
+    ComboBox_SetCurSel(combo, ComboItemOf(combo, state.blendingMode));
+    showing = false;
+}
+
+void ElementsRollup::FillBlendingModes() {
+    if (!IsOpen()) return;
+    HWND combo = Control(IDC_ELEMENT_BLENDING);
+    ComboBox_ResetContent(combo);
+    for (int mode : OfferedBlendModes(Effect())) {
+        const int item = ComboBox_AddString(combo, BlendModeName(mode).data());
+        ComboBox_SetItemData(combo, item, mode);
+    }
+}
+
+void ElementsRollup::EnableControls() {
+    UpdateLayerControls();
+    EnableLayerSetMaskControl();
+}
+
+void ElementsRollup::EnableLayerSetMaskControl() {
+    if (!IsOpen()) return;
+    Map().Enable("createRenderElementsLayerSetMaskFromAlpha"_param,
+                 Effect().pblock->GetInt("createRenderElementsLayerSet"_param));
+}
+
+void ElementsRollup::Show(ListTick changed) {
+    if (changed == ListTick::Rebuild) {
+        RefreshRenderElementRows();
+        UpdateLayerControls();
+    }
+    if (changed != ListTick::Nothing) Redraw();
+}
+
+void ElementsRollup::Tick(UINT_PTR timer) {
+    if (timer == renderElementsTimer.id) Show(RenderElementsTick(elementsDirty, Effect()));
+}
+
+void ElementsRollup::Sort() {
+    // A name that is being typed goes to the row that it was typed for.
+    if (ListView_GetEditControl(List())) SetFocus(List());
+    const int row = SortOnce(Effect(), Selected());
+    if (row >= 0) {
+        SelectRow(List(), row, LVIS_SELECTED);
+        ListView_EnsureVisible(List(), row, FALSE);
+    }
+    Redraw();
+}
+
+void ElementsRollup::Move(int delta) {
+    const int row = MoveLayer(Effect(), Selected(), delta);
+    if (SelectsMovedRow(delta, row)) SelectRow(List(), row, selectedAndFocused);
+    Redraw();
+}
+
+void ElementsRollup::Rename() {
+    const MSTR name = EditText(Control(IDC_ELEMENT_NAME));
+    if (RenameElement(Effect(), Selected(), name.data())) Redraw();
+}
+
+void ElementsRollup::Press(WORD key) {
+    const int row = Selected();
+    if (key == VK_F2 && row >= 0) ListView_EditLabel(List(), row);
+    if (key != VK_SPACE || !ClickElement(Effect(), CheckBoxOf(row))) return;
+    UpdateLayerControls();
+    Redraw();
+}
+
+void ElementsRollup::Entered(int control) {
+    if (control == IDC_ELEMENT_NAME && !showing) Rename();
+}
+
+void ElementsRollup::Command(int control, int code) {
+    if (showing) return;
+    const int row = Selected();
+    switch (control) {
+        case IDC_AUTO_SORT:
+            if (code == BN_CLICKED) Sort();
+            return;
+        case IDC_ELEMENT_UP:
+            if (code == BN_CLICKED) Move(-1);
+            return;
+        case IDC_ELEMENT_DOWN:
+            if (code == BN_CLICKED) Move(1);
+            return;
+        case IDC_UPDATE_ELEMENTS:
+            if (code == BN_CLICKED) Show(UpdateRenderElements(Effect()));
+            return;
+        case IDC_ELEMENT_NAME:
+            if (code == EN_KILLFOCUS) Rename();
+            return;
+        case IDC_ELEMENT_BLENDING: {
+            HWND combo = Control(control);
+            const int item = ComboBox_GetCurSel(combo);
+            if (code != CBN_SELCHANGE || item < 0) return;
+            const auto mode = static_cast<int>(ComboBox_GetItemData(combo, item));
+            if (ChooseBlendMode(Effect(), row, mode)) Redraw();
+            return;
+        }
+        default: {
+            if (code != BN_CLICKED) return;
+            const bool checked = IsDlgButtonChecked(Dialog(), control) == BST_CHECKED;
+            if (!ClickLayerControl(Effect(), row, control, checked)) return;
+            UpdateLayerControls();
+            Redraw();
+        }
+    }
+}
+
+LRESULT ElementsRollup::Notify(NMHDR& notification) {
+    if (notification.idFrom != IDC_ELEMENT_LIST) return 0;
+    switch (notification.code) {
+        case LVN_GETDISPINFOW:
+            GiveRow(
+                reinterpret_cast<NMLVDISPINFOW&>(notification),
+                [this](int row, int column) { return ElementCell(Effect(), row, column); },
+                [this](int row) { return ElementCheckImage(Effect(), row); });
+            return 0;
+        case NM_CLICK:
+        case NM_DBLCLK:
+            if (ClickElement(Effect(), HitOf(reinterpret_cast<NMITEMACTIVATE&>(notification)))) {
+                Redraw();
+            }
+            UpdateLayerControls();
+            return 0;
+        case NM_RCLICK: {
+            const int row = HitOf(reinterpret_cast<NMITEMACTIVATE&>(notification)).row;
+            if (!HasElementMenu(Effect(), row)) return 0;
+            if (ChooseElementMenu(Effect(), row, TrackRowMenu(Dialog(), ElementMenu()))) {
+                UpdateLayerControls();
+                Redraw();
+            }
+            return 0;
+        }
+        case LVN_BEGINLABELEDITW:
+            DisableAccelerators();
+            return 0;
+        case LVN_ENDLABELEDITW: {
+            EnableAccelerators();
+            const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notification).item;
+            if (RenameElement(Effect(), static_cast<int>(item.lParam), item.pszText)) {
+                UpdateLayerControls();
+            }
+            return 0;
+        }
+        case LVN_ITEMCHANGED: {
+            if (showing) return 0;
+            chosen = LayerOfRow(Effect(), Selected());
+            const auto& change = reinterpret_cast<const NMLISTVIEW&>(notification);
+            if (IsSelectionChange(change.uChanged, change.uOldState, change.uNewState)) {
+                UpdateLayerControls();
+            }
+            return 0;
+        }
+        case LVN_COLUMNCLICK:
+            Sort();
+            return 0;
+        case LVN_KEYDOWN:
+            Press(reinterpret_cast<const NMLVKEYDOWN&>(notification).wVKey);
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,56 @@
+// The rollup "Render Elements Output": the list of render elements, and the settings of the one
+// that is selected.
+#pragma once
+
+#include "ui/rollup_timers.h"
+#include "ui/win32/rollup.h"
+
+namespace effect {
+class PSDOutputLayer;
+}
+
+namespace ui {
+
+class ElementsRollup final : public Rollup {
+  public:
+    // Nothing while the rollup is closed.
+    void Redraw();
+    void RefreshRenderElementRows();
+    void UpdateLayerControls();
+    void FillBlendingModes();
+    void EnableControls();
+    void EnableLayerSetMaskControl();
+
+    // A render element changed somewhere: the next tick brings the list up to date.
+    void NoteElementChange() { elementsDirty = true; }
+
+    void Command(int control, int code) override;
+    void Entered(int control) override;
+    LRESULT Notify(NMHDR& notification) override;
+    void Tick(UINT_PTR timer) override;
+
+  protected:
+    void Opened() override;
+    void Closing() override;
+    void OtherEffect() override;
+
+  private:
+    HWND List() const;
+    int Selected() const;
+    int RowOf(const effect::PSDOutputLayer* layer) const;
+    void SelectChosen();
+    void Show(ListTick changed);
+    void Sort();
+    void Move(int delta);
+    void Rename();
+    void Press(WORD key);
+
+    bool elementsDirty = false;
+    // The layer of the row that the user selected, null for none. As rows are made anew or change
+    // their order, the selection goes with it. Only compared: it may be destroyed.
+    const effect::PSDOutputLayer* chosen = nullptr;
+    // Controls are being written: what they notify of is no wish of the user's.
+    bool showing = false;
+};
+
+}  // namespace ui

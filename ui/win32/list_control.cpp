@@ -1,0 +1,87 @@
+#include "ui/win32/list_control.h"
+
+#include <icolorman.h>
+
+#include "plugin/string_table.h"
+
+namespace ui {
+
+void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures) {
+    IColorManager& colors = *GetColorManager();
+    ListView_SetBkColor(list, colors.GetColor(kWindow));
+    ListView_SetTextBkColor(list, colors.GetColor(kWindow));
+    ListView_SetTextColor(list, colors.GetColor(kWindowText));
+    ListView_SetExtendedListViewStyle(list, kind.extendedStyle);
+    // The style brings check boxes of the system's own, which nobody else would destroy.
+    if (HIMAGELIST own = ListView_SetImageList(list, pictures, LVSIL_STATE)) ImageList_Destroy(own);
+    ListView_SetCallbackMask(list, LVIS_STATEIMAGEMASK);
+    int index = 0;
+    for (const ListColumn& column : kind.columns) {
+        MSTR title(plugin::GetString(column.title));
+        LVCOLUMNW info{};
+        info.mask = LVCF_TEXT | LVCF_WIDTH;
+        info.pszText = const_cast<MCHAR*>(title.data());
+        info.cx = column.width;
+        ListView_InsertColumn(list, index++, &info);
+    }
+}
+
+// Rows are all alike but for their numbers, so those that are there stay, and with them what is
+// scrolled to.
+void FillList(HWND list, const ListView& kind, int rows) {
+    SendMessageW(list, WM_SETREDRAW, FALSE, 0);
+    if (kind.renamesRows) ListView_CancelEditLabel(list);
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    if (rows == 0) ListView_DeleteAllItems(list);
+    for (int row = RowCount(list) - 1; row >= rows; --row)
+        ListView_DeleteItem(list, row);
+    ListView_SetItemCount(list, rows);
+    for (int row = RowCount(list); row < rows; ++row) {
+        LVITEMW item{};
+        item.mask = LVIF_TEXT | LVIF_PARAM;
+        item.iItem = row;
+        item.lParam = row;
+        item.pszText = LPSTR_TEXTCALLBACKW;
+        ListView_InsertItem(list, &item);
+        for (int column = 1; column < static_cast<int>(kind.columns.size()); ++column)
+            ListView_SetItemText(list, row, column, LPSTR_TEXTCALLBACKW);
+    }
+    SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+}
+
+int RowCount(HWND list) {
+    return ListView_GetItemCount(list);
+}
+
+int SelectedRow(HWND list) {
+    return ListView_GetNextItem(list, -1, LVNI_SELECTED);
+}
+
+void SelectRow(HWND list, int row, UINT states) {
+    ListView_SetItemState(list, row, states, states);
+}
+
+void RedrawList(HWND list) {
+    InvalidateRect(list, nullptr, FALSE);
+}
+
+RowHit HitOf(const NMITEMACTIVATE& click) {
+    LVHITTESTINFO hit{};
+    hit.pt = click.ptAction;
+    ListView_SubItemHitTest(click.hdr.hwndFrom, &hit);
+    return {hit.iItem, hit.iSubItem, hit.flags};
+}
+
+int TrackRowMenu(HWND owner, const RowMenu& menu) {
+    HMENU popup = CreatePopupMenu();
+    for (const MenuItem& item : menu)
+        AppendMenuW(popup, MF_STRING, static_cast<UINT_PTR>(item.id), item.text.data());
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    constexpr UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON;
+    const int chosen = TrackPopupMenu(popup, flags, cursor.x, cursor.y, 0, owner, nullptr);
+    DestroyMenu(popup);
+    return chosen;
+}
+
+}  // namespace ui

@@ -1,0 +1,51 @@
+// A list view of a rollup. It holds no texts and no check marks; as it draws a row it asks for
+// them, and the rollup answers from the rules.
+#pragma once
+
+#include <commctrl.h>
+#include <strclass.h>
+#include <windows.h>
+
+#include "ui/cell_text.h"
+#include "ui/element_row_clicks.h"
+#include "ui/list_views.h"
+
+namespace ui {
+
+// Colours of the host, styles, columns with their titles, and the pictures of the check boxes,
+// which stay the caller's.
+void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures);
+
+// As many rows, row i with `i` as its parameter. Nothing is selected then, and no row is being
+// renamed.
+void FillList(HWND list, const ListView& kind, int rows);
+
+int RowCount(HWND list);
+// -1 for none.
+int SelectedRow(HWND list);
+// `states` are the bits of LVIS_SELECTED and LVIS_FOCUSED that the row gets.
+void SelectRow(HWND list, int row, UINT states);
+void RedrawList(HWND list);
+
+RowHit HitOf(const NMITEMACTIVATE& click);
+// As of a click on the row's check box.
+constexpr RowHit CheckBoxOf(int row) {
+    return {row, 0, LVHT_ONITEMSTATEICON};
+}
+
+// Answers LVN_GETDISPINFO by `text(row, column)` and `image(row)`, the state image.
+template <class Text, class Image>
+void GiveRow(NMLVDISPINFOW& asked, const Text& text, const Image& image) {
+    LVITEMW& item = asked.item;
+    const int row = static_cast<int>(item.lParam);
+    if (item.mask & LVIF_TEXT) PutCellText(text(row, item.iSubItem), item.pszText, item.cchTextMax);
+    if (item.mask & LVIF_STATE) {
+        item.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(image(row)));
+        item.stateMask = LVIS_STATEIMAGEMASK;
+    }
+}
+
+// Lets the user choose at the cursor. 0 for nothing.
+int TrackRowMenu(HWND owner, const RowMenu& menu);
+
+}  // namespace ui

@@ -1,0 +1,42 @@
+// The rollup "veltrane Parameters": file, format, depth and resolution.
+#pragma once
+
+#include <notify.h>
+
+#include "ui/hot_zones.h"
+#include "ui/win32/rollup.h"
+
+namespace ui {
+
+class MainRollup final : public Rollup {
+  public:
+    // Nothing while the rollup is closed.
+    void UpdateFileNameField();
+    void UpdateFormatEnabling();
+    void UpdateDepthControls();
+    void OfferFrameBufferChange();
+
+    void Command(int control, int code) override;
+    void Entered(int control) override;
+    void Tick(UINT_PTR timer) override;
+
+  protected:
+    void Opened() override;
+    void Closing() override;
+    void OtherEffect() override;
+
+  private:
+    static void Hear(void* rollup, NotifyInfo* info);
+    static LRESULT CALLBACK HeaderProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR id, DWORD_PTR rollup);
+    void LoadHeader();
+    void DropHeader();
+    HotZone ZoneUnderMouse() const;
+    void OpenZone(HotZone zone) const;
+    void TakeFileName();
+
+    HBITMAP headerBitmap = nullptr;
+    bool fileNameDirty = false;
+};
+
+}  // namespace ui

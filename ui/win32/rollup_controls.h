@@ -1,0 +1,26 @@
+// What the rollups do with the host's controls and the system's in the same way.
+#pragma once
+
+#include <iparamm2.h>
+#include <strclass.h>
+
+#include "ui/output_as_groups.h"
+
+namespace ui {
+
+// The look of the buttons of the map's rollup.
+void SetUpButtons(IParamMap2& map);
+// The control is greyed, or not, whatever class it is of. Nothing for null.
+void EnableControl(HWND control, bool on);
+
+// Of a CustEdit; nothing, and the empty text, for another window.
+MSTR EditText(HWND control);
+void SetEditText(HWND control, const MSTR& text);
+void NotifyOnEachKey(HWND control);
+
+// Of a CustButton.
+void CheckButton(HWND control, bool on);
+
+void ShowOutputGroup(IParamMap2& map, const OutputAsGroup& group);
+
+}  // namespace ui
