@@ -31,8 +31,9 @@ class ParamMap2UserDlgProc {
   public:
     virtual ~ParamMap2UserDlgProc() = default;
     // Every message of the dialog, after the map has done its part; WM_INITDIALOG comes when all
-    // controls are bound and show the block's values. TRUE when it was handled; what WM_NOTIFY and
-    // the owner-draw messages answer is the result.
+    // controls are bound and show the block's values, and only WM_MEASUREITEM, of owner-drawn
+    // controls, may come before it. TRUE when it was handled; what WM_NOTIFY and the owner-draw
+    // messages answer is the result.
     virtual INT_PTR DlgProc(TimeValue t, IParamMap2* map, HWND hWnd, UINT msg, WPARAM wParam,
                             LPARAM lParam) = 0;
     // The map is destroyed.

@@ -25,8 +25,8 @@ class SelectionSetRows {
     MSTR Text(int row) const;
     // State image of the check box.
     int CheckImage(const effect::PSDOutput& effect, int row);
-    // To be told of each change of the effect's list of sets: the names in it are looked up once
-    // for all rows.
+    // To be told of each change of the effect's list of sets, and when another effect is shown: the
+    // names in the list are read once for all rows.
     void ListChanged() { listed_ = nullptr; }
 
     // A click: it counts in the first column, where the check boxes are, `x` being in pixels from

@@ -83,7 +83,7 @@ class CustomControl : public ControlObject, public Contract {
     }
 
   protected:
-    // When the window goes.
+    // At WM_DESTROY, while the tool tips can still let go of the window.
     void RemoveToolTips() { tips_.RemoveToolTips(); }
 
   private:

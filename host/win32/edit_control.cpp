@@ -169,7 +169,7 @@ LRESULT EditControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 Give();
             }
             break;
-        case WM_NCDESTROY:
+        case WM_DESTROY:
             RemoveToolTips();
             break;
         default:

@@ -13,13 +13,25 @@ constexpr UINT defaultBits = 0x0f00;
 
 using ShowTaskDialog = HRESULT WINAPI(const TASKDIALOGCONFIG*, int*, int*, BOOL*);
 
-// Null where the common controls are too old.
-ShowTaskDialog* TaskDialogOfSystem() {
-    HMODULE controls = GetModuleHandleW(L"comctl32.dll");
-    const FARPROC address = controls ? GetProcAddress(controls, "TaskDialogIndirect") : nullptr;
-    // The system gives every function in one type.
-    return reinterpret_cast<ShowTaskDialog*>(reinterpret_cast<void*>(address));
-}
+// The common controls that this program uses, which may be loaded beside older ones.
+class CommonControls {
+  public:
+    CommonControls() : library_(LoadLibraryW(L"comctl32.dll")) {}
+    CommonControls(const CommonControls&) = delete;
+    CommonControls& operator=(const CommonControls&) = delete;
+    ~CommonControls() {
+        if (library_) FreeLibrary(library_);
+    }
+    // Null where they are too old.
+    ShowTaskDialog* TaskDialog() const {
+        const FARPROC address = library_ ? GetProcAddress(library_, "TaskDialogIndirect") : nullptr;
+        // The system gives every function in one type.
+        return reinterpret_cast<ShowTaskDialog*>(reinterpret_cast<void*>(address));
+    }
+
+  private:
+    HMODULE library_;
+};
 
 struct Buttons {
     UINT type;
@@ -70,7 +82,8 @@ void SetIcon(TASKDIALOGCONFIG& config, UINT type) {
 BoxAnswer ShowMessageBox(const BoxRecord& box) {
     BoxAnswer answer = box.answer;
     HWND owner = GetCOREInterface()->GetMAXHWnd();
-    ShowTaskDialog* show = TaskDialogOfSystem();
+    const CommonControls controls;
+    ShowTaskDialog* show = controls.TaskDialog();
     const Buttons* buttons = ButtonsOf(box.type);
     if ((box.exType & MAX_MB_DONTSHOWAGAIN) && show && buttons) {
         TASKDIALOGCONFIG config{};

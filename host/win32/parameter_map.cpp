@@ -110,7 +110,7 @@ ParameterMap::~ParameterMap() {
 }
 
 void ParameterMap::Open() {
-    const HINSTANCE library = desc_.cd->HInstance();
+    HINSTANCE library = desc_.cd->HInstance();
     ParameterMap* outer = std::exchange(openingMap, this);
     place_.AddRollupPage(library, MAKEINTRESOURCEW(spec_.dlg_template), ParameterMapProcedure,
                          LibraryString(library, spec_.title).c_str(),

@@ -88,6 +88,9 @@ class PickView final : public ControlObject {
         static_cast<PickView*>(view)->ShowSelection();
     }
 
+    ~PickView() override {
+        if (font_) DeleteObject(font_);
+    }
     void Create();
     void Destroy();
     LRESULT Tell(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -102,6 +105,7 @@ class PickView final : public ControlObject {
     bool PickKey(WPARAM key);
 
     HWND list_ = nullptr;
+    HFONT font_ = nullptr;
     std::vector<Row> rows_;
     std::unique_ptr<NodeChanges> changes_;
     bool selecting_ = false;
@@ -137,7 +141,12 @@ void PickView::Create() {
                             WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | LBS_EXTENDEDSEL |
                                 LBS_NOINTEGRALHEIGHT | LBS_NOTIFY,
                             0, 0, 0, 0, Window(), nullptr, GetModuleHandleW(nullptr), nullptr);
-    Tell(WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)));
+    // The system's own, which has the screen's scale.
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    font_ = CreateFontIndirectW(&metrics.lfMessageFont);
+    Tell(WM_SETFONT, reinterpret_cast<WPARAM>(font_));
     SetWindowSubclass(list_, OnListMessage, 0, reinterpret_cast<DWORD_PTR>(this));
     changes_ = std::make_unique<NodeChanges>();
     RegisterNotification(OnSelectionChanged, this, NOTIFY_SELECTIONSET_CHANGED);

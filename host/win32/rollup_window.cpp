@@ -353,11 +353,13 @@ LRESULT RollupWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             SetWindowLongPtrW(Window(), GWL_EXSTYLE, extended | WS_EX_CONTROLPARENT);
             break;
         }
+        case WM_DESTROY:
+            RemoveToolTips();
+            break;
         case WM_NCDESTROY:
             // The dialogs went with the window.
             panels_.clear();
             callback_ = nullptr;
-            RemoveToolTips();
             StopFollowingFocus();
             break;
         case WM_PARENTNOTIFY:

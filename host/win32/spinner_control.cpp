@@ -341,8 +341,11 @@ LRESULT SpinnerControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_RBUTTONDOWN:
         case WM_CAPTURECHANGED:
+            EndPress(false);
+            return 0;
         case WM_DESTROY:
             EndPress(false);
+            RemoveToolTips();
             return 0;
         case WM_TIMER:
             if (wParam == REPEAT_TIMER && pressed_ != SpinnerArrow::None) {
@@ -372,7 +375,6 @@ LRESULT SpinnerControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_NCDESTROY:
             Unlink();
-            RemoveToolTips();
             break;
         default:
             break;

@@ -401,8 +401,8 @@ TEST(SceneTextReader, SettingsByNameAreForTheirReaderAlone) {
 
 TEST(SceneTextReader, ReadsWhatTheApplicationSaved) {
     const SceneDescription scene = ParseScene("a.json", scene_page::Example(1));
-    ASSERT_EQ(scene.nodes.size(), 4U);
-    EXPECT_THAT(scene.nodes[1].children, ElementsAre(3U, 2U));
+    ASSERT_EQ(scene.nodes.size(), 3U);
+    EXPECT_THAT(scene.nodes[1].children, ElementsAre(2U, 0U));
     EXPECT_THAT(scene.nodes[2].children, IsEmpty());
     EXPECT_EQ(scene.nodes[2].handle, 3U);
     EXPECT_EQ(scene.nodes[2].name, "Crate");

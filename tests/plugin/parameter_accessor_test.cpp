@@ -198,8 +198,11 @@ TEST_F(ParameterAccessor, LongListsFromAScriptAreStoredUnchanged) {
 class TypedLists : public ParameterAccessor {
   protected:
     // What is stored when a map sets `given` while the field shows `typed`.
-    std::string Stored(const std::string& typed, const std::string& given,
-                       ParamID list = "nodeIDList"_param) {
+    std::string Stored(const std::string& typed, const std::string& given) {
+        constexpr ParamID list = "nodeIDList"_param;
+        return Stored(typed, given, list);
+    }
+    std::string Stored(const std::string& typed, const std::string& given, ParamID list) {
         panel.typedList = [&, list](const effect::PSDOutput& shown, ParamID id) {
             return &shown == effect && id == list ? std::optional(host::FromUtf8(typed))
                                                   : std::nullopt;

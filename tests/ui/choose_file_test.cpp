@@ -93,7 +93,7 @@ TEST_F(ChooseFile, TheFileIsKeptAsTheSceneKeepsPaths) {
 }
 
 TEST_F(ChooseFile, AnEffectThatIsDeletedMeanwhileIsLeftAlone) {
-    whileAsked = [this] { Host().effects.clear(); };
+    whileAsked = [] { Host().effects.clear(); };
     Ask("/renders/chosen.psd");
     EXPECT_TRUE(Host().effects.empty());
 }

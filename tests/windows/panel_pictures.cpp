@@ -28,6 +28,7 @@
 
 namespace {
 
+// In the order of the rollups.
 constexpr const char* rollupNames[] = {"main",    "elements", "scene-layers", "selection-sets",
                                        "objects", "gbuffer",  "scene-data"};
 
@@ -43,11 +44,13 @@ void Pump(DWORD milliseconds) {
     }
 }
 
-// What the screen shows of the window's upper `height` pixels.
-void Capture(HWND window, int height, const std::filesystem::path& file) {
+// What the screen shows inside the window, without its scroll bar and title.
+void Capture(HWND window, const std::filesystem::path& file) {
     RECT area{};
-    GetWindowRect(window, &area);
-    const int width = static_cast<int>(area.right - area.left);
+    GetClientRect(window, &area);
+    const int width = static_cast<int>(area.right);
+    const int height = static_cast<int>(area.bottom);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
     HDC screen = GetDC(nullptr);
     HDC memory = CreateCompatibleDC(screen);
     BITMAPINFO info{};
@@ -72,12 +75,6 @@ void Capture(HWND window, int height, const std::filesystem::path& file) {
     ReleaseDC(nullptr, screen);
 }
 
-int HeightOf(HWND window) {
-    RECT area{};
-    GetWindowRect(window, &area);
-    return static_cast<int>(area.bottom - area.top);
-}
-
 // The modal dialog of that title, which `open` opens: taken and closed while it is open.
 struct DialogPicture {
     const wchar_t* title;
@@ -91,7 +88,7 @@ void CALLBACK TakeDialog(HWND, UINT, UINT_PTR timer, DWORD) {
     if (!dialog) return;
     KillTimer(nullptr, timer);
     Pump(300);
-    Capture(dialog, HeightOf(dialog), wanted->file);
+    Capture(dialog, wanted->file);
     PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(wanted->close), 0);
 }
 
@@ -113,7 +110,7 @@ void CaptureRollups(HWND window, const std::filesystem::path& folder) {
                                   LVIS_SELECTED | LVIS_FOCUSED);
         }
         Pump(400);
-        Capture(window, HeightOf(window), folder / (std::string(rollupNames[index]) + ".bmp"));
+        Capture(window, folder / (std::string(rollupNames[index]) + ".bmp"));
     }
     ReleaseIRollup(rollups);
 }

@@ -2,7 +2,6 @@
 
 #include <commctrl.h>
 #include <windowsx.h>
-#include <winutil.h>
 
 #include <utility>
 
@@ -89,6 +88,12 @@ void ElementsRollup::Opened() {
     elementsDirty = false;
     SetTimer(Dialog(), renderElementsTimer.id, renderElementsTimer.milliseconds, nullptr);
     SetUpSplitter(Map(), elementList);
+}
+
+void ElementsRollup::Choose(const effect::PSDOutputLayer* layer) {
+    // The list may change its selection before it takes the keyboard.
+    if (layer != chosen && GetFocus() == Control(IDC_ELEMENT_NAME)) Rename();
+    chosen = layer;
 }
 
 void ElementsRollup::Closing() {
@@ -183,7 +188,7 @@ void ElementsRollup::Move(int delta) {
 
 void ElementsRollup::Rename() {
     const MSTR name = EditText(Control(IDC_ELEMENT_NAME));
-    if (RenameElement(Effect(), Selected(), name.data())) Redraw();
+    if (RenameElement(Effect(), RowOf(chosen), name.data())) Redraw();
 }
 
 void ElementsRollup::Press(WORD key) {
@@ -260,11 +265,8 @@ LRESULT ElementsRollup::Notify(NMHDR& notification) {
             }
             return 0;
         }
-        case LVN_BEGINLABELEDITW:
-            DisableAccelerators();
-            return 0;
         case LVN_ENDLABELEDITW: {
-            EnableAccelerators();
+            if (showing) return 0;
             const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notification).item;
             if (RenameElement(Effect(), static_cast<int>(item.lParam), item.pszText)) {
                 UpdateLayerControls();
@@ -273,7 +275,7 @@ LRESULT ElementsRollup::Notify(NMHDR& notification) {
         }
         case LVN_ITEMCHANGED: {
             if (showing) return 0;
-            chosen = LayerOfRow(Effect(), Selected());
+            Choose(LayerOfRow(Effect(), Selected()));
             const auto& change = reinterpret_cast<const NMLISTVIEW&>(notification);
             if (IsSelectionChange(change.uChanged, change.uOldState, change.uNewState)) {
                 UpdateLayerControls();

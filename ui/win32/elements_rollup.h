@@ -39,6 +39,7 @@ class ElementsRollup final : public Rollup {
     int Selected() const;
     int RowOf(const effect::PSDOutputLayer* layer) const;
     void SelectChosen();
+    void Choose(const effect::PSDOutputLayer* layer);
     void Show(ListTick changed);
     void Sort();
     void Move(int delta);

@@ -26,12 +26,24 @@ void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures) {
     }
 }
 
+namespace {
+
+// The lists let one row be selected. To tell all rows would take long.
+void SelectNothing(HWND list) {
+    for (const UINT state : {LVNI_SELECTED, LVNI_FOCUSED}) {
+        const int row = ListView_GetNextItem(list, -1, state);
+        if (row >= 0) ListView_SetItemState(list, row, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    }
+}
+
+}  // namespace
+
 // Rows are all alike but for their numbers, so those that are there stay, and with them what is
 // scrolled to.
 void FillList(HWND list, const ListView& kind, int rows) {
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     if (kind.renamesRows) ListView_CancelEditLabel(list);
-    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    SelectNothing(list);
     if (rows == 0) ListView_DeleteAllItems(list);
     for (int row = RowCount(list) - 1; row >= rows; --row)
         ListView_DeleteItem(list, row);

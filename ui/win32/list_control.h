@@ -2,9 +2,10 @@
 // them, and the rollup answers from the rules.
 #pragma once
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <strclass.h>
-#include <windows.h>
 
 #include "ui/cell_text.h"
 #include "ui/element_row_clicks.h"

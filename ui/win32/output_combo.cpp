@@ -49,7 +49,13 @@ void DrawPicture(HDC target, const RECT& area, HBITMAP pictures, int picture) {
 }  // namespace
 
 void SetUpOutputCombo(HWND combo) {
-    if (combo) SetWindowSubclass(combo, OutputComboProcedure, 1, 0);
+    if (!combo) return;
+    SetWindowSubclass(combo, OutputComboProcedure, 1, 0);
+    // Some systems measure the field that shows the selection by the dialog's font alone.
+    constexpr auto field = static_cast<WPARAM>(-1);
+    if (SendMessageW(combo, CB_GETITEMHEIGHT, field, 0) < lowestOutputItem) {
+        SendMessageW(combo, CB_SETITEMHEIGHT, field, lowestOutputItem);
+    }
 }
 
 void MeasureOutputItem(MEASUREITEMSTRUCT& item) {

@@ -5,7 +5,8 @@
 
 namespace ui {
 
-// Takes the combo's background painting, so that it doesn't flicker. Goes with the window.
+// Takes the combo's background painting, so that it doesn't flicker, and makes room for a picture
+// in the field that shows the selection. Goes with the window.
 void SetUpOutputCombo(HWND combo);
 
 void MeasureOutputItem(MEASUREITEMSTRUCT& item);

@@ -1,8 +1,9 @@
 // The pictures that the rollups share.
 #pragma once
 
-#include <commctrl.h>
 #include <windows.h>
+
+#include <commctrl.h>
 
 namespace ui {
 

@@ -1,5 +1,6 @@
 #include "ui/win32/parameter_map_procedure.h"
 
+#include <commctrl.h>
 #include <custcont.h>
 #include <maxapi.h>
 #include <winutil.h>
@@ -81,6 +82,13 @@ INT_PTR PSDOutputParamMapUserDlgProc::DlgProc(TimeValue, IParamMap2* map, HWND, 
             if (HIWORD(wParam) == EN_SETFOCUS && rollup->HasDialogOf(*map)) StartTyping(*rollup);
             if (HIWORD(wParam) == EN_KILLFOCUS) EndTyping();
             break;
+        case WM_NOTIFY: {
+            // A list passes on what the field of a name tells only in part.
+            const UINT code = reinterpret_cast<const NMHDR*>(lParam)->code;
+            if (code == LVN_BEGINLABELEDITW && rollup->HasDialogOf(*map)) StartTyping(*rollup);
+            if (code == LVN_ENDLABELEDITW) EndTyping();
+            break;
+        }
         default:
             break;
     }

@@ -47,7 +47,12 @@ void SetUpButtons(IParamMap2& map) {
 }
 
 void EnableControl(HWND control, bool on) {
-    if (control) EnableWindow(control, on);
+    if (!control) return;
+    HWND focus = GetFocus();
+    if (!on && focus && (focus == control || IsChild(control, focus))) {
+        SendMessageW(GetParent(control), WM_NEXTDLGCTL, 0, FALSE);
+    }
+    EnableWindow(control, on);
 }
 
 MSTR EditText(HWND control) {

@@ -10,7 +10,8 @@ namespace ui {
 
 // The look of the buttons of the map's rollup.
 void SetUpButtons(IParamMap2& map);
-// The control is greyed, or not, whatever class it is of. Nothing for null.
+// The control is greyed, or not, whatever class it is of. The keyboard leaves one that is greyed.
+// Nothing for null.
 void EnableControl(HWND control, bool on);
 
 // Of a CustEdit; nothing, and the empty text, for another window.

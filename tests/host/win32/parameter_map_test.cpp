@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/param_block.h"
+#include "host/target_lifetime.h"
 #include "host/text.h"
 #include "host/win32/effect_rollups.h"
 #include "tests/host/win32/control_stage.h"
@@ -214,7 +216,7 @@ TEST_F(ParameterMap, ATextIsGivenAtEachKeyWhereTheEditWasToldSo) {
 }
 
 // Up is the upper half of the arrows.
-void Press(HWND arrows, bool up) {
+void PressArrow(HWND arrows, bool up) {
     RECT client{};
     GetClientRect(arrows, &client);
     Mouse(arrows, WM_LBUTTONDOWN, 3, static_cast<int>(up ? 2 : client.bottom - 3));
@@ -223,7 +225,7 @@ void Press(HWND arrows, bool up) {
 TEST_F(ParameterMap, AnArrowStepsANumberInOneStep) {
     host::ParameterMap& map = Open(0);
     HWND arrows = Control(map, SAMPLE_ID_ARROWS);
-    Press(arrows, true);
+    PressArrow(arrows, true);
     Mouse(arrows, WM_LBUTTONUP);
     EXPECT_EQ(Block().GetFloat(PANEL_NUMBER), 73.0F);
     EXPECT_THAT(UndoAll(), ElementsAre("Parameter Change"));
@@ -233,7 +235,7 @@ TEST_F(ParameterMap, AnArrowStepsANumberInOneStep) {
 TEST_F(ParameterMap, ADragOfTheArrowsIsOneStep) {
     host::ParameterMap& map = Open(0);
     HWND arrows = Control(map, SAMPLE_ID_ARROWS);
-    Press(arrows, true);
+    PressArrow(arrows, true);
     for (int y : {-20, -30, -50})
         Mouse(arrows, WM_MOUSEMOVE, 3, y);
     const float dragged = Block().GetFloat(PANEL_NUMBER);
@@ -248,7 +250,7 @@ TEST_F(ParameterMap, ADragOfTheArrowsIsOneStep) {
 TEST_F(ParameterMap, ARightClickTakesADragBack) {
     host::ParameterMap& map = Open(0);
     HWND arrows = Control(map, SAMPLE_ID_ARROWS);
-    Press(arrows, true);
+    PressArrow(arrows, true);
     Mouse(arrows, WM_MOUSEMOVE, 3, -50);
     EXPECT_NE(Block().GetFloat(PANEL_NUMBER), 72.0F);
     Mouse(arrows, WM_RBUTTONDOWN, 3, -50);
@@ -576,7 +578,7 @@ TEST_F(ParameterMap, AMapOutlivesItsWindow) {
 
 TEST_F(ParameterMap, ADragThatIsCutOffIsTakenBack) {
     HWND arrows = Control(Open(0), SAMPLE_ID_ARROWS);
-    Press(arrows, true);
+    PressArrow(arrows, true);
     Mouse(arrows, WM_MOUSEMOVE, 3, -50);
     EXPECT_TRUE(theHold.Holding());
     maps.clear();
@@ -624,6 +626,35 @@ TEST_F(ParameterMap, ABlockThatIsDestroyedIsLetGo) {
     EXPECT_EQ(Text(map, SAMPLE_ID_TEXT), L"new");
 }
 
+class HearsOfAnEnd final : public GlobalReferenceMaker {
+  public:
+    explicit HearsOfAnEnd(ReferenceTarget* target) : target_(target) {
+        RegisterGlobalReference(this);
+    }
+    ~HearsOfAnEnd() override { UnRegisterGlobalReference(this); }
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle target, PartID&, RefMessage message,
+                               BOOL) override {
+        ended = ended || (target == target_ && message == REFMSG_TARGET_DELETED);
+        return REF_SUCCEED;
+    }
+    bool ended = false;
+
+  private:
+    ReferenceTarget* target_;
+};
+
+TEST_F(ParameterMap, AMapLeavesNoReferenceToItsBlock) {
+    // One that nobody owns goes with its last reference.
+    auto* block = new host::ParamBlock(desc.block, nullptr);
+    host::LiveByReferences(*block);
+    const HearsOfAnEnd heard(block);
+    host::ParameterMap& map = Open(0);
+    map.SetParamBlock(block);
+    EXPECT_FALSE(heard.ended);
+    maps.clear();
+    EXPECT_TRUE(heard.ended);
+}
+
 TEST_F(ParameterMap, TheProcedureMayCloseTheMap) {
     HWND dialog = Open(0).GetHWnd();
     desc.procedure.answer = [&](IParamMap2*, HWND, UINT message, WPARAM wParam, LPARAM) {
@@ -638,7 +669,7 @@ TEST_F(ParameterMap, TheProcedureMayCloseTheMap) {
 TEST_F(ParameterMap, WhoHearsOfAChangeMayCloseTheMap) {
     for (int id : {SAMPLE_ID_ARROWS, SAMPLE_ID_ON, SAMPLE_ID_FOLDER, SAMPLE_ID_8_BITS}) {
         HWND dialog = Open(0).GetHWnd();
-        effect->onChange = [&] { maps.clear(); };
+        effect->onChange = [&] { std::exchange(maps, {}).clear(); };
         HWND control = GetDlgItem(dialog, id);
         Mouse(control, WM_LBUTTONDOWN, 3, 2);
         Mouse(control, WM_LBUTTONUP, 3, 2);

@@ -13,7 +13,7 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-constexpr MapID rollup = 1;
+constexpr MapID elementsMap = 1;
 constexpr Class_ID plainElement{0x12345678, 0x9abcdef0};
 constexpr UINT_PTR timer = 2343;
 
@@ -31,7 +31,7 @@ class ElementsRollupTest : public ListTest {
             Add(name);
         Open();
     }
-    HWND List() { return Control(rollup, 1043); }
+    HWND List() { return Control(elementsMap, 1043); }
     IParamBlock2& Layer(int row) { return *effect->Layer(0, row)->pblock; }
     void SetOf(int row, ParamID id, int value) { Layer(row).SetValue(id, 0, value); }
     int GetOf(int row, ParamID id) { return Layer(row).GetInt(id); }
@@ -45,7 +45,7 @@ class ElementsRollupTest : public ListTest {
     // With the mouse, on the row's name.
     void Select(int row) { ClickAt(List(), LabelPoint(List(), row)); }
     std::string Mode() {
-        HWND combo = Control(rollup, 1045);
+        HWND combo = Control(elementsMap, 1045);
         const int item = ComboBox_GetCurSel(combo);
         if (item < 0) return "none";
         MCHAR text[64] = {};
@@ -122,11 +122,11 @@ TEST_F(ElementsRollupTest, SwitchesAnElementWithTheCheckBoxOfItsRow) {
 TEST_F(ElementsRollupTest, ShowsInThePaneWhatACheckBoxOfTheListSwitched) {
     OpenWith({"A"});
     Select(0);
-    ASSERT_TRUE(IsChecked(rollup, 1048));
+    ASSERT_TRUE(IsChecked(elementsMap, 1048));
     ClickAt(List(), CheckBoxPoint(List(), 0));
-    EXPECT_FALSE(IsChecked(rollup, 1048));
+    EXPECT_FALSE(IsChecked(elementsMap, 1048));
     ClickAt(List(), CellPoint(List(), 0, 1));
-    EXPECT_FALSE(IsChecked(rollup, 1058));
+    EXPECT_FALSE(IsChecked(elementsMap, 1058));
 }
 
 TEST_F(ElementsRollupTest, SwitchesVisibilityWithAClickInItsColumnAndInNoOther) {
@@ -154,11 +154,11 @@ TEST_F(ElementsRollupTest, TakesADoubleClickAsAClick) {
 TEST_F(ElementsRollupTest, SwitchesNothingBelowItsRows) {
     OpenWith({"A"});
     Select(0);
-    ASSERT_EQ(TextOf(rollup, 1063), "A");
+    ASSERT_EQ(TextOf(elementsMap, 1063), "A");
     ClickAt(List(), EmptyPoint(List()));
     EXPECT_THAT(SelectedOf(List()), IsEmpty());
-    EXPECT_EQ(TextOf(rollup, 1063), "") << "the pane shows that nothing is selected";
-    EXPECT_FALSE(IsEnabled(rollup, 1063));
+    EXPECT_EQ(TextOf(elementsMap, 1063), "") << "the pane shows that nothing is selected";
+    EXPECT_FALSE(IsEnabled(elementsMap, 1063));
     EXPECT_EQ(GetOf(0, "enabled"_layerParam), TRUE);
     EXPECT_EQ(GetOf(0, "visible"_layerParam), TRUE);
 }
@@ -169,14 +169,14 @@ TEST_F(ElementsRollupTest, SwitchesTheSelectedElementWithTheSpaceBar) {
     PressKey(List(), VK_SPACE);
     EXPECT_EQ(GetOf(1, "enabled"_layerParam), FALSE);
     EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 1));
-    EXPECT_FALSE(IsChecked(rollup, 1048));
+    EXPECT_FALSE(IsChecked(elementsMap, 1048));
 }
 
 TEST_F(ElementsRollupTest, FollowsTheArrowKeysInItsPane) {
     OpenWith({"A", "B"});
     Select(0);
     PressKey(List(), VK_DOWN);
-    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "B");
 }
 
 TEST_F(ElementsRollupTest, KeepsDefaultsOfAClassWithItsMenu) {
@@ -209,7 +209,7 @@ TEST_F(ElementsRollupTest, RenamesAnElementInItsRow) {
     EXPECT_TRUE(host::AcceleratorsEnabled());
     EXPECT_EQ(std::basic_string<MCHAR>(Elements().GetRenderElement(1)->ElementName()), L"Beauty");
     EXPECT_THAT(Names(), ElementsAre("A", "Beauty"));
-    EXPECT_EQ(TextOf(rollup, 1063), "Beauty");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "Beauty");
 }
 
 TEST_F(ElementsRollupTest, KeepsANameWhoseEditingIsLeft) {
@@ -242,7 +242,7 @@ TEST_F(ElementsRollupTest, EndsTheEditingOfANameWhenItsRowsAreMadeAnew) {
     HWND edit = ListView_EditLabel(List(), 0);
     Type(edit, "Other");
     Add("B");
-    Tick(rollup, timer);
+    Tick(elementsMap, timer);
     EXPECT_FALSE(ListView_GetEditControl(List()));
     EXPECT_TRUE(host::AcceleratorsEnabled());
     EXPECT_THAT(Names(), ElementsAre("A", "B"));
@@ -275,15 +275,15 @@ TEST_F(ElementsRollupTest, WritesEachCheckBoxOfThePaneIntoTheSelectedLayer) {
     for (const PaneBox& box : paneBoxes) {
         const int before = GetOf(1, box.id);
         const int other = GetOf(0, box.id);
-        EXPECT_EQ(IsChecked(rollup, box.control), before != 0) << box.control;
+        EXPECT_EQ(IsChecked(elementsMap, box.control), before != 0) << box.control;
         // Some are disabled in this scene, and the mouse passes these by.
-        EnableWindow(Control(rollup, box.control), TRUE);
-        Press(rollup, box.control);
+        EnableWindow(Control(elementsMap, box.control), TRUE);
+        Press(elementsMap, box.control);
         EXPECT_EQ(GetOf(1, box.id), before ? FALSE : TRUE) << box.control;
         EXPECT_EQ(GetOf(0, box.id), other) << box.control;
-        EXPECT_EQ(IsChecked(rollup, box.control), before == 0) << box.control;
-        EnableWindow(Control(rollup, box.control), TRUE);
-        Press(rollup, box.control);
+        EXPECT_EQ(IsChecked(elementsMap, box.control), before == 0) << box.control;
+        EnableWindow(Control(elementsMap, box.control), TRUE);
+        Press(elementsMap, box.control);
         EXPECT_EQ(GetOf(1, box.id), before) << box.control;
     }
 }
@@ -291,16 +291,16 @@ TEST_F(ElementsRollupTest, WritesEachCheckBoxOfThePaneIntoTheSelectedLayer) {
 TEST_F(ElementsRollupTest, WritesTheRadiosOfThePaneIntoTheSelectedLayer) {
     OpenWith({"A"});
     Select(0);
-    EXPECT_TRUE(IsChecked(rollup, 1112));
-    EXPECT_FALSE(IsChecked(rollup, 1114));
-    Press(rollup, 1114);
+    EXPECT_TRUE(IsChecked(elementsMap, 1112));
+    EXPECT_FALSE(IsChecked(elementsMap, 1114));
+    Press(elementsMap, 1114);
     EXPECT_EQ(GetOf(0, "outputAs"_layerParam), 1);
-    EXPECT_FALSE(IsChecked(rollup, 1112));
-    EXPECT_TRUE(IsChecked(rollup, 1114));
-    EXPECT_FALSE(IsEnabled(rollup, 1045)) << "the pane follows";
-    Press(rollup, 1112);
+    EXPECT_FALSE(IsChecked(elementsMap, 1112));
+    EXPECT_TRUE(IsChecked(elementsMap, 1114));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1045)) << "the pane follows";
+    Press(elementsMap, 1112);
     EXPECT_EQ(GetOf(0, "outputAs"_layerParam), 0);
-    EXPECT_TRUE(IsEnabled(rollup, 1045));
+    EXPECT_TRUE(IsEnabled(elementsMap, 1045));
 }
 
 TEST_F(ElementsRollupTest, ShowsAnotherLayersValuesWhenAnotherRowIsSelected) {
@@ -313,26 +313,26 @@ TEST_F(ElementsRollupTest, ShowsAnotherLayersValuesWhenAnotherRowIsSelected) {
     SetOf(1, "outputAs"_layerParam, 1);
     Select(0);
     for (const PaneBox& box : paneBoxes)
-        EXPECT_TRUE(IsChecked(rollup, box.control)) << box.control;
-    EXPECT_TRUE(IsChecked(rollup, 1112));
+        EXPECT_TRUE(IsChecked(elementsMap, box.control)) << box.control;
+    EXPECT_TRUE(IsChecked(elementsMap, 1112));
     EXPECT_EQ(Mode(), "Screen");
-    EXPECT_EQ(TextOf(rollup, 1063), "A");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "A");
     Select(1);
     for (const PaneBox& box : paneBoxes)
-        EXPECT_FALSE(IsChecked(rollup, box.control)) << box.control;
-    EXPECT_TRUE(IsChecked(rollup, 1114));
+        EXPECT_FALSE(IsChecked(elementsMap, box.control)) << box.control;
+    EXPECT_TRUE(IsChecked(elementsMap, 1114));
     EXPECT_EQ(Mode(), "Normal");
-    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "B");
 }
 
 TEST_F(ElementsRollupTest, ShowsNothingWithoutASelection) {
     OpenWith({"A"});
     for (const PaneBox& box : paneBoxes)
-        EXPECT_FALSE(IsChecked(rollup, box.control)) << box.control;
-    EXPECT_FALSE(IsChecked(rollup, 1112));
-    EXPECT_FALSE(IsChecked(rollup, 1114));
+        EXPECT_FALSE(IsChecked(elementsMap, box.control)) << box.control;
+    EXPECT_FALSE(IsChecked(elementsMap, 1112));
+    EXPECT_FALSE(IsChecked(elementsMap, 1114));
     EXPECT_EQ(Mode(), "none");
-    EXPECT_EQ(TextOf(rollup, 1063), "");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "");
 }
 
 std::vector<std::pair<std::string, int>> ItemsOf(HWND combo) {
@@ -374,7 +374,7 @@ TEST_F(ElementsRollupTest, OffersBlendModesInTheOrderOfPaintApplications) {
                                                        {"Saturation", 19},
                                                        {"Color", 20},
                                                        {"Luminosity", 21}};
-    EXPECT_THAT(ItemsOf(Control(rollup, 1045)), ElementsAreArray(all));
+    EXPECT_THAT(ItemsOf(Control(elementsMap, 1045)), ElementsAreArray(all));
     Set("bitDepth"_param, 32);
     const std::vector<std::pair<std::string, int>> at32{{"Normal", 0},
                                                         {"Dissolve", 1},
@@ -391,19 +391,19 @@ TEST_F(ElementsRollupTest, OffersBlendModesInTheOrderOfPaintApplications) {
                                                         {"Saturation", 19},
                                                         {"Color", 20},
                                                         {"Luminosity", 21}};
-    EXPECT_THAT(ItemsOf(Control(rollup, 1045)), ElementsAreArray(at32));
+    EXPECT_THAT(ItemsOf(Control(elementsMap, 1045)), ElementsAreArray(at32));
     Set("bitDepth"_param, 16);
-    EXPECT_THAT(ItemsOf(Control(rollup, 1045)), ElementsAreArray(all));
+    EXPECT_THAT(ItemsOf(Control(elementsMap, 1045)), ElementsAreArray(all));
 }
 
 TEST_F(ElementsRollupTest, WritesTheChosenBlendModeIntoTheSelectedLayer) {
     OpenWith({"A", "B"});
     Select(1);
-    Choose(rollup, 1045, 6);
+    Choose(elementsMap, 1045, 6);
     EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 23);
     EXPECT_EQ(GetOf(0, "blendingMode"_layerParam), 0);
     EXPECT_EQ(CellOf(List(), 1, 2), "Darker Color");
-    Choose(rollup, 1045, -1);
+    Choose(elementsMap, 1045, -1);
     EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 23) << "no item, no change";
 }
 
@@ -422,20 +422,20 @@ TEST_F(ElementsRollupTest, ShowsTheModesThatTakeThePlaceOfThoseMissingAt32Bits) 
 TEST_F(ElementsRollupTest, RenamesTheSelectedElementWithTheEnterKey) {
     OpenWith({"A", "B"});
     Select(1);
-    HWND field = Control(rollup, 1063);
+    HWND field = Control(elementsMap, 1063);
     Type(field, "Beauty");
     EXPECT_THAT(Names(), ElementsAre("A", "B")) << "not while it is being typed";
     PressKey(GetFocus(), VK_RETURN);
     EXPECT_THAT(Names(), ElementsAre("A", "Beauty"));
-    EXPECT_EQ(TextOf(rollup, 1063), "Beauty");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "Beauty");
 }
 
 TEST_F(ElementsRollupTest, RenamesTheSelectedElementWhenItsFieldIsLeft) {
     OpenWith({"A", "B"});
     Select(0);
-    Type(Control(rollup, 1063), "Beauty");
+    Type(Control(elementsMap, 1063), "Beauty");
     EXPECT_FALSE(host::AcceleratorsEnabled());
-    SetFocus(Control(rollup, 1058));
+    SetFocus(Control(elementsMap, 1058));
     EXPECT_THAT(Names(), ElementsAre("Beauty", "B"));
     EXPECT_TRUE(host::AcceleratorsEnabled());
 }
@@ -443,16 +443,16 @@ TEST_F(ElementsRollupTest, RenamesTheSelectedElementWhenItsFieldIsLeft) {
 TEST_F(ElementsRollupTest, GivesATypedNameToTheRowItWasTypedForWhenAnotherRowIsClicked) {
     OpenWith({"A", "B"});
     Select(0);
-    Type(Control(rollup, 1063), "Beauty");
+    Type(Control(elementsMap, 1063), "Beauty");
     Select(1);
     EXPECT_THAT(Names(), ElementsAre("Beauty", "B"));
-    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "B");
 }
 
 TEST_F(ElementsRollupTest, TakesUpTo255UnitsOfAName) {
     OpenWith({"A"});
     Select(0);
-    HWND field = Control(rollup, 1063);
+    HWND field = Control(elementsMap, 1063);
     SetFocus(field);
     ICustEdit* edit = GetICustEdit(field);
     edit->SetText(std::basic_string<MCHAR>(300, L'x').c_str());
@@ -472,7 +472,7 @@ class ElementsPaneTest : public ElementsRollupTest {
     std::vector<int> Enabled(const std::vector<int>& controls) {
         std::vector<int> enabled;
         for (const int control : controls) {
-            if (IsEnabled(rollup, control)) enabled.push_back(control);
+            if (IsEnabled(elementsMap, control)) enabled.push_back(control);
         }
         return enabled;
     }
@@ -495,14 +495,14 @@ TEST_F(ElementsPaneTest, EnablesByWhatIsSelected) {
 TEST_F(ElementsPaneTest, EnablesNothingWhileNoElementsGoOut) {
     OpenWith({"A", "B"});
     Select(0);
-    Press(rollup, 1088);
+    Press(elementsMap, 1088);
     ASSERT_EQ(Block().GetInt("createRenderElementLayers"_param), FALSE);
     EXPECT_THAT(Enabled(ofOutput), IsEmpty());
     EXPECT_THAT(Enabled(ofLayer), IsEmpty());
     EXPECT_THAT(Enabled(ofLayerOutput), IsEmpty());
-    EXPECT_FALSE(IsEnabled(rollup, 1068));
-    EXPECT_FALSE(IsEnabled(rollup, 1160));
-    EXPECT_EQ(TextOf(rollup, 1063), "A") << "the values stay";
+    EXPECT_FALSE(IsEnabled(elementsMap, 1068));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1160));
+    EXPECT_EQ(TextOf(elementsMap, 1063), "A") << "the values stay";
     Host().undo.Undo();
     EXPECT_THAT(Enabled(ofOutput), ElementsAreArray(ofOutput));
     EXPECT_THAT(Enabled(ofLayer), ElementsAreArray(ofLayer));
@@ -510,11 +510,11 @@ TEST_F(ElementsPaneTest, EnablesNothingWhileNoElementsGoOut) {
 
 TEST_F(ElementsPaneTest, EnablesTheMaskOfTheSetWithTheSet) {
     Open();
-    EXPECT_FALSE(IsEnabled(rollup, 1186));
-    Press(rollup, 1184);
-    EXPECT_TRUE(IsEnabled(rollup, 1186));
-    Press(rollup, 1184);
-    EXPECT_FALSE(IsEnabled(rollup, 1186));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1186));
+    Press(elementsMap, 1184);
+    EXPECT_TRUE(IsEnabled(elementsMap, 1186));
+    Press(elementsMap, 1184);
+    EXPECT_FALSE(IsEnabled(elementsMap, 1186));
 }
 
 TEST_F(ElementsPaneTest, EnablesTheGammaOfALayerThatHasASayInIt) {
@@ -523,76 +523,76 @@ TEST_F(ElementsPaneTest, EnablesTheGammaOfALayerThatHasASayInIt) {
     Set("gammaCorrectConfig"_param, 1);
     Set("bitDepth"_param, 16);
     OpenWith({"A"});
-    EXPECT_FALSE(IsEnabled(rollup, 1160)) << "nothing is selected";
+    EXPECT_FALSE(IsEnabled(elementsMap, 1160)) << "nothing is selected";
     Select(0);
-    EXPECT_TRUE(IsEnabled(rollup, 1160));
+    EXPECT_TRUE(IsEnabled(elementsMap, 1160));
     Set("gammaCorrectConfig"_param, 3);
-    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1160));
     Set("gammaCorrectConfig"_param, 1);
     Set("gammaCorrectRender"_param, FALSE);
-    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1160));
     Set("gammaCorrectRender"_param, TRUE);
-    EXPECT_TRUE(IsEnabled(rollup, 1160));
+    EXPECT_TRUE(IsEnabled(elementsMap, 1160));
     Set("bitDepth"_param, 32);
-    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1160));
     Set("bitDepth"_param, 16);
     gammaMgr.enable = FALSE;
     host::Broadcast(NOTIFY_GAMMA_CHANGED, nullptr);
-    EXPECT_FALSE(IsEnabled(rollup, 1160));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1160));
     gammaMgr.enable = TRUE;
     host::Broadcast(NOTIFY_GAMMA_CHANGED, nullptr);
-    Press(rollup, 1114);
-    EXPECT_FALSE(IsEnabled(rollup, 1160)) << "a channel has none";
+    Press(elementsMap, 1114);
+    EXPECT_FALSE(IsEnabled(elementsMap, 1160)) << "a channel has none";
 }
 
 TEST_F(ElementsPaneTest, LeavesNoDisabledControlWithTheKeyboard) {
     OpenWith({"A", "B", "C"});
     Select(1);
-    SetFocus(Control(rollup, 1068));
-    Press(rollup, 1068);
-    ASSERT_FALSE(IsEnabled(rollup, 1068)) << "the row is the last";
+    SetFocus(Control(elementsMap, 1068));
+    Press(elementsMap, 1068);
+    ASSERT_FALSE(IsEnabled(elementsMap, 1068)) << "the row is the last";
     HWND focus = GetFocus();
     ASSERT_TRUE(focus);
-    EXPECT_NE(focus, Control(rollup, 1068));
+    EXPECT_NE(focus, Control(elementsMap, 1068));
     EXPECT_TRUE(IsWindowEnabled(focus));
 }
 
 TEST_F(ElementsRollupTest, MovesRowsUpAndDown) {
     OpenWith({"A", "B", "C"});
-    EXPECT_FALSE(IsEnabled(rollup, 1069));
-    EXPECT_FALSE(IsEnabled(rollup, 1068)) << "nothing is selected";
+    EXPECT_FALSE(IsEnabled(elementsMap, 1069));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1068)) << "nothing is selected";
     Select(0);
-    EXPECT_FALSE(IsEnabled(rollup, 1069));
-    EXPECT_TRUE(IsEnabled(rollup, 1068));
-    Press(rollup, 1068);
+    EXPECT_FALSE(IsEnabled(elementsMap, 1069));
+    EXPECT_TRUE(IsEnabled(elementsMap, 1068));
+    Press(elementsMap, 1068);
     EXPECT_THAT(Names(), ElementsAre("B", "A", "C"));
     EXPECT_THAT(SelectedOf(List()), ElementsAre(1));
     EXPECT_EQ(ListView_GetNextItem(List(), -1, LVNI_FOCUSED), 1);
-    EXPECT_TRUE(IsEnabled(rollup, 1069));
-    Press(rollup, 1068);
+    EXPECT_TRUE(IsEnabled(elementsMap, 1069));
+    Press(elementsMap, 1068);
     EXPECT_THAT(Names(), ElementsAre("B", "C", "A"));
-    EXPECT_FALSE(IsEnabled(rollup, 1068)) << "it is the last";
-    EXPECT_EQ(TextOf(rollup, 1063), "A");
-    Press(rollup, 1069);
-    Press(rollup, 1069);
+    EXPECT_FALSE(IsEnabled(elementsMap, 1068)) << "it is the last";
+    EXPECT_EQ(TextOf(elementsMap, 1063), "A");
+    Press(elementsMap, 1069);
+    Press(elementsMap, 1069);
     EXPECT_THAT(Names(), ElementsAre("A", "B", "C"));
     EXPECT_THAT(SelectedOf(List()), ElementsAre(0));
-    EXPECT_FALSE(IsEnabled(rollup, 1069));
+    EXPECT_FALSE(IsEnabled(elementsMap, 1069));
     EXPECT_EQ(effect->LayerCount(0), 3);
 }
 
 TEST_F(ElementsRollupTest, HidesTheArrowsWhileTheListIsKeptSorted) {
     OpenWith({"A", "B"});
-    EXPECT_TRUE(IsShown(rollup, 1068));
-    EXPECT_TRUE(IsShown(rollup, 1069));
-    Press(rollup, 1079);
+    EXPECT_TRUE(IsShown(elementsMap, 1068));
+    EXPECT_TRUE(IsShown(elementsMap, 1069));
+    Press(elementsMap, 1079);
     ASSERT_EQ(Block().GetInt("autoSort"_param), TRUE);
-    EXPECT_FALSE(IsShown(rollup, 1068));
-    EXPECT_FALSE(IsShown(rollup, 1069));
-    EXPECT_TRUE(IsChecked(rollup, 1079));
-    Press(rollup, 1079);
-    EXPECT_TRUE(IsShown(rollup, 1068));
-    EXPECT_TRUE(IsShown(rollup, 1069));
+    EXPECT_FALSE(IsShown(elementsMap, 1068));
+    EXPECT_FALSE(IsShown(elementsMap, 1069));
+    EXPECT_TRUE(IsChecked(elementsMap, 1079));
+    Press(elementsMap, 1079);
+    EXPECT_TRUE(IsShown(elementsMap, 1068));
+    EXPECT_TRUE(IsShown(elementsMap, 1069));
 }
 
 class ElementsSortTest : public ElementsRollupTest {
@@ -603,7 +603,7 @@ class ElementsSortTest : public ElementsRollupTest {
         Open();
         Add("B", plainElement);
         Add("C", plainElement);
-        Tick(rollup, timer);
+        Tick(elementsMap, timer);
         SetOf(1, "outputAs"_layerParam, 1);
     }
     void ClickHeader(int column) {
@@ -622,22 +622,22 @@ TEST_F(ElementsSortTest, ByAClickOnAnyColumnsHeaderKeepsTheSelectedLayer) {
         ClickHeader(column);
         EXPECT_THAT(Names(), ElementsAre("A", "C", "B"));
         EXPECT_THAT(SelectedOf(List()), ElementsAre(2));
-        EXPECT_EQ(TextOf(rollup, 1063), "B");
-        Press(rollup, 1069);
+        EXPECT_EQ(TextOf(elementsMap, 1063), "B");
+        Press(elementsMap, 1069);
     }
 }
 
 TEST_F(ElementsSortTest, ByTheButtonKeepsTheSelectedLayer) {
     Select(1);
-    Press(rollup, 1079);
+    Press(elementsMap, 1079);
     EXPECT_THAT(Names(), ElementsAre("A", "C", "B"));
     EXPECT_THAT(SelectedOf(List()), ElementsAre(2));
-    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "B");
     Host().undo.Undo();
     EXPECT_THAT(Names(), ElementsAre("A", "B", "C"));
     EXPECT_THAT(SelectedOf(List()), ElementsAre(1)) << "the selection goes back too";
-    EXPECT_EQ(TextOf(rollup, 1063), "B");
-    EXPECT_FALSE(IsChecked(rollup, 1079));
+    EXPECT_EQ(TextOf(elementsMap, 1063), "B");
+    EXPECT_FALSE(IsChecked(elementsMap, 1079));
 }
 
 TEST_F(ElementsSortTest, WithoutASelectionSelectsNothing) {
@@ -657,7 +657,7 @@ TEST_F(ElementsSortTest, GivesANameThatIsBeingTypedToItsRow) {
 TEST_F(ElementsSortTest, BringsTheSelectedRowIntoView) {
     for (int i = 0; i < 40; ++i)
         Add("more");
-    Tick(rollup, timer);
+    Tick(elementsMap, timer);
     Select(1);
     ClickHeader(0);
     EXPECT_THAT(SelectedOf(List()), ElementsAre(42));
@@ -669,12 +669,12 @@ TEST_F(ElementsRollupTest, FollowsTheScenesElementsWhenItsTimerTicks) {
     Select(1);
     host::RenderElement& added = Add("C");
     EXPECT_EQ(RowsOf(List()), 2) << "not inside the scene's message";
-    Tick(rollup, timer);
+    Tick(elementsMap, timer);
     EXPECT_THAT(Names(), ElementsAre("A", "B", "C"));
     EXPECT_THAT(SelectedOf(List()), ElementsAre(1)) << "the layer stays selected";
-    EXPECT_EQ(TextOf(rollup, 1063), "B");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "B");
     added.SetElementName(_M("D"));
-    Tick(rollup, timer);
+    Tick(elementsMap, timer);
     EXPECT_THAT(Names(), ElementsAre("A", "B", "D"));
 }
 
@@ -682,12 +682,12 @@ TEST_F(ElementsRollupTest, KeepsTheSelectedLayerInAListThatIsKeptSorted) {
     Set("autoSort"_param, TRUE);
     OpenWith({"A", "B"});
     Select(1);
-    Type(Control(rollup, 1063), "Beauty");
+    Type(Control(elementsMap, 1063), "Beauty");
     PressKey(GetFocus(), VK_RETURN);
-    Tick(rollup, timer);
+    Tick(elementsMap, timer);
     EXPECT_THAT(SelectedOf(List()), ElementsAre(1));
-    EXPECT_EQ(TextOf(rollup, 1063), "Beauty");
-    EXPECT_TRUE(IsEnabled(rollup, 1063));
+    EXPECT_EQ(TextOf(elementsMap, 1063), "Beauty");
+    EXPECT_TRUE(IsEnabled(elementsMap, 1063));
 }
 
 TEST_F(ElementsRollupTest, TicksByItself) {
@@ -700,7 +700,7 @@ TEST_F(ElementsRollupTest, DoesNothingAtATickWithoutAChange) {
     OpenWith({"A"});
     const ObjectCounts before = CountObjects();
     Block().Delete("layersProduction"_param, 0, 1);
-    Tick(rollup, timer);
+    Tick(elementsMap, timer);
     EXPECT_EQ(effect->LayerCount(0), 0) << "no change of an element, no synchronisation";
     EXPECT_EQ(CountObjects(), before);
 }
@@ -710,10 +710,10 @@ TEST_F(ElementsRollupTest, CallsARowDeletedUntilItsElementIsLookedForAgain) {
     Select(1);
     Elements().Remove(Elements().GetRenderElement(1));
     EXPECT_THAT(Names(), ElementsAre("A", "<deleted>", "C"));
-    Tick(rollup, timer);
+    Tick(elementsMap, timer);
     EXPECT_THAT(Names(), ElementsAre("A", "C"));
     EXPECT_THAT(SelectedOf(List()), IsEmpty());
-    EXPECT_EQ(TextOf(rollup, 1063), "");
+    EXPECT_EQ(TextOf(elementsMap, 1063), "");
 }
 
 TEST_F(ElementsRollupTest, IgnoresClicksOnARowWithoutALayer) {
@@ -727,7 +727,7 @@ TEST_F(ElementsRollupTest, IgnoresClicksOnARowWithoutALayer) {
     EXPECT_THAT(ChooseFromMenu(List(), LabelPoint(List(), 1), 0), IsEmpty());
     PressKey(List(), VK_SPACE);
     for (const int arrow : {1068, 1069})
-        Press(rollup, arrow);
+        Press(elementsMap, arrow);
     HWND edit = ListView_EditLabel(List(), 1);
     Type(edit, "C");
     PressKey(edit, VK_RETURN);
@@ -737,9 +737,9 @@ TEST_F(ElementsRollupTest, IgnoresClicksOnARowWithoutALayer) {
 
 TEST_F(ElementsRollupTest, MakesRowsAnewWithItsHiddenButton) {
     OpenWith({"A"});
-    EXPECT_FALSE(IsShown(rollup, 1070));
+    EXPECT_FALSE(IsShown(elementsMap, 1070));
     Block().Delete("layersProduction"_param, 0, 1);
-    SendMessageW(Control(rollup, 1070), BM_CLICK, 0, 0);
+    SendMessageW(Control(elementsMap, 1070), BM_CLICK, 0, 0);
     EXPECT_THAT(Names(), ElementsAre("A"));
     EXPECT_EQ(effect->LayerCount(0), 1);
 }
@@ -768,8 +768,8 @@ TEST_F(ElementsRollupTest, ShowsAnotherEffectInThePlaceOfTheFirst) {
     dialogs->SetThing(other);
     EXPECT_THAT(Names(), ElementsAre("A"));
     EXPECT_THAT(SelectedOf(List()), IsEmpty());
-    EXPECT_EQ(TextOf(rollup, 1063), "");
-    EXPECT_EQ(ComboBox_GetCount(Control(rollup, 1045)), 15);
+    EXPECT_EQ(TextOf(elementsMap, 1063), "");
+    EXPECT_EQ(ComboBox_GetCount(Control(elementsMap, 1045)), 15);
     ClickAt(List(), CheckBoxPoint(List(), 0));
     EXPECT_EQ(other->Layer(0, 0)->pblock->GetInt("enabled"_layerParam), FALSE);
     EXPECT_EQ(GetOf(0, "enabled"_layerParam), TRUE);

@@ -50,14 +50,14 @@ class MainRollup : public PanelTest {
             return path.empty() ? std::nullopt : std::optional(host::FromUtf8(path));
         };
     }
-    void PointAt(POINT place) {
+    void PointAt(POINT point) {
         if (!pointed) GetCursorPos(&before);
         pointed = true;
-        SetCursorPos(place.x, place.y);
+        SetCursorPos(point.x, point.y);
     }
     void PointAtMiddleOf(int id) {
-        const RECT place = PlaceOf(Main(id));
-        PointAt({(place.left + place.right) / 2, (place.top + place.bottom) / 2});
+        const RECT area = PlaceOf(Main(id));
+        PointAt({(area.left + area.right) / 2, (area.top + area.bottom) / 2});
     }
     LRESULT TellMain(UINT message) {
         POINT mouse{};
@@ -250,12 +250,12 @@ TEST_F(MainRollup, ALongDerivedNameIsCutToTheField) {
     const std::string shown = FieldText();
     EXPECT_THAT(shown, testing::MatchesRegex("C:.W+\\.\\.\\..frame\\.psd"));
     HWND field = Main(IDC_FILE_NAME);
-    HDC context = GetDC(field);
-    SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageW(field, WM_GETFONT, 0, 0)));
+    HDC device = GetDC(field);
+    SelectObject(device, reinterpret_cast<HGDIOBJ>(SendMessageW(field, WM_GETFONT, 0, 0)));
     SIZE size{};
     const MSTR text = host::FromUtf8(shown);
-    GetTextExtentPoint32W(context, text.data(), text.Length(), &size);
-    ReleaseDC(field, context);
+    GetTextExtentPoint32W(device, text.data(), text.Length(), &size);
+    ReleaseDC(field, device);
     RECT client{};
     GetClientRect(field, &client);
     EXPECT_LT(size.cx, client.right);
@@ -388,24 +388,13 @@ TEST_F(MainRollup, ATickLeavesAnUnderivedNameAlone) {
     EXPECT_EQ(FieldText(), "half-ty");
 }
 
-class OneRenderer final : public ReferenceTarget {
-  public:
-    explicit OneRenderer(Class_ID rendererClass) : id(rendererClass) {}
-    Class_ID ClassID() override { return id; }
-
-  private:
-    Class_ID id;
-};
-
 TEST_F(MainRollup, AChangeOfTheDepthsRendererShowsTheDepthAnew) {
     Open();
-    OneRenderer other(Class_ID(1, 2));
-    OneRenderer depths(Class_ID(0x16d416fb, 0x1cdd4da5));
-    CheckRadioButton(Dialog(mainMap), IDC_DEPTH_8, IDC_DEPTH_8, IDC_DEPTH_8);
-    host::Broadcast(152, &other);
+    CheckRadioButton(Dialog(mainMap), IDC_DEPTH_8, IDC_DEPTH_16, IDC_DEPTH_8);
+    host::Broadcast(152, &UseRenderer(Class_ID(1, 2)));
     host::Broadcast(152);
     EXPECT_TRUE(IsChecked(mainMap, IDC_DEPTH_8));
-    host::Broadcast(152, &depths);
+    host::Broadcast(152, &UseRenderer(Class_ID(0x16d416fb, 0x1cdd4da5)));
     EXPECT_FALSE(IsChecked(mainMap, IDC_DEPTH_8));
     EXPECT_TRUE(IsChecked(mainMap, IDC_DEPTH_16));
 }
@@ -450,14 +439,15 @@ TEST_F(MainRollup, TheZonesOnTheHeaderAreHiddenPlaces) {
     for (const auto& [id, x, y, width, height] :
          {std::tuple{IDC_ABOUT_ZONE, 3, 3, 27, 11}, std::tuple{IDC_HELP_ZONE, 185, 3, 23, 10}}) {
         EXPECT_FALSE(IsShown(mainMap, id));
-        RECT wanted{x, y, x + width, y + height};
+        // Its place, and its size behind.
+        RECT wanted{x, y, width, height};
         MapDialogRect(Dialog(mainMap), &wanted);
-        RECT place = PlaceOf(Main(id));
-        MapWindowPoints(nullptr, Dialog(mainMap), reinterpret_cast<POINT*>(&place), 2);
-        EXPECT_EQ(place.left, wanted.left) << id;
-        EXPECT_EQ(place.top, wanted.top) << id;
-        EXPECT_EQ(place.right, wanted.right) << id;
-        EXPECT_EQ(place.bottom, wanted.bottom) << id;
+        RECT area = PlaceOf(Main(id));
+        MapWindowPoints(nullptr, Dialog(mainMap), reinterpret_cast<POINT*>(&area), 2);
+        EXPECT_EQ(area.left, wanted.left) << id;
+        EXPECT_EQ(area.top, wanted.top) << id;
+        EXPECT_EQ(area.right - area.left, wanted.right) << id;
+        EXPECT_EQ(area.bottom - area.top, wanted.bottom) << id;
     }
 }
 
@@ -517,8 +507,8 @@ TEST_F(MainRollup, AClickOnAboutOpensTheBoxOverTheRollups) {
 TEST_F(MainRollup, ADragThatEndsOverAZoneIsNoClick) {
     Open();
     HWND dialog = Dialog(mainMap);
-    const RECT place = PlaceOf(dialog);
-    PointAt({place.left + 1, place.bottom - 2});
+    const RECT area = PlaceOf(dialog);
+    PointAt({area.left + 1, area.bottom - 2});
     TellMain(WM_LBUTTONDOWN);
     EXPECT_EQ(GetCapture(), dialog);
     PointAtMiddleOf(IDC_HELP_ZONE);

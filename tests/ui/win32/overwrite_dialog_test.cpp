@@ -117,14 +117,14 @@ TEST_F(OverwriteDialog, GrowsToTheWidthOfThePathAndTheButtonsStayInTheMiddle) {
             places = {WidthOf(dialog), Span(dialog, IDC_FILE_EXISTS_TEXT), Span(dialog, IDYES),
                       Span(dialog, IDNO), 0};
             HWND control = GetDlgItem(dialog, IDC_FILE_EXISTS_TEXT);
-            HDC context = GetDC(control);
+            HDC device = GetDC(control);
             HGDIOBJ before = SelectObject(
-                context, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+                device, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
             SIZE size{};
             const MSTR line = host::FromUtf8(path + " ?");
-            GetTextExtentPoint32W(context, line.data(), line.Length(), &size);
-            SelectObject(context, before);
-            ReleaseDC(control, context);
+            GetTextExtentPoint32W(device, line.data(), line.Length(), &size);
+            SelectObject(device, before);
+            ReleaseDC(control, device);
             places.textWidth = static_cast<int>(size.cx);
         });
         return places;

@@ -2,10 +2,11 @@
 // Start with what the scene is to have, then Open.
 #pragma once
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <custcont.h>
 #include <iparamm2.h>
-#include <windows.h>
 
 #include <functional>
 #include <memory>
