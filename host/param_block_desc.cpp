@@ -37,6 +37,7 @@ void TakeValue(ParamType2 type, std::va_list* arguments, PB2Value& value, MSTR& 
 template <class Number>
 std::vector<Number> TakeNumbers(int count, std::va_list* arguments) {
     std::vector<Number> numbers;
+    numbers.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         numbers.push_back(static_cast<Number>(va_arg(*arguments, int)));
     return numbers;
