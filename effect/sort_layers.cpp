@@ -2,9 +2,8 @@
 
 #include <renderelements.h>
 
-#include <algorithm>
 #include <tuple>
-#include <vector>
+#include <unordered_map>
 
 #include "effect/element_classes.h"
 #include "effect/psd_output.h"
@@ -15,7 +14,6 @@ namespace effect {
 namespace {
 
 struct Place {
-    const ReferenceTarget* entry;
     bool isChannel;
     int rank;
     int before;
@@ -24,21 +22,17 @@ struct Place {
 };
 
 // What the list was before it is sorted: the host's comparison is told of two entries and no more.
-std::vector<Place> places;
+std::unordered_map<const ReferenceTarget*, Place> places;
 
 Place PlaceOf(const PSDOutput& effect, int list, int index) {
-    const ReferenceTarget* entry =
-        effect.pblock->GetReferenceTarget(PSDOutput::LayerList(list), 0, index);
     const PSDOutputLayer* layer = effect.Layer(list, index);
     IRenderElement* element = layer ? layer->Element() : nullptr;
-    return {entry, layer && layer->pblock->GetInt("outputAs"_layerParam) == 1,
+    return {layer && layer->pblock->GetInt("outputAs"_layerParam) == 1,
             element ? ElementRank(element->ClassID()) : -1, index};
 }
 
 const Place& PlaceOf(const void* entry) {
-    const ReferenceTarget* target = *static_cast<ReferenceTarget* const*>(entry);
-    return *std::find_if(places.begin(), places.end(),
-                         [target](const Place& place) { return place.entry == target; });
+    return places.find(*static_cast<ReferenceTarget* const*>(entry))->second;
 }
 
 int Compare(const void* left, const void* right) {
@@ -53,13 +47,13 @@ int Compare(const void* left, const void* right) {
 void SortLayers(PSDOutput& effect, int list) {
     const int count = effect.LayerCount(list);
     if (count < 2) return;
-    std::vector<Place> before;
-    before.reserve(static_cast<std::size_t>(count));
+    const ParamID table = PSDOutput::LayerList(list);
+    std::unordered_map<const ReferenceTarget*, Place> before;
     for (int i = 0; i < count; ++i)
-        before.push_back(PlaceOf(effect, list, i));
+        before.emplace(effect.pblock->GetReferenceTarget(table, 0, i), PlaceOf(effect, list, i));
     // Whoever is told of the sort may have another list sorted.
     places.swap(before);
-    effect.pblock->Sort(PSDOutput::LayerList(list), Compare);
+    effect.pblock->Sort(table, Compare);
     places.swap(before);
 }
 

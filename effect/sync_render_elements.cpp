@@ -3,7 +3,7 @@
 #include <maxapi.h>
 #include <renderelements.h>
 
-#include <algorithm>
+#include <unordered_set>
 #include <vector>
 
 #include "effect/psd_output.h"
@@ -24,13 +24,12 @@ std::vector<IRenderElement*> ElementsOf(IRenderElementMgr& manager) {
 }
 
 bool RemoveStaleLayers(PSDOutput& effect, int list, const std::vector<IRenderElement*>& elements) {
+    const std::unordered_set<IRenderElement*> present(elements.begin(), elements.end());
     bool changed = false;
     for (int i = effect.LayerCount(list) - 1; i >= 0; --i) {
         const PSDOutputLayer* layer = effect.Layer(list, i);
         IRenderElement* element = layer ? layer->Element() : nullptr;
-        if (element && std::find(elements.begin(), elements.end(), element) != elements.end()) {
-            continue;
-        }
+        if (element && present.contains(element)) continue;
         effect.pblock->Delete(PSDOutput::LayerList(list), i, 1);
         GetCOREInterface()->SetSaveRequired();
         changed = true;
@@ -38,12 +37,13 @@ bool RemoveStaleLayers(PSDOutput& effect, int list, const std::vector<IRenderEle
     return changed;
 }
 
-bool HasLayer(const PSDOutput& effect, int list, const IRenderElement* element) {
+std::unordered_set<IRenderElement*> ElementsWithLayer(const PSDOutput& effect, int list) {
+    std::unordered_set<IRenderElement*> elements;
     for (int i = 0; i < effect.LayerCount(list); ++i) {
         const PSDOutputLayer* layer = effect.Layer(list, i);
-        if (layer && layer->Element() == element) return true;
+        if (layer) elements.insert(layer->Element());
     }
-    return false;
+    return elements;
 }
 
 // False when the host can't make one.
@@ -72,8 +72,11 @@ bool SyncRenderElements(PSDOutput& effect, int list) {
     const bool wasEmpty = effect.LayerCount(list) == 0;
     const std::vector<IRenderElement*> elements = ElementsOf(*manager);
     bool changed = RemoveStaleLayers(effect, list, elements);
+    std::unordered_set<IRenderElement*> known = ElementsWithLayer(effect, list);
     for (IRenderElement* element : elements) {
-        if (!HasLayer(effect, list, element)) changed |= AddLayer(effect, list, element);
+        if (known.contains(element) || !AddLayer(effect, list, element)) continue;
+        known.insert(element);
+        changed = true;
     }
     if (wasEmpty && effect.LayerCount(list) > 0) {
         SortLayers(effect, list);

@@ -128,13 +128,11 @@ BOOL CoreInterface::CheckForRenderAbort() {
 }
 
 int CoreInterface::GetSelNodeCount() {
-    return static_cast<int>(App().selection.Nodes().size());
+    return static_cast<int>(App().selection.Count());
 }
 
 INode* CoreInterface::GetSelNode(int index) {
-    const std::vector<Node*> nodes = App().selection.Nodes();
-    const auto number = static_cast<std::size_t>(index);
-    return number < nodes.size() ? nodes[number] : nullptr;
+    return index >= 0 ? App().selection.At(static_cast<std::size_t>(index)) : nullptr;
 }
 
 void CoreInterface::SetPickMode(PickModeCallback* callback) {

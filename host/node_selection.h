@@ -16,6 +16,9 @@ class NodeSelection {
     void Set(const std::vector<Node*>& nodes);
     // Those that are in the scene, in the order in which they were given.
     std::vector<Node*> Nodes() const;
+    // The number of them, and one; null for one that isn't there.
+    std::size_t Count() const;
+    Node* At(std::size_t index) const;
 
   private:
     std::vector<std::unique_ptr<TargetReference>> nodes_;

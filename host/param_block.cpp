@@ -233,7 +233,7 @@ RefResult ParamBlock::NotifyRefChanged(const Interval& changeInt, RefTargetHandl
 // The accessor may delete entries, so the search starts again each time.
 void ParamBlock::ForgetDeleted(ReferenceTarget* target) {
     while (const std::optional<Place> place = FindTarget(target)) {
-        std::optional<HeldValues> before = SnapshotIfHolding(*place->parameter);
+        std::optional<HeldValues> before = EntryIfHolding(*place->parameter, place->tabIndex);
         StoreTarget(*place->parameter, place->tabIndex, nullptr);
         PutUndo(*place->parameter, place->tabIndex, Shape::Kept, std::move(before));
         TellTableChanged(*place->parameter, tab_ref_deleted, place->tabIndex, 1);
@@ -389,7 +389,7 @@ BOOL ParamBlock::Write(Parameter& parameter, TimeValue t, int tabIndex, const PB
     if (!value || !parameter.Has(tabIndex)) {
         return FALSE;
     }
-    std::optional<HeldValues> before = SnapshotIfHolding(parameter);
+    std::optional<HeldValues> before = EntryIfHolding(parameter, tabIndex);
     if (parameter.kind == Kind::Target) {
         if (!StoreTarget(parameter, tabIndex, std::get<ReferenceTarget*>(*value))) {
             return FALSE;

@@ -182,12 +182,18 @@ class ParamBlock final : public IParamBlock2 {
     int InsertTexts(ParamID id, int at, int count, const MCHAR** values, tab_changes code);
     void RemoveEntries(Parameter& parameter, int start, int count);
 
+    HeldValue Hold(const Parameter& parameter, int tabIndex) const;
+    void StoreHeld(Parameter& parameter, int tabIndex, const HeldValue& held);
     HeldValues Snapshot(const Parameter& parameter) const;
-    // The values as they are while a hold is open; nothing otherwise.
-    std::optional<HeldValues> SnapshotIfHolding(const Parameter& parameter) const;
+    // While a hold is open, what PutUndo is to get: all values, of a table whose shape is about to
+    // change, or the one of an entry. Nothing otherwise.
+    std::optional<HeldValues> TableIfHolding(const Parameter& parameter) const;
+    std::optional<HeldValues> EntryIfHolding(const Parameter& parameter, int tabIndex) const;
     void PutUndo(const Parameter& parameter, int tabIndex, Shape shape,
                  std::optional<HeldValues> before);
     void Exchange(ParamID id, int tabIndex, Shape shape, HeldValues& values);
+    void ExchangeEntry(Parameter& parameter, int tabIndex, HeldValue& held);
+    void ExchangeTable(Parameter& parameter, HeldValues& values);
 
     void TellTableChanged(const Parameter& parameter, tab_changes code, int tabIndex, int count);
     void TellChanged(const Parameter& parameter, int tabIndex, const Interval& changeInt,

@@ -19,7 +19,7 @@ void ParamBlock::SetCount(ParamID id, int count) {
     if (!parameter || count < 0 || count == old) {
         return;
     }
-    std::optional<HeldValues> before = SnapshotIfHolding(*parameter);
+    std::optional<HeldValues> before = TableIfHolding(*parameter);
     if (count < old) {
         RemoveEntries(*parameter, count, old - count);
     } else {
@@ -87,7 +87,7 @@ int ParamBlock::InsertValues(Parameter& parameter, int at, const std::vector<PB2
     if (at > static_cast<int>(parameter.entries.size())) {
         return -1;
     }
-    std::optional<HeldValues> before = SnapshotIfHolding(parameter);
+    std::optional<HeldValues> before = TableIfHolding(parameter);
     parameter.entries.insert(parameter.entries.begin() + at, stored.size(), Empty(parameter.kind));
     for (int index = 0; index < count; ++index) {
         Value& value = stored[static_cast<std::size_t>(index)];
@@ -113,7 +113,7 @@ int ParamBlock::Delete(ParamID id, int start, int num) {
         return -1;
     }
     const int count = std::min(num, Count(id) - start);
-    std::optional<HeldValues> before = SnapshotIfHolding(*parameter);
+    std::optional<HeldValues> before = TableIfHolding(*parameter);
     RemoveEntries(*parameter, start, count);
     PutUndo(*parameter, start, Shape::Changed, std::move(before));
     TellTableChanged(*parameter, tab_delete, start, count);
@@ -145,7 +145,7 @@ void ParamBlock::Sort(ParamID id, CompareFnc compare) {
                      [compare](ReferenceTarget* const& left, ReferenceTarget* const& right) {
                          return compare(&left, &right) < 0;
                      });
-    std::optional<HeldValues> unsorted = SnapshotIfHolding(*parameter);
+    std::optional<HeldValues> unsorted = TableIfHolding(*parameter);
     // The same targets in another order: nobody's list of dependents changes.
     std::copy(targets.begin(), targets.end(), parameter->entries.begin());
     PutUndo(*parameter, 0, Shape::Changed, std::move(unsorted));

@@ -33,28 +33,47 @@ class ParameterRestore final : public RestoreObj {
     ParamBlock::HeldValues other_;
 };
 
+ParamBlock::HeldValue ParamBlock::Hold(const Parameter& parameter, int tabIndex) const {
+    if (parameter.kind == Kind::Target) {
+        return std::make_unique<TargetReference>(Target(parameter, tabIndex));
+    }
+    const Value& value = parameter.entries[static_cast<std::size_t>(tabIndex)];
+    if (const int* number = std::get_if<int>(&value)) return *number;
+    if (const float* fraction = std::get_if<float>(&value)) return *fraction;
+    return std::get<MSTR>(value);
+}
+
+void ParamBlock::StoreHeld(Parameter& parameter, int tabIndex, const HeldValue& held) {
+    Value& entry = parameter.entries[static_cast<std::size_t>(tabIndex)];
+    if (const auto* target = std::get_if<std::unique_ptr<TargetReference>>(&held)) {
+        StoreTarget(parameter, tabIndex, (*target)->Get());
+    } else if (const int* number = std::get_if<int>(&held)) {
+        entry = *number;
+    } else if (const float* fraction = std::get_if<float>(&held)) {
+        entry = *fraction;
+    } else {
+        entry = std::get<MSTR>(held);
+    }
+}
+
 ParamBlock::HeldValues ParamBlock::Snapshot(const Parameter& parameter) const {
     HeldValues values;
-    for (int index = 0; parameter.Has(index); ++index) {
-        if (parameter.kind == Kind::Target) {
-            values.emplace_back(std::make_unique<TargetReference>(Target(parameter, index)));
-            continue;
-        }
-        const Value& value = parameter.entries[static_cast<std::size_t>(index)];
-        if (const int* number = std::get_if<int>(&value)) {
-            values.emplace_back(*number);
-        } else if (const float* fraction = std::get_if<float>(&value)) {
-            values.emplace_back(*fraction);
-        } else {
-            values.emplace_back(std::get<MSTR>(value));
-        }
-    }
+    values.reserve(parameter.entries.size());
+    for (int index = 0; parameter.Has(index); ++index)
+        values.push_back(Hold(parameter, index));
     return values;
 }
 
-std::optional<ParamBlock::HeldValues> ParamBlock::SnapshotIfHolding(
-    const Parameter& parameter) const {
+std::optional<ParamBlock::HeldValues> ParamBlock::TableIfHolding(const Parameter& parameter) const {
     return theHold.Holding() ? std::optional(Snapshot(parameter)) : std::nullopt;
+}
+
+std::optional<ParamBlock::HeldValues> ParamBlock::EntryIfHolding(const Parameter& parameter,
+                                                                 int tabIndex) const {
+    if (!theHold.Holding()) return std::nullopt;
+    HeldValues values;
+    values.push_back(Hold(parameter, tabIndex));
+    return values;
 }
 
 void ParamBlock::PutUndo(const Parameter& parameter, int tabIndex, Shape shape,
@@ -66,37 +85,37 @@ void ParamBlock::PutUndo(const Parameter& parameter, int tabIndex, Shape shape,
 
 void ParamBlock::Exchange(ParamID id, int tabIndex, Shape shape, HeldValues& values) {
     Parameter& parameter = *Find(id);
+    if (shape == Shape::Changed) {
+        ExchangeTable(parameter, values);
+    } else if (parameter.Has(tabIndex)) {
+        ExchangeEntry(parameter, tabIndex, values.front());
+    }
+    TellChanged(parameter, tabIndex, FOREVER, PART_ALL, REFMSG_CHANGE);
+}
+
+void ParamBlock::ExchangeEntry(Parameter& parameter, int tabIndex, HeldValue& held) {
+    HeldValue current = Hold(parameter, tabIndex);
+    StoreHeld(parameter, tabIndex, held);
+    held = std::move(current);
+}
+
+void ParamBlock::ExchangeTable(Parameter& parameter, HeldValues& values) {
     const int old = static_cast<int>(parameter.entries.size());
     const int count = static_cast<int>(values.size());
     HeldValues current = Snapshot(parameter);
     if (parameter.kind == Kind::Target) {
-        for (int index = 0; index < old; ++index) {
+        for (int index = 0; index < old; ++index)
             StoreTarget(parameter, index, nullptr);
-        }
     }
     parameter.entries.resize(values.size(), Empty(parameter.kind));
-    for (int index = 0; index < count; ++index) {
-        HeldValue& held = values[static_cast<std::size_t>(index)];
-        Value& entry = parameter.entries[static_cast<std::size_t>(index)];
-        if (const auto* target = std::get_if<std::unique_ptr<TargetReference>>(&held)) {
-            StoreTarget(parameter, index, (*target)->Get());
-        } else if (const int* number = std::get_if<int>(&held)) {
-            entry = *number;
-        } else if (const float* fraction = std::get_if<float>(&held)) {
-            entry = *fraction;
-        } else {
-            entry = std::get<MSTR>(held);
-        }
-    }
+    for (int index = 0; index < count; ++index)
+        StoreHeld(parameter, index, values[static_cast<std::size_t>(index)]);
     values = std::move(current);
-    if (shape == Shape::Changed) {
-        if (count != old) {
-            TellTableChanged(parameter, tab_setcount, std::min(count, old), std::abs(count - old));
-        } else {
-            TellTableChanged(parameter, tab_sort, 0, count);
-        }
+    if (count != old) {
+        TellTableChanged(parameter, tab_setcount, std::min(count, old), std::abs(count - old));
+    } else {
+        TellTableChanged(parameter, tab_sort, 0, count);
     }
-    TellChanged(parameter, tabIndex, FOREVER, PART_ALL, REFMSG_CHANGE);
 }
 
 }  // namespace host

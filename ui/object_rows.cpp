@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <set>
+#include <unordered_set>
 
 #include "plugin/parameters.h"
 #include "ui/undo_step.h"
@@ -23,13 +24,17 @@ std::set<int> RowsInList(IParamBlock2& pblock, std::span<const int> rows) {
     return found;
 }
 
-std::vector<INode*> SelectedNodesToAdd(IParamBlock2& pblock) {
+std::vector<ReferenceTarget*> SelectedNodesToAdd(IParamBlock2& pblock) {
+    std::unordered_set<INode*> listed;
+    const int entries = pblock.Count(objectList);
+    for (int i = 0; i < entries; ++i)
+        listed.insert(pblock.GetINode(objectList, 0, i));
     Interface* host = GetCOREInterface();
-    std::vector<INode*> nodes;
+    std::vector<ReferenceTarget*> nodes;
     const int count = host->GetSelNodeCount();
     for (int i = 0; i < count; ++i) {
         INode* node = host->GetSelNode(i);
-        if (node && !IsInObjectList(pblock, node)) nodes.push_back(node);
+        if (node && !listed.contains(node)) nodes.push_back(node);
     }
     return nodes;
 }
@@ -52,13 +57,11 @@ bool IsInObjectList(IParamBlock2& pblock, INode* node) {
 }
 
 void AddSelectedObjects(IParamBlock2& pblock) {
-    const std::vector<INode*> nodes = SelectedNodesToAdd(pblock);
+    std::vector<ReferenceTarget*> nodes = SelectedNodesToAdd(pblock);
     if (nodes.empty()) return;
     UndoStep step;
-    for (INode* node : nodes) {
-        ReferenceTarget* target = node;
-        pblock.Append(objectList, 1, &target);
-    }
+    // All at once: under the hold each change of the list's length keeps a copy of it.
+    pblock.Append(objectList, static_cast<int>(nodes.size()), nodes.data());
     step.Accept(_M("Add Objects"));
 }
 
@@ -66,9 +69,15 @@ void RemoveObjects(IParamBlock2& pblock, std::span<const int> rows) {
     const std::set<int> removed = RowsInList(pblock, rows);
     if (removed.empty()) return;
     UndoStep step;
-    // From the last to the first, so that each row still holds when its turn comes.
-    std::for_each(removed.rbegin(), removed.rend(),
-                  [&pblock](int row) { pblock.Delete(objectList, row, 1); });
+    // Rows that lie together go at once. From the last to the first, so that each row still holds
+    // when its turn comes.
+    for (auto last = removed.rbegin(); last != removed.rend();) {
+        int first = *last;
+        const int end = first + 1;
+        while (++last != removed.rend() && *last == first - 1)
+            --first;
+        pblock.Delete(objectList, first, end - first);
+    }
     step.Accept(_M("Remove Objects"));
 }
 
