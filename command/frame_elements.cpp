@@ -28,6 +28,14 @@ host::RenderElementManager& Elements() {
 
 }  // namespace
 
+void FitToPass(const PassElement& pass, ElementOrigin origin, IParamBlock2& block) {
+    if (pass.isDouble) block.SetValue(LayerParameter("visible"), 0, FALSE);
+    if (origin.inVRay && !origin.sharesAlpha && !pass.channels.alpha) {
+        block.SetValue(LayerParameter("premultiply"), 0, TRUE);
+        block.SetValue(LayerParameter("transparency"), 0, FALSE);
+    }
+}
+
 FrameElements::FrameElements(Session& hostSession, const SceneDescription* sceneDescription,
                              const std::vector<std::string>& userSettings, bool ofVRay)
     : session(hostSession), scene(sceneDescription), inVRay(ofVRay) {
@@ -65,18 +73,8 @@ void FrameElements::Settle(const std::vector<FrameElement>& frame, bool sharesAl
         if (!settled.insert(each.element).second) continue;
         IParamBlock2* block = LayerSettingsOf(session.Block(), each.element);
         if (!block) continue;
-        if (!saved.contains(each.element)) FitToPass(*each.pass, sharesAlpha, *block);
+        if (!saved.contains(each.element)) FitToPass(*each.pass, {inVRay, sharesAlpha}, *block);
         ApplyLayerSettings(settings, each.pass->name, *block);
-    }
-}
-
-// What the effect's own settings of a new element don't know.
-void FrameElements::FitToPass(const PassElement& pass, bool sharesAlpha,
-                              IParamBlock2& block) const {
-    if (pass.isDouble) block.SetValue(LayerParameter("visible"), 0, FALSE);
-    if (inVRay && !sharesAlpha && !pass.channels.alpha) {
-        block.SetValue(LayerParameter("premultiply"), 0, TRUE);
-        block.SetValue(LayerParameter("transparency"), 0, FALSE);
     }
 }
 

@@ -26,6 +26,17 @@ struct FrameElement {
     host::Owned<host::ImageBitmap> image{};
 };
 
+// Whose render elements a frame has.
+struct ElementOrigin {
+    // V-Ray's frame buffer has a channel for each element.
+    bool inVRay = false;
+    // An element without an alpha has the picture's there, in the file too.
+    bool sharesAlpha = false;
+};
+
+// What the effect's own settings of a new element, in `block`, don't know.
+void FitToPass(const PassElement& pass, ElementOrigin origin, IParamBlock2& block);
+
 class FrameElements {
   public:
     // The session and the scene, which may be null, outlive this. `userSettings` as behind
@@ -55,7 +66,6 @@ class FrameElements {
 
   private:
     const SceneElement* FindInScene(const std::string& name) const;
-    void FitToPass(const PassElement& pass, bool sharesAlpha, IParamBlock2& block) const;
     void Settle(const std::vector<FrameElement>& frame, bool sharesAlpha);
 
     Session& session;

@@ -1,7 +1,6 @@
 #include "command/session.h"
 
 #include <gamma.h>
-#include <rendererclasses.h>
 
 #include <algorithm>
 #include <array>
@@ -12,29 +11,15 @@
 #include "command/effect_library.h"
 #include "command/failure.h"
 #include "command/native_path.h"
+#include "command/set_up_renderer.h"
 #include "host/application.h"
 #include "host/build_scene.h"
-#include "host/host_renderer.h"
 #include "host/temporary_folder.h"
 #include "host/text.h"
 #include "plugin/entry.h"
 
 namespace command {
 namespace {
-
-// V-Ray keeps the frame in its own frame buffer, of the frame's size, and gives it to the
-// application as well.
-void SetUpVRay(host::HostRenderer& renderer) {
-    renderer.GetParamBlock(host::VRAY_BLOCK)->SetValue(host::VRAY_FRAME_BUFFER_ON, 0, TRUE);
-    host::App().settings.render.saveFile = TRUE;
-}
-
-void SetUpRenderer(Class_ID id) {
-    if (id == Class_ID()) return;
-    auto* renderer = new host::HostRenderer(id);
-    host::App().renderer.reset(renderer);
-    if (id == VRAY_CLASS_ID) SetUpVRay(*renderer);
-}
 
 // The scene is the application's; what is rendered, and where to, is the command's matter.
 host::BuiltScene SetUpScene(const SceneDescription& scene) {
@@ -148,7 +133,10 @@ Session::Session(const SaveArguments& arguments, const SavePlan& plan,
     const bool namesDocument = isSaved && arguments.output.empty() &&
                                GetInt("matchRenderOutputFilename") == 0 &&
                                *block->GetStr(IdOf("filename")) != 0;
+    const bool matchesRender =
+        isSaved && arguments.output.empty() && GetInt("matchRenderOutputFilename") != 0;
     if (!namesDocument) SetOutput(plan.output);
+    const MSTR besideRender(block->GetStr(IdOf("filename")));
     if (scene) {
         ApplyParameters(*scene, nodes, *block);
         for (const Setting& setting : scene->parameters)
@@ -162,6 +150,10 @@ Session::Session(const SaveArguments& arguments, const SavePlan& plan,
     for (const Setting& setting : settings) {
         Apply(setting, *block);
         given.insert(setting.row->id);
+    }
+    const bool namedSince = besideRender != MSTR(block->GetStr(IdOf("filename")));
+    if (matchesRender && !namedSince) {
+        SetOutput(Utf8(Native(plan.output).replace_extension(SuffixOf(*block))));
     }
 }
 
@@ -181,6 +173,10 @@ ParamID Session::IdOf(std::string_view name) {
     return std::find_if(rows.begin(), rows.end(),
                         [&](const parameters::Row& row) { return row.name == name; })
         ->id;
+}
+
+const char* Session::SuffixOf(IParamBlock2& effect) {
+    return effect.GetInt(IdOf("fileFormat")) != 0 ? ".psb" : ".psd";
 }
 
 bool Session::IsGiven(std::string_view name) const {
@@ -208,8 +204,7 @@ std::string Session::DocumentPath(int frame, bool numbered) const {
     std::string path = host::ToUtf8(block->GetStr(IdOf("filename")));
     if (GetInt("matchRenderOutputFilename") != 0) {
         const std::string output = host::ToUtf8(host::App().settings.render.output.Name());
-        path = Utf8(std::filesystem::absolute(Native(output))
-                        .replace_extension(GetInt("fileFormat") != 0 ? ".psb" : ".psd"));
+        path = Utf8(std::filesystem::absolute(Native(output)).replace_extension(SuffixOf(*block)));
     }
     if (!numbered) return path;
     constexpr std::size_t longestPath = 260;

@@ -48,6 +48,8 @@ class Session {
     const std::vector<host::Node*>& SceneNodes() const { return nodes; }
 
     static ParamID IdOf(std::string_view name);
+    // Of a document that is named after the render output. `effect` is the effect's own block.
+    static const char* SuffixOf(IParamBlock2& effect);
     int GetInt(std::string_view name) const { return block->GetInt(IdOf(name)); }
     // Whether the user or the scene file set the parameter. One that is saved with its default
     // counts as not set.

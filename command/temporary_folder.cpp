@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "command/native_path.h"
+#include "command/system_message.h"
 
 namespace command {
 namespace {
@@ -42,7 +43,7 @@ TemporaryFolder::TemporaryFolder() {
     if (!reason) path = Utf8(MakeFolderIn(parent, reason));
     if (reason) {
         const std::string where = parent.empty() ? "the folder for temporary files" : Utf8(parent);
-        fault = where + ": " + reason.message();
+        fault = where + ": " + SystemMessage(reason);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -46,6 +47,28 @@ void PutBack(Document document) {
     app.effects = std::exchange(document.effects, {});
 }
 
+// How the scene is rendered.
+struct RenderSetup {
+    RenderSettings settings;
+    int frameRate = Settings().frameRate;
+    Owned<Renderer> renderer;
+};
+
+// Leaves what an application starts with.
+RenderSetup TakeRenderSetup() {
+    Application& app = App();
+    return {std::exchange(app.settings.render, {}),
+            std::exchange(app.settings.frameRate, Settings().frameRate),
+            std::exchange(app.renderer, nullptr)};
+}
+
+void PutBack(RenderSetup setup) {
+    Application& app = App();
+    app.settings.render = std::move(setup.settings);
+    app.settings.frameRate = setup.frameRate;
+    app.renderer = std::move(setup.renderer);
+}
+
 // The steps go first: they look at what goes.
 void Destroy(Document document) {
     App().undo.Clear();
@@ -83,6 +106,27 @@ SceneDescription ReadChecked(const std::string& path) {
     return description;
 }
 
+// Listeners hear of the file; the old effects must not take its sets for new ones of theirs.
+void ReplaceScene(const SceneDescription& description, const std::function<void()>& complete) {
+    const Notifications::Silence silence(App().notifications);
+    const UndoStack::Pause pause(App().undo);
+    Document before = TakeDocument();
+    RenderSetup setup = TakeRenderSetup();
+    try {
+        BuildScene(description);
+        if (complete) complete();
+    } catch (...) {
+        {
+            Document begun = TakeDocument();
+            begun.effects.clear();
+        }
+        PutBack(std::move(before));
+        PutBack(std::move(setup));
+        throw;
+    }
+    Destroy(std::move(before));
+}
+
 MSTR NameWithoutFolder(const std::string& path) {
 #ifdef _WIN32
     constexpr const char* separators = "/\\";
@@ -91,6 +135,15 @@ MSTR NameWithoutFolder(const std::string& path) {
 #endif
     const std::size_t folder = path.find_last_of(separators);
     return FromUtf8(folder == std::string::npos ? path : path.substr(folder + 1));
+}
+
+void EndOpening(const FileProcess& process, const std::string& path) {
+    Settings& settings = App().settings;
+    settings.time = 0;
+    settings.sceneFileName = NameWithoutFolder(path);
+    settings.saveRequired = false;
+    Broadcast(NOTIFY_RENDPARAM_CHANGED);
+    process.Tell(NOTIFY_FILE_POST_OPEN);
 }
 
 std::string SceneText(const std::string& path) {
@@ -143,37 +196,23 @@ void NewScene() {
 
 void ResetScene() {
     Empty();
-    Settings& settings = App().settings;
-    settings.render = RenderSettings();
-    settings.frameRate = Settings().frameRate;
-    App().renderer.reset();
+    TakeRenderSetup();
     Broadcast(NOTIFY_RENDPARAM_CHANGED);
     Broadcast(NOTIFY_SYSTEM_POST_RESET);
 }
 
 void OpenScene(const std::string& path) {
     const FileProcess process(NOTIFY_FILE_PRE_OPEN_PROCESS, NOTIFY_FILE_POST_OPEN_PROCESS, path);
-    const SceneDescription description = ReadChecked(path);
-    {
-        // Listeners hear of the file; the old effects must not take its sets for new ones of
-        // theirs.
-        const Notifications::Silence silence(App().notifications);
-        const UndoStack::Pause pause(App().undo);
-        Document before = TakeDocument();
-        try {
-            BuildScene(description);
-        } catch (...) {
-            PutBack(std::move(before));
-            throw;
-        }
-        Destroy(std::move(before));
-    }
-    Settings& settings = App().settings;
-    settings.time = 0;
-    settings.sceneFileName = NameWithoutFolder(path);
-    settings.saveRequired = false;
-    Broadcast(NOTIFY_RENDPARAM_CHANGED);
-    process.Tell(NOTIFY_FILE_POST_OPEN);
+    ReplaceScene(ReadChecked(path), {});
+    EndOpening(process, path);
+}
+
+void OpenScene(const SceneDescription& scene, const std::function<void()>& complete) {
+    const FileProcess process(NOTIFY_FILE_PRE_OPEN_PROCESS, NOTIFY_FILE_POST_OPEN_PROCESS,
+                              scene.path);
+    CheckScene(scene, App().classes);
+    ReplaceScene(scene, complete);
+    EndOpening(process, scene.path);
 }
 
 void MergeScene(const std::string& path) {

@@ -3,7 +3,10 @@
 // told. Classes, paths, log, boxes and what is registered with the application stay.
 #pragma once
 
+#include <functional>
 #include <string>
+
+#include "host/scene_description.h"
 
 namespace host {
 
@@ -18,8 +21,11 @@ void ResetScene();
 // too, NOTIFY_FILE_POST_OPEN_PROCESS, with the path; NOTIFY_FILE_POST_OPEN before the latter when a
 // file was opened and its post-load callbacks have run. Of what opening puts into the scene nothing
 // else is broadcast but NOTIFY_RENDPARAM_CHANGED. Opening takes the file's name as the scene's;
-// settings of the render that the file doesn't have stay.
+// settings of the render that the file doesn't have, and its renderer, are as after ResetScene.
 void OpenScene(const std::string& path);
+// The same with a file that was read already, whose path the description has. `complete` may add to
+// the scene when all else is in; what it throws passes, with the scene as it was.
+void OpenScene(const SceneDescription& scene, const std::function<void()>& complete = {});
 // Adds what is in the file to the scene, but for the render's settings. Nodes and layers whose
 // names are taken come under new names ("Box" as "Box001"); so do selection sets. Nodes whose
 // render IDs are taken get others of their own (Scene::AssignRenderIDs). Listeners hear of layers

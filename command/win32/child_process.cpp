@@ -3,10 +3,14 @@
 #include <system_error>
 
 #include "command/failure.h"
+#include "command/system_message.h"
 #include "host/text.h"
 
 namespace command {
 namespace {
+
+// Milliseconds.
+constexpr DWORD longestEnd = 10'000;
 
 // By the rules of the run-time library: backslashes before a quotation mark count double.
 std::wstring Quoted(const std::wstring& word) {
@@ -26,7 +30,17 @@ std::wstring Quoted(const std::wstring& word) {
 }
 
 std::string LastFault() {
-    return std::error_code(static_cast<int>(GetLastError()), std::system_category()).message();
+    return SystemMessage({static_cast<int>(GetLastError()), std::system_category()});
+}
+
+// Null when the system refuses it.
+HANDLE MakeJob() {
+    HANDLE job = CreateJobObjectW(nullptr, nullptr);
+    if (!job) return nullptr;
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return job;
 }
 
 }  // namespace
@@ -78,19 +92,25 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words) {
     start.hStdError = errorEnd.get();
     PROCESS_INFORMATION started{};
     std::wstring line = CommandLineOf(words);
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
-                        nullptr, &start, &started)) {
+    // It starts nothing before it is in the job.
+    constexpr DWORD flags = CREATE_NO_WINDOW | CREATE_SUSPENDED;
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, flags, nullptr, nullptr,
+                        &start, &started)) {
         throw InputError(words.front() + ": " + LastFault());
     }
     process.reset(started.hProcess);
+    job.reset(MakeJob());
+    if (job) AssignProcessToJobObject(job.get(), process.get());
+    ResumeThread(started.hThread);
     CloseHandle(started.hThread);
 }
 
 ChildProcess::~ChildProcess() {
-    if (process && WaitForSingleObject(process.get(), 0) == WAIT_TIMEOUT) {
-        TerminateProcess(process.get(), 1);
-        WaitForSingleObject(process.get(), INFINITE);
-    }
+    if (!process || WaitForSingleObject(process.get(), 0) != WAIT_TIMEOUT) return;
+    if (job) TerminateJobObject(job.get(), 1);
+    TerminateProcess(process.get(), 1);
+    // Its files are closed then. One that the system can't end isn't waited for.
+    WaitForSingleObject(process.get(), longestEnd);
 }
 
 bool ChildProcess::Read() {

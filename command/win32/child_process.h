@@ -11,10 +11,10 @@ namespace command {
 
 class ChildProcess {
   public:
-    // The program and its arguments, UTF-8. Without a window of its own. Throws InputError when it
-    // can't be started.
+    // The program and its arguments, UTF-8. Without a window of its own. It ends with this process,
+    // however that ends. Throws InputError when it can't be started.
     explicit ChildProcess(const std::vector<std::string>& words);
-    // Ends the program if it is still at work.
+    // Ends the program if it is still at work, and those that it started.
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
@@ -24,6 +24,8 @@ class ChildProcess {
     // All that was said so far.
     const std::string& Output() const { return output.text; }
     const std::string& Errors() const { return errors.text; }
+    // Of the program; it goes with this.
+    HANDLE Process() const { return process.get(); }
     // Once Read answered false.
     DWORD ExitCode() const { return exitCode; }
 
@@ -42,6 +44,8 @@ class ChildProcess {
         void Read();
     };
 
+    // Holds the program, and ends it when it is closed; null where the system refuses one.
+    Handle job;
     Handle process;
     Stream output;
     Stream errors;

@@ -3,16 +3,19 @@
 #include <commctrl.h>
 #include <commdlg.h>
 #include <custcont.h>
+#include <shellapi.h>
 
-#include <array>
-#include <charconv>
+#include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <utility>
+#include <vector>
 
 #include "command/failure.h"
 #include "command/native_path.h"
+#include "command/win32/panel_menu.h"
+#include "command/win32/program_folder.h"
 #include "host/application.h"
-#include "host/documents.h"
 #include "host/text.h"
 #include "host/win32/accelerators.h"
 #include "host/win32/control_classes.h"
@@ -20,6 +23,7 @@
 #include "host/win32/message_box.h"
 #include "host/win32/pick_view.h"
 #include "host/win32/rollup_window.h"
+#include "host/win32/ui_scale.h"
 
 namespace command {
 namespace {
@@ -27,76 +31,21 @@ namespace {
 constexpr const wchar_t* windowClass = L"VeltranePanel";
 constexpr UINT_PTR renderTimer = 1;
 constexpr UINT renderPeriod = 100;
+constexpr UINT_PTR markTimer = 2;
+constexpr UINT markPeriod = 1000;
+// Looking for changes takes no more than one part in so many of the time.
+constexpr ULONGLONG markShare = 50;
 
-enum Item : int {
-    newScene = 100,
-    openScene,
-    saveScene,
-    saveSceneAs,
-    chooseRenderFile,
-    renderNow,
-    leave,
-    undo,
-    redo,
-};
-
-struct MenuRow {
-    // Null for a line between items.
-    const wchar_t* text;
-    int item = 0;
-    // 0 for none. With the control key.
-    WORD key = 0;
-};
-
-constexpr MenuRow fileMenu[] = {
-    {L"&New Scene\tCtrl+N", newScene, 'N'},
-    {L"&Open Scene...\tCtrl+O", openScene, 'O'},
-    {L"&Save Scene\tCtrl+S", saveScene, 'S'},
-    {L"Save Scene &As...", saveSceneAs},
-    {nullptr},
-    {L"Choose Render &File...", chooseRenderFile},
-    {L"&Render\tCtrl+R", renderNow, 'R'},
-    {nullptr},
-    {L"E&xit", leave},
-};
-constexpr MenuRow editMenu[] = {
-    {L"&Undo\tCtrl+Z", undo, 'Z'},
-    {L"&Redo\tCtrl+Y", redo, 'Y'},
-};
-
-template <std::size_t count>
-HMENU MakeMenu(const MenuRow (&rows)[count]) {
-    HMENU menu = CreatePopupMenu();
-    for (const MenuRow& row : rows) {
-        AppendMenuW(menu, row.text ? MF_STRING : MF_SEPARATOR, static_cast<UINT_PTR>(row.item),
-                    row.text);
-    }
-    return menu;
-}
-
-HMENU MakeMenuBar() {
-    HMENU bar = CreateMenu();
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(MakeMenu(fileMenu)), L"&File");
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(MakeMenu(editMenu)), L"&Edit");
-    return bar;
-}
-
-HACCEL MakeKeys() {
-    std::vector<ACCEL> keys;
-    const auto add = [&](const auto& rows) {
-        for (const MenuRow& row : rows) {
-            if (row.key == 0) continue;
-            keys.push_back({FCONTROL | FVIRTKEY, row.key, static_cast<WORD>(row.item)});
-        }
-    };
-    add(fileMenu);
-    add(editMenu);
-    return CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
-}
+// Pixels at 96 dots per inch.
+constexpr int nodesWidth = 240;
+constexpr int leastNodesWidth = 120;
+constexpr int firstHeight = 900;
+constexpr int leastHeight = 300;
 
 // Empty when the user cancels.
 std::string AskOpenFileName(HWND owner, const wchar_t* title, const wchar_t* filter) {
-    std::array<wchar_t, 4096> name{};
+    // The longest path that the system knows.
+    std::vector<wchar_t> name(32768);
     OPENFILENAMEW ask{};
     ask.lStructSize = sizeof ask;
     ask.hwndOwner = owner;
@@ -105,22 +54,42 @@ std::string AskOpenFileName(HWND owner, const wchar_t* title, const wchar_t* fil
     ask.lpstrFile = name.data();
     ask.nMaxFile = static_cast<DWORD>(name.size());
     ask.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    return GetOpenFileNameW(&ask) ? host::ToUtf8(name.data()) : std::string();
+    if (GetOpenFileNameW(&ask)) return host::ToUtf8(name.data());
+    const DWORD fault = CommDlgExtendedError();
+    if (fault == 0) return {};
+    throw InputError("the dialog for files doesn't open (error " + std::to_string(fault) +
+                     " of the common dialogs)");
 }
 
-std::filesystem::path FolderOfProgram() {
-    std::array<wchar_t, 4096> name{};
-    GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
-    return std::filesystem::path(name.data()).parent_path();
+bool IsSameFile(const std::string& one, const std::string& other) {
+    std::error_code none;
+    return std::filesystem::equivalent(Native(one), Native(other), none);
 }
 
-// The last number that the command told; nothing before the first.
-std::string LastProgress(const std::string& output) {
-    constexpr std::string_view mark = "PROGRESS: ";
-    const std::size_t at = output.rfind(mark);
-    if (at == std::string::npos) return {};
-    const std::size_t start = at + mark.size();
-    return output.substr(start, output.find_first_of("\r\n", start) - start);
+bool IsThere(const std::string& path) {
+    std::error_code none;
+    return std::filesystem::exists(Native(path), none);
+}
+
+// The nearest monitor's, without the taskbar.
+RECT WorkArea(HWND window) {
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
+    return info.rcWork;
+}
+
+BOOL CALLBACK TellColorChange(HWND child, LPARAM) {
+    SendMessageW(child, WM_SYSCOLORCHANGE, 0, 0);
+    return TRUE;
+}
+
+// A menu is open, or a window is dragged.
+bool IsInModalLoop() {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    constexpr DWORD loops = GUI_INMENUMODE | GUI_INMOVESIZE | GUI_POPUPMENUMODE;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & loops) != 0;
 }
 
 }  // namespace
@@ -134,7 +103,13 @@ struct PanelWindowProcedure {
         }
         auto* self = reinterpret_cast<PanelWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         if (!self || !self->window) return DefWindowProcW(window, message, wParam, lParam);
-        return self->OnMessage(message, wParam, lParam);
+        // Nothing may be thrown through the system.
+        try {
+            return self->OnMessage(message, wParam, lParam);
+        } catch (const std::exception& fault) {
+            self->Fail(fault.what());
+            return 0;
+        }
     }
 };
 
@@ -152,9 +127,10 @@ PanelWindow::PanelWindow(PanelScene& panelScene) : scene(panelScene) {
     info.lpszClassName = windowClass;
     // Fails without harm for a class that is there.
     RegisterClassExW(&info);
-    window = CreateWindowExW(0, windowClass, L"veltrane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                             CW_USEDEFAULT, CW_USEDEFAULT, 760, 900, nullptr, MakeMenuBar(), module,
-                             this);
+    window = CreateWindowExW(WS_EX_ACCEPTFILES, windowClass, L"veltrane",
+                             WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                             host::UIScaled(760), host::UIScaled(firstHeight), nullptr,
+                             MakePanelMenu(), module, this);
     if (!window) throw InputError("the system can't make a window");
     host::App().settings.mainWindow = window;
     rollups = CreateWindowExW(WS_EX_CONTROLPARENT, ROLLUPWINDOWCLASS, L"",
@@ -169,22 +145,64 @@ PanelWindow::PanelWindow(PanelScene& panelScene) : scene(panelScene) {
     host::App().fileDialogs = host::AskSaveFileName;
     ShowEffect();
     ShowTitle();
+    SetFirstSize();
     Layout();
+    SetTimer(window, markTimer, markPeriod, nullptr);
 }
 
 PanelWindow::~PanelWindow() {
     render.reset();
     HideEffect();
     host::App().settings.mainWindow = nullptr;
+    host::App().boxes.SetResponder({});
+    host::App().fileDialogs = {};
     if (HWND gone = std::exchange(window, nullptr)) DestroyWindow(gone);
 }
 
+// What showing an effect writes to it is none of the user's changes.
 void PanelWindow::ShowEffect() {
+    const bool wasChanged = scene.IsChanged();
     dialog = scene.GetEffect().CreateParamDialog(place.get());
+    if (!wasChanged) scene.TakeAsUnchanged();
+    if (GetActiveWindow() == window) FocusControl();
 }
 
 void PanelWindow::HideEffect() {
     if (SFXParamDlg* shown = std::exchange(dialog, nullptr)) shown->DeleteThis();
+}
+
+SIZE PanelWindow::Frame() const {
+    RECT whole{};
+    GetWindowRect(window, &whole);
+    RECT client{};
+    GetClientRect(window, &client);
+    return {(whole.right - whole.left) - client.right, (whole.bottom - whole.top) - client.bottom};
+}
+
+// Wide enough for all that it shows, and on the screen.
+void PanelWindow::SetFirstSize() {
+    const RECT area = WorkArea(window);
+    RECT now{};
+    GetWindowRect(window, &now);
+    const LONG wanted =
+        static_cast<LONG>(host::RollupWindowWidth(rollups) + host::UIScaled(nodesWidth)) +
+        Frame().cx;
+    const LONG width = std::min(wanted, area.right - area.left);
+    const LONG height =
+        std::min(static_cast<LONG>(host::UIScaled(firstHeight)), area.bottom - area.top);
+    SetWindowPos(window, nullptr, std::clamp(now.left, area.left, area.right - width),
+                 std::clamp(now.top, area.top, area.bottom - height), width, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void PanelWindow::LimitSize(MINMAXINFO& limits) const {
+    const RECT area = WorkArea(window);
+    const LONG wanted =
+        static_cast<LONG>(host::RollupWindowWidth(rollups) + host::UIScaled(leastNodesWidth)) +
+        Frame().cx;
+    limits.ptMinTrackSize = {
+        std::min(wanted, area.right - area.left),
+        std::min(static_cast<LONG>(host::UIScaled(leastHeight)), area.bottom - area.top)};
 }
 
 void PanelWindow::Layout() {
@@ -201,13 +219,46 @@ void PanelWindow::Layout() {
     MoveWindow(nodes, width, 0, static_cast<int>(area.right) - width, height, TRUE);
 }
 
+void PanelWindow::FocusControl() {
+    const bool isGood = lastFocus && IsChild(window, lastFocus) && IsWindowVisible(lastFocus) &&
+                        IsWindowEnabled(lastFocus);
+    if (HWND control = isGood ? lastFocus : GetNextDlgTabItem(window, nullptr, FALSE)) {
+        SetFocus(control);
+    }
+}
+
+void PanelWindow::GiveText() {
+    HWND focus = GetFocus();
+    if (!focus || !IsChild(rollups, focus)) return;
+    SetFocus(rollups);
+    if (IsWindow(focus) && IsWindowVisible(focus) && IsWindowEnabled(focus)) SetFocus(focus);
+}
+
 void PanelWindow::ShowTitle() {
     const std::string file = scene.File();
     const std::string name = file.empty() ? "Untitled" : Utf8(Native(file).filename());
-    SetWindowTextW(window, host::FromUtf8(name + " - veltrane").data());
+    marked = scene.IsChanged();
+    SetWindowTextW(window, host::FromUtf8((marked ? "*" : "") + name + " - veltrane").data());
+}
+
+// A large scene takes a while to look through.
+void PanelWindow::ShowMark() {
+    const ULONGLONG start = GetTickCount64();
+    if (start < nextMark || !dialog) return;
+    if (scene.IsChanged() != marked) ShowTitle();
+    const ULONGLONG end = GetTickCount64();
+    nextMark = end + markShare * (end - start);
 }
 
 void PanelWindow::Say(const std::string& text) {
+    said = text;
+    ShowStatus();
+}
+
+void PanelWindow::ShowStatus() {
+    picking = host::App().pickMode.Callback() != nullptr;
+    const std::string text =
+        picking ? "Pick objects in the list at the right. A right click or Escape ends it." : said;
     SetWindowTextW(status, host::FromUtf8(text).data());
 }
 
@@ -215,10 +266,14 @@ void PanelWindow::Fail(const std::string& text) {
     MessageBoxW(window, host::FromUtf8(text).data(), L"veltrane", MB_OK | MB_ICONERROR);
 }
 
+int PanelWindow::Ask(const std::string& text, UINT buttons) {
+    return MessageBoxW(window, host::FromUtf8(text).data(), L"veltrane", buttons | MB_ICONQUESTION);
+}
+
 bool PanelWindow::SaveScene(const std::string& path) {
     try {
         scene.Save(path);
-    } catch (const InputError& fault) {
+    } catch (const std::exception& fault) {
         Fail(fault.what());
         return false;
     }
@@ -227,31 +282,38 @@ bool PanelWindow::SaveScene(const std::string& path) {
     return true;
 }
 
-void PanelWindow::AskToSave() {
+bool PanelWindow::SaveSceneAs(const std::string& path) {
+    const bool isAnother = scene.File().empty() || !IsSameFile(path, scene.File());
+    if (isAnother && IsThere(path) &&
+        Ask(path + " is there already. Do you want to replace it?", MB_YESNO | MB_DEFBUTTON2) !=
+            IDYES) {
+        return false;
+    }
+    return SaveScene(path);
+}
+
+bool PanelWindow::AskToSave() {
     host::FileDialog ask;
     ask.title = MSTR(L"Save Scene As");
     ask.fileName = host::FromUtf8(scene.File());
     ask.filters.Append(L"Scene (*.json)");
     ask.filters.Append(L"*.json");
     ask.parent = window;
-    if (const std::optional<MSTR> chosen = host::AskSaveFileName(ask)) {
-        SaveScene(host::ToUtf8(chosen->data()));
-    }
+    const std::optional<MSTR> chosen = host::App().fileDialogs(ask);
+    return chosen && SaveSceneAs(host::ToUtf8(chosen->data()));
 }
 
 bool PanelWindow::MayLeaveScene() {
+    GiveText();
     if (!scene.IsChanged()) return true;
-    const int answer = MessageBoxW(window, L"The scene has changed. Do you want to save it?",
-                                   L"veltrane", MB_YESNOCANCEL | MB_ICONQUESTION);
-    if (answer == IDYES) {
-        if (scene.File().empty()) {
-            AskToSave();
-        } else {
-            SaveScene(scene.File());
-        }
-        return !scene.IsChanged();
-    }
-    return answer == IDNO;
+    const int answer = Ask("The scene has changed. Do you want to save it?", MB_YESNOCANCEL);
+    if (answer != IDYES) return answer == IDNO;
+    return scene.File().empty() ? AskToSave() : SaveScene(scene.File());
+}
+
+bool PanelWindow::MayStopRender() {
+    return !render ||
+           Ask("A render is running. Do you want to stop it?", MB_YESNO | MB_DEFBUTTON2) == IDYES;
 }
 
 void PanelWindow::OpenScene(const std::string& path) {
@@ -259,7 +321,7 @@ void PanelWindow::OpenScene(const std::string& path) {
     try {
         scene.Open(path);
         Say("Opened " + path);
-    } catch (const InputError& fault) {
+    } catch (const std::exception& fault) {
         Fail(fault.what());
     }
     ShowEffect();
@@ -270,85 +332,112 @@ void PanelWindow::UseRenderFile(const std::string& path) {
     try {
         scene.UseRenderFile(path);
         Say("Renders " + path);
-    } catch (const InputError& fault) {
+    } catch (const std::exception& fault) {
         Fail(fault.what());
+    }
+    ShowTitle();
+}
+
+void PanelWindow::OpenInItsProgram(const std::string& path) {
+    const auto result = reinterpret_cast<INT_PTR>(
+        ShellExecuteW(window, L"open", Native(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+    // What the system counts as good.
+    constexpr INT_PTR good = 32;
+    if (result <= good) Fail(path + ": no program of this system opens it");
+}
+
+void PanelWindow::ShowHelp() {
+    const std::string help = Utf8(ProgramFolder() / "veltrane.chm");
+    if (IsThere(help)) {
+        OpenInItsProgram(help);
+    } else {
+        Fail(help + ": no such file; the package of the plug-in has it");
     }
 }
 
 void PanelWindow::StartRender() {
-    const std::string input = scene.RenderFile();
+    const std::string input = PanelScene::RenderOutput();
     if (input.empty()) {
         Fail("Choose the render file first, which is the image that the renderer wrote.");
         return;
     }
-    auto started = std::make_unique<Render>();
-    if (started->folder.Path().empty()) {
-        Fail(started->folder.Fault());
+    if (!IsThere(input)) {
+        Fail(input + ": no such file; choose the render file that the document is made of");
         return;
     }
-    const std::string copy = started->folder.Path() + "\\scene.json";
-    try {
-        PanelScene::WriteCopy(copy);
-        started->command = std::make_unique<ChildProcess>(
-            std::vector<std::string>{Utf8(FolderOfProgram() / "veltrane.exe"), "save", input,
-                                     "--scene", copy, "--progress", "lines"});
-    } catch (const InputError& fault) {
-        Fail(fault.what());
+    const std::string document = scene.DocumentPath();
+    if (document.empty()) {
+        Fail("The document has no name. Type one, or switch on \"Match Render Output Filename\".");
         return;
     }
-    render = std::move(started);
+    if (!scene.MayRender()) return;
+    const std::string& file = scene.File();
+    render = std::make_unique<PanelRender>(PanelRenderFiles{
+        Utf8(ProgramFolder() / "veltrane.exe"), input, document, file.empty() ? "Untitled" : file});
     Say("Rendering " + input + "...");
     SetTimer(window, renderTimer, renderPeriod, nullptr);
 }
 
+void PanelWindow::StopRender() {
+    if (!render) return;
+    KillTimer(window, renderTimer);
+    render.reset();
+    Say("Stopped the render; the document is as it was");
+}
+
 void PanelWindow::FollowRender() {
     if (!render) return;
-    if (!render->command->Read()) {
-        EndRender();
+    const bool atWork = render->Read();
+    const std::string progress = render->Progress();
+    if (atWork) {
+        if (!progress.empty()) Say("Rendering " + render->Files().input + ": " + progress);
         return;
     }
-    const std::string progress = LastProgress(render->command->Output());
-    if (!progress.empty()) Say("Rendering: " + progress);
+    // What has ended can wait for the user to end what he does.
+    if (IsWindowEnabled(window) && !IsInModalLoop()) EndRender();
 }
 
 void PanelWindow::EndRender() {
     KillTimer(window, renderTimer);
     const auto ended = std::exchange(render, nullptr);
-    const std::string& told = ended->command->Errors();
-    if (ended->command->ExitCode() == 0) {
-        Say("Saved the document of " + scene.RenderFile());
-        if (!told.empty()) {
-            MessageBoxW(window, host::FromUtf8(told).data(), L"veltrane", MB_OK | MB_ICONWARNING);
-        }
-    } else {
-        Say("The render failed");
-        Fail(told.empty() ? "The render failed." : told);
+    const PanelRender::Outcome outcome = ended->End();
+    if (!outcome.saved) {
+        Say("The render of " + ended->Files().input + " failed");
+        Fail(outcome.told);
+        return;
+    }
+    lastDocument = ended->Files().document;
+    Say(outcome.said);
+    if (!outcome.told.empty()) {
+        MessageBoxW(window, host::FromUtf8(outcome.told).data(), L"veltrane",
+                    MB_OK | MB_ICONWARNING);
     }
 }
 
 void PanelWindow::OnCommand(int command) {
+    GiveText();
     switch (command) {
-        case newScene:
+        case PanelItem::newScene:
             if (!MayLeaveScene()) return;
             HideEffect();
             scene.New();
             ShowEffect();
             ShowTitle();
             return;
-        case openScene: {
+        case PanelItem::openScene: {
             if (!MayLeaveScene()) return;
             const std::string path =
                 AskOpenFileName(window, L"Open Scene", L"Scene (*.json)\0*.json\0");
             if (!path.empty()) OpenScene(path);
             return;
         }
-        case saveScene:
-            scene.File().empty() ? AskToSave() : static_cast<void>(SaveScene(scene.File()));
+        case PanelItem::saveScene:
+            scene.File().empty() ? AskToSave() : SaveScene(scene.File());
             return;
-        case saveSceneAs:
+        case PanelItem::saveSceneAs:
             AskToSave();
             return;
-        case chooseRenderFile: {
+        case PanelItem::chooseRenderFile: {
             const std::string path = AskOpenFileName(
                 window, L"Choose Render File",
                 L"Render (*.exr, *.png, *.tif, *.jpg)\0*.exr;*.png;*.tif;*.tiff;*.jpg;*.jpeg\0"
@@ -356,21 +445,77 @@ void PanelWindow::OnCommand(int command) {
             if (!path.empty()) UseRenderFile(path);
             return;
         }
-        case renderNow:
+        case PanelItem::renderNow:
             if (!render) StartRender();
             return;
-        case leave:
+        case PanelItem::stopRender:
+            StopRender();
+            return;
+        case PanelItem::openDocument:
+            if (!lastDocument.empty()) OpenInItsProgram(lastDocument);
+            return;
+        case PanelItem::leave:
             SendMessageW(window, WM_CLOSE, 0, 0);
             return;
-        case undo:
+        case PanelItem::undo:
             host::App().undo.Undo();
             return;
-        case redo:
+        case PanelItem::redo:
             host::App().undo.Redo();
+            return;
+        case PanelItem::showHelp:
+            ShowHelp();
+            return;
+        case PanelItem::showAbout:
+            MessageBoxW(window,
+                        L"veltrane " VELTRANE_VERSION
+                        "\n\nLayered documents of what a renderer left behind",
+                        L"veltrane", MB_OK | MB_ICONINFORMATION);
             return;
         default:
             return;
     }
+}
+
+// A scene is opened before a render file is taken for it.
+void PanelWindow::OnDrop(HDROP drop) {
+    std::vector<std::string> scenes;
+    std::vector<std::string> renders;
+    const UINT count = DragQueryFileW(drop, 0xffffffff, nullptr, 0);
+    for (UINT i = 0; i < count; ++i) {
+        std::vector<wchar_t> name(DragQueryFileW(drop, i, nullptr, 0) + 1);
+        DragQueryFileW(drop, i, name.data(), static_cast<UINT>(name.size()));
+        const std::string path = host::ToUtf8(name.data());
+        (IsSceneFile(path) ? scenes : renders).push_back(path);
+    }
+    DragFinish(drop);
+    if (!scenes.empty()) {
+        if (!MayLeaveScene()) return;
+        OpenScene(scenes.back());
+    }
+    if (!renders.empty()) UseRenderFile(renders.back());
+}
+
+void PanelWindow::OnMenu() {
+    HMENU menu = GetMenu(window);
+    const auto enable = [menu](int item, bool on) {
+        EnableMenuItem(menu, static_cast<UINT>(item), on ? MF_ENABLED : MF_GRAYED);
+    };
+    const host::UndoStack& steps = host::App().undo;
+    NameSteps(menu, steps.UndoName().data(), steps.RedoName().data());
+    enable(PanelItem::undo, steps.CanUndo());
+    enable(PanelItem::redo, steps.CanRedo());
+    enable(PanelItem::renderNow, !render);
+    enable(PanelItem::stopRender, render != nullptr);
+    enable(PanelItem::openDocument, !lastDocument.empty());
+}
+
+void PanelWindow::Close() {
+    if (!MayStopRender() || !MayLeaveScene()) return;
+    render.reset();
+    HideEffect();
+    DestroyWindow(std::exchange(window, nullptr));
+    PostQuitMessage(0);
 }
 
 LRESULT PanelWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -378,43 +523,57 @@ LRESULT PanelWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SIZE:
             Layout();
             return 0;
+        case WM_GETMINMAXINFO:
+            LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return 0;
         case WM_COMMAND:
             if (lParam == 0) OnCommand(LOWORD(wParam));
             return 0;
-        case WM_INITMENUPOPUP: {
-            HMENU menu = GetMenu(window);
-            const auto enable = [menu](int item, bool on) {
-                EnableMenuItem(menu, static_cast<UINT>(item), on ? MF_ENABLED : MF_GRAYED);
-            };
-            enable(undo, host::App().undo.CanUndo());
-            enable(redo, host::App().undo.CanRedo());
-            enable(renderNow, !render);
+        case WM_DROPFILES:
+            OnDrop(reinterpret_cast<HDROP>(wParam));
             return 0;
-        }
+        case WM_INITMENUPOPUP:
+            OnMenu();
+            return 0;
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) == WA_INACTIVE && IsChild(window, GetFocus())) {
+                lastFocus = GetFocus();
+            }
+            break;
+        case WM_SETFOCUS:
+            FocusControl();
+            return 0;
+        case WM_SYSCOLORCHANGE:
+            EnumChildWindows(window, TellColorChange, 0);
+            break;
         case WM_TIMER:
             if (wParam == renderTimer) FollowRender();
+            if (wParam == markTimer) ShowMark();
+            return 0;
+        case WM_QUERYENDSESSION:
+            return MayLeaveScene() ? TRUE : FALSE;
+        case WM_ENDSESSION:
+            // The process may be gone right after this.
+            if (wParam) render.reset();
             return 0;
         case WM_CLOSE:
-            if (!MayLeaveScene()) return 0;
-            HideEffect();
-            DestroyWindow(std::exchange(window, nullptr));
-            PostQuitMessage(0);
+            Close();
             return 0;
         default:
-            return DefWindowProcW(window, message, wParam, lParam);
+            break;
     }
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 int PanelWindow::Run() {
     ShowWindow(window, SW_SHOW);
-    HACCEL keys = MakeKeys();
+    HACCEL keys = MakePanelKeys();
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (picking != (host::App().pickMode.Callback() != nullptr)) ShowStatus();
         if (host::EndPickMode(message)) continue;
-        if (host::AcceleratorsEnabled() && window &&
-            TranslateAcceleratorW(window, keys, &message)) {
-            continue;
-        }
+        const bool isEdits = !host::AcceleratorsEnabled() && IsKeyOfEdits(message);
+        if (!isEdits && window && TranslateAcceleratorW(window, keys, &message)) continue;
         if (window && IsDialogMessageW(window, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -168,10 +169,15 @@ Node* PickView::NodeOf(std::size_t row) const {
     return node && node->IsInScene() ? node : nullptr;
 }
 
+// LB_ITEMFROMPOINT knows no rows above 65,535.
 INode* PickView::NodeAt(IPoint2 point, PickNodeCallback* filter) const {
-    const LRESULT item = Tell(LB_ITEMFROMPOINT, 0, MAKELPARAM(point.x, point.y));
-    // High word: the point is beside all rows, and the low word is the nearest.
-    Node* node = HIWORD(item) == 0 ? NodeOf(LOWORD(item)) : nullptr;
+    RECT area{};
+    GetClientRect(list_, &area);
+    const LRESULT height = Tell(LB_GETITEMHEIGHT);
+    const bool isInside = height > 0 && PtInRect(&area, POINT{point.x, point.y});
+    Node* node = isInside
+                     ? NodeOf(static_cast<std::size_t>(Tell(LB_GETTOPINDEX) + point.y / height))
+                     : nullptr;
     return node && (!filter || filter->Filter(node)) ? node : nullptr;
 }
 
@@ -205,21 +211,30 @@ void PickView::MakeRows(std::vector<SceneRow> rows) {
 
 void PickView::ShowSelection() {
     if (selecting_) return;
-    const std::vector<Node*> selected = App().selection.Nodes();
+    const std::vector<Node*> nodes = App().selection.Nodes();
+    const std::unordered_set<const Node*> selected(nodes.begin(), nodes.end());
+    Tell(WM_SETREDRAW, FALSE);
     Tell(LB_SETSEL, FALSE, -1);
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        const Node* node = NodeOf(row);
-        if (node && std::find(selected.begin(), selected.end(), node) != selected.end()) {
-            Tell(LB_SETSEL, TRUE, static_cast<LPARAM>(row));
-        }
+    // Row by row the list would take its time.
+    for (std::size_t row = 0; row < rows_.size() && !selected.empty(); ++row) {
+        const std::size_t first = row;
+        while (row < rows_.size() && selected.contains(NodeOf(row)))
+            ++row;
+        // A range of one row would be taken out of the selection.
+        if (row == first + 1) Tell(LB_SETSEL, TRUE, static_cast<LPARAM>(first));
+        if (row > first + 1) Tell(LB_SELITEMRANGEEX, first, static_cast<LPARAM>(row - 1));
     }
+    Tell(WM_SETREDRAW, TRUE);
+    InvalidateRect(list_, nullptr, TRUE);
 }
 
 void PickView::TakeSelection() {
+    std::vector<int> rows(rows_.size());
+    const LRESULT count = Tell(LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
+    rows.resize(static_cast<std::size_t>(std::max<LRESULT>(count, 0)));
     std::vector<Node*> nodes;
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        if (Tell(LB_GETSEL, row) > 0) nodes.push_back(NodeOf(row));
-    }
+    for (const int row : rows)
+        nodes.push_back(NodeOf(static_cast<std::size_t>(row)));
     selecting_ = true;
     App().selection.Set(nodes);
     selecting_ = false;
@@ -329,8 +344,19 @@ void RefreshPickView(HWND view) {
 }
 
 bool EndPickMode(const MSG& message) {
-    const bool escape = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
-    if (!escape || !App().pickMode.Callback()) return false;
+    if (!App().pickMode.Callback()) return false;
+    switch (message.message) {
+        case WM_RBUTTONDOWN:
+        case WM_RBUTTONDBLCLK:
+            return true;
+        case WM_KEYDOWN:
+            if (message.wParam != VK_ESCAPE) return false;
+            break;
+        case WM_RBUTTONUP:
+            break;
+        default:
+            return false;
+    }
     App().pickMode.Cancel();
     return true;
 }

@@ -16,8 +16,9 @@ HWND CreatePickView(HWND parent, int id);
 // for a window that is no such view.
 void RefreshPickView(HWND view);
 
-// For a message loop, since the keyboard may be anywhere while a pick mode is on: ends the mode for
-// the escape key, which then has no other meaning. False for any other message, and without a mode.
+// For a message loop, since the keyboard and the mouse may be anywhere while a pick mode is on:
+// ends the mode for the escape key and for a right click, which then have no other meaning. False
+// for any other message, and without a mode.
 bool EndPickMode(const MSG& message);
 
 }  // namespace host

@@ -1,5 +1,7 @@
 #include "host/win32/rollup_title.h"
 
+#include <icolorman.h>
+
 #include <string>
 
 #include "host/win32/ui_scale.h"
@@ -29,7 +31,7 @@ void DrawArrow(HDC dc, const RECT& square, bool open) {
                            {left + size / 4, top + size},
                            {left + size * 3 / 4, top + size / 2}};
     HGDIOBJ pen = SelectObject(dc, GetStockObject(NULL_PEN));
-    HGDIOBJ brush = SelectObject(dc, GetSysColorBrush(COLOR_BTNTEXT));
+    HGDIOBJ brush = SelectObject(dc, GetColorManager()->CustSysColorBrush(COLOR_BTNTEXT));
     Polygon(dc, open ? down : right, 3);
     SelectObject(dc, brush);
     SelectObject(dc, pen);
@@ -65,7 +67,7 @@ HWND CreateRollupTitle(HWND parent, const MCHAR* title, HFONT font) {
 
 void DrawRollupTitle(const DRAWITEMSTRUCT& item, bool open) {
     RECT area = item.rcItem;
-    FillRect(item.hDC, &area, GetSysColorBrush(COLOR_BTNFACE));
+    FillRect(item.hDC, &area, GetColorManager()->CustSysColorBrush(COLOR_BTNFACE));
     const bool pressed = (item.itemState & ODS_SELECTED) != 0;
     DrawEdge(item.hDC, &area, pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
     const int inset = UIScaled(3);
@@ -85,7 +87,7 @@ void DrawRollupTitle(const DRAWITEMSTRUCT& item, bool open) {
     wchar_t text[256] = {};
     GetWindowTextW(item.hwndItem, text, 256);
     SetBkMode(item.hDC, TRANSPARENT);
-    SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
+    SetTextColor(item.hDC, GetColorManager()->CustSysColor(COLOR_BTNTEXT));
     DrawTextW(item.hDC, text, -1, &area, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
 }
 

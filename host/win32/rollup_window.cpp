@@ -1,5 +1,7 @@
 #include "host/win32/rollup_window.h"
 
+#include <icolorman.h>
+
 #include <algorithm>
 #include <new>
 #include <vector>
@@ -372,6 +374,13 @@ LRESULT RollupWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SIZE:
             Place();
             return 0;
+        case WM_ERASEBKGND: {
+            RECT area{};
+            GetClientRect(Window(), &area);
+            FillRect(reinterpret_cast<HDC>(wParam), &area,
+                     GetColorManager()->CustSysColorBrush(COLOR_BTNFACE));
+            return TRUE;
+        }
         case WM_VSCROLL:
             ScrollBy(LOWORD(wParam));
             return 0;
@@ -422,7 +431,6 @@ bool RegisterRollupWindowClass() {
     WNDCLASSEXW rollups{};
     rollups.lpfnWndProc = RollupWindowProc;
     rollups.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    rollups.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     rollups.lpszClassName = ROLLUPWINDOWCLASS;
     return RegisterControl(rollupClass, rollups);
 }

@@ -270,6 +270,27 @@ TEST_F(SavedEffectSessionTest, TheDocumentGoesWhereTheSavedEffectSays) {
     EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/in/a.psd"));
 }
 
+TEST_F(SavedEffectSessionTest, ADocumentThatMatchesTheRenderHasTheSavedFormat) {
+    const auto effect = [](bool matches, const std::string& name) {
+        return Effect(2, R"({"id": 124, "type": "int", "value": 1}, {"id": 53, "type": "bool",
+                             "value": )" +
+                             std::string(matches ? "true" : "false") +
+                             R"(}, {"id": 0, "type": "file", "value": ")" + name + R"("})");
+    };
+    UseSaved(effect(true, "/saved/b.psd"), "2");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/in/a.psb"));
+    EXPECT_EQ(Make().DocumentPath(7, true), NativePath("/in/a0007.psb"));
+    EXPECT_EQ(Make({"fileFormat=PSD"}).DocumentPath(0, false), NativePath("/in/a.psd"));
+    EXPECT_EQ(Make({"filename=/set.psd"}).DocumentPath(0, false), NativePath("/set.psd"));
+    UseSaved(effect(true, ""), "2", R"(, "effect": {"parameters": {"filename": "/named.psd"}})");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/named.psd"));
+    UseSaved(effect(false, ""), "2");
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/in/a.psd")) << "no name to match";
+    UseSaved(effect(true, ""), "2");
+    arguments.output = "/out.psd";
+    EXPECT_EQ(Make().DocumentPath(0, false), NativePath("/out.psd"));
+}
+
 TEST_F(SavedEffectSessionTest, WhatIsRenderedIsNotTheScenesMatter) {
     UseSaved(Effect(2, ""), "2",
              R"(, "render": {"output": "/far/away.exr", "saveFile": true, "hidden": true,

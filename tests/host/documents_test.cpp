@@ -205,6 +205,72 @@ TEST_F(Documents, OpeningReplacesTheSceneAndForgetsTheSteps) {
     EXPECT_EQ(App().settings.time, 0);
 }
 
+TEST_F(Documents, OpeningKeepsNothingOfHowTheSceneBeforeWasRendered) {
+    App().settings.render.width = 17;
+    App().settings.render.saveFile = TRUE;
+    App().settings.render.output.SetName(_M("old.exr"));
+    App().settings.frameRate = 25;
+    App().renderer.reset(new host::HostRenderer(VRAY_CLASS_ID));
+    host::OpenScene(FileOf(R"({"veltrane": 1, "render": {"hidden": true}})"));
+    const host::RenderSettings& render = App().settings.render;
+    EXPECT_EQ(render.width, 640);
+    EXPECT_FALSE(render.saveFile);
+    EXPECT_EQ(MSTR(App().settings.render.output.Name()), MSTR());
+    EXPECT_TRUE(render.hidden);
+    EXPECT_EQ(App().settings.frameRate, 30);
+    EXPECT_EQ(App().renderer.get(), nullptr);
+}
+
+TEST_F(Documents, ASceneThatWasReadAlreadyOpensUnderItsPath) {
+    host::SceneDescription scene = FullScene();
+    scene.path = Path("full.json");
+    Listen(All());
+    bool completed = false;
+    host::OpenScene(scene, [&] {
+        completed = true;
+        EXPECT_EQ(App().scene.NumNodes(), 5);
+        EXPECT_EQ(Heard().size(), 1U) << "nobody is told yet";
+        App().scene.AddLayer(_M("More"));
+    });
+    EXPECT_TRUE(completed);
+    EXPECT_THAT(Heard(), ElementsAre("35", "10 " + scene.path, "139 " + scene.path));
+    EXPECT_EQ(App().settings.sceneFileName, MSTR(_M("full.json")));
+    EXPECT_NE(App().scene.FindLayer(_M("More")), nullptr);
+    EXPECT_FALSE(App().undo.CanUndo());
+}
+
+TEST_F(Documents, WhatFailsWhileASceneIsCompletedLeavesTheOldOne) {
+    AddContent();
+    App().settings.render.width = 17;
+    App().settings.frameRate = 25;
+    App().settings.render.output.SetName(_M("old.exr"));
+    auto* renderer = new host::HostRenderer(VRAY_CLASS_ID);
+    App().renderer.reset(renderer);
+    theHold.Begin();
+    App().scene.AddNode(_M("Ball"));
+    theHold.Accept(_M("Step"));
+    const std::string before = State();
+    const Effect* oldEffect = App().effects[0].get();
+    host::SceneDescription scene = FullScene();
+    scene.path = Path("full.json");
+    const auto fail = [&](bool nested) {
+        host::OpenScene(scene, [&] {
+            App().effects.emplace_back(new ReferringEffect({21, 22}));
+            if (nested) host::OpenScene(Path("none.json"));
+            throw host::InputError("refused");
+        });
+    };
+    EXPECT_THROW(fail(false), host::InputError);
+    EXPECT_THROW(fail(true), host::InputError);
+    EXPECT_EQ(State(), before);
+    EXPECT_EQ(App().effects[0].get(), oldEffect);
+    EXPECT_EQ(App().renderer.get(), renderer);
+    EXPECT_EQ(App().settings.frameRate, 25);
+    EXPECT_EQ(sample.living, 0);
+    EXPECT_TRUE(App().undo.Undo());
+    EXPECT_EQ(App().scene.NumNodes(), 1);
+}
+
 TEST_F(Documents, OpeningIsToldAndNothingThatComesWithTheFile) {
     AddContent();
     const std::string path = FullFile();

@@ -10,13 +10,14 @@
 #include <custcont.h>
 
 #include <cstdio>
+#include <exception>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <string>
 #include <vector>
 
-#include "command/failure.h"
 #include "command/native_path.h"
 #include "command/process.h"
 #include "command/win32/panel_scene.h"
@@ -150,7 +151,7 @@ int main(int argc, char** argv) {
                 MSTR(L"Confirm overwriting:\n\nC:\\projects\\shot 010\\renders\\still.psd ?"));
         });
         return 0;
-    } catch (const command::InputError& fault) {
+    } catch (const std::exception& fault) {
         std::fprintf(stderr, "%s\n", fault.what());
         return 1;
     }

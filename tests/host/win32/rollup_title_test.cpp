@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
+#include "host/win32/color_manager.h"
 #include "tests/host/win32/control_stage.h"
 
 namespace {
@@ -56,6 +59,17 @@ TEST_F(RollupTitle, FillsItsPlaceAndShowsItsState) {
     EXPECT_NE(closed.pixels, Drawn(ODS_FOCUS, false).pixels);
     // Until the keyboard is used the system hides where it is.
     EXPECT_EQ(closed.pixels, Drawn(ODS_FOCUS | ODS_NOFOCUSRECT, false).pixels);
+}
+
+TEST_F(RollupTitle, HasTheColoursOfTheHost) {
+    host::SetThemeColor(COLOR_BTNFACE, RGB(10, 20, 30));
+    host::SetThemeColor(COLOR_BTNTEXT, RGB(200, 210, 220));
+    const Picture dark = Drawn(0, true);
+    host::SetThemeColor(COLOR_BTNFACE, std::nullopt);
+    host::SetThemeColor(COLOR_BTNTEXT, std::nullopt);
+    EXPECT_GT(dark.Count(RGB(10, 20, 30)), 200 * 20 / 2);
+    EXPECT_GT(dark.Count(RGB(200, 210, 220)), 20);
+    EXPECT_EQ(Drawn(0, true).Count(RGB(10, 20, 30)), 0);
 }
 
 }  // namespace
