@@ -1,5 +1,7 @@
 #include "plugin/block_changes.h"
 
+#include <span>
+
 #include "effect/psd_output.h"
 #include "effect/sync_render_elements.h"
 #include "plugin/parameters.h"
@@ -11,8 +13,8 @@ EffectPanel* openPanel = nullptr;
 
 // The panel may close while it asks the user, so each action looks for it again.
 template <void (EffectPanel::*show)()>
-void Show(effect::PSDOutput&) {
-    if (openPanel) (openPanel->*show)();
+void Show(effect::PSDOutput& effect) {
+    if (openPanel && openPanel->Shows(effect)) (openPanel->*show)();
 }
 
 void InvalidateUI(const effect::PSDOutput& effect, ParamID id) {
@@ -73,6 +75,21 @@ constexpr Consequence consequences[] = {
     {"autoSort"_param, Show<&EffectPanel::UpdateLayerControls>},
 };
 
+// The buttons go by the rows that the host shows.
+constexpr Consequence lastConsequences[] = {
+    {"objectList"_param, Show<&EffectPanel::RefreshObjectControls>},
+};
+
+// False when the effect didn't live through it: the user is asked, and may delete it meanwhile.
+bool Act(std::span<const Consequence> all, effect::PSDOutput& effect, ParamID id) {
+    for (const Consequence& consequence : all) {
+        if (consequence.id != id) continue;
+        consequence.action(effect);
+        if (!effect::PSDOutput::IsLiving(&effect)) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 void PanelOpened(EffectPanel& panel) {
@@ -88,10 +105,9 @@ EffectPanel* OpenPanel() {
 }
 
 void ParameterChanged(effect::PSDOutput& effect, ParamID id) {
-    for (const Consequence& consequence : consequences) {
-        if (consequence.id == id) consequence.action(effect);
-    }
+    if (!Act(consequences, effect, id)) return;
     InvalidateUI(effect, id);
+    Act(lastConsequences, effect, id);
 }
 
 }  // namespace plugin

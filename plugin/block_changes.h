@@ -16,6 +16,9 @@ namespace plugin {
 // reads the block anew; one for a rollup that isn't open does nothing.
 class EffectPanel {
   public:
+    // Whether it is this effect's settings that the rollups show.
+    virtual bool Shows(const effect::PSDOutput& effect) = 0;
+
     // The name of the file, and whether its format can be chosen.
     virtual void UpdateFileNameField() = 0;
     virtual void UpdateFormatEnabling() = 0;
@@ -41,6 +44,7 @@ class EffectPanel {
     // isn't there or not visible, or shows another effect.
     virtual std::optional<MSTR> TypedIDList(const effect::PSDOutput& effect, ParamID list) = 0;
     virtual void RefreshSceneLayerControls() = 0;
+    virtual void RedrawSceneLayers() = 0;
     virtual void RefreshSelectionSetControls() = 0;
     virtual void RedrawSelectionSets() = 0;
 
@@ -55,8 +59,10 @@ void PanelClosed(const EffectPanel& panel);
 // Null when none is.
 EffectPanel* OpenPanel();
 
-// Without an open panel only that happens which needs none: the list of render elements is brought
-// up to date when it is to be kept sorted from now on. At last the host shows the parameter anew.
+// Without an open panel that shows the effect only that happens which needs none: the list of
+// render elements is brought up to date when it is to be kept sorted from now on. Then the host
+// shows the parameter anew, and at last the panel what depends on that. The effect may be gone
+// afterwards.
 void ParameterChanged(effect::PSDOutput& effect, ParamID id);
 
 }  // namespace plugin

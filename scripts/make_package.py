@@ -111,12 +111,16 @@ def main():
     arguments = options.parse_args()
     output = arguments.output or arguments.build / f"veltrane-{version()}.zip"
     library = arguments.build / "bin" / "veltrane.dlv"
-    if not library.is_file():
-        raise SystemExit(f"make_package: {library} is not there; build the preset \"windows\" first")
+    about = library.with_name("veltrane-about.dll")
+    for needed in (library, about):
+        if not needed.is_file():
+            raise SystemExit(f"make_package: {needed} is not there; build the preset \"windows\" "
+                             "first")
     with tempfile.TemporaryDirectory() as place:
         files = {
             "veltrane/PackageContents.xml": package_contents(version()).encode(),
             "veltrane/Contents/veltrane.dlv": library.read_bytes(),
+            "veltrane/Contents/veltrane-about.dll": about.read_bytes(),
             "veltrane/Contents/veltrane.chm": make_help(pathlib.Path(place)),
         }
     with zipfile.ZipFile(output, "w", zipfile.ZIP_DEFLATED) as package:

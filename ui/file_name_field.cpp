@@ -61,6 +61,9 @@ bool IsFileFormatEnabled(const effect::PSDOutput& effect) {
 void TakeTypedFileName(effect::PSDOutput& effect, const MSTR& text) {
     if (!effect.pblock || IsDerived(effect)) return;
     std::basic_string<MCHAR> name = text.data();
+    // The empty text asks for a name by default. To pass through the field that shows it asks for
+    // nothing.
+    if (name.empty() && MSTR(effect.pblock->GetStr("filename"_param)).isNull()) return;
     if (name.size() > longestTypedName) name.resize(longestTypedName);
     const NotificationsOff quiet(*effect.pblock);
     effect.pblock->SetValue("filename"_param, 0, name.c_str());

@@ -20,8 +20,8 @@ FileNameField ShowFileName(effect::PSDOutput& effect, int width, const TextWidth
 // Whether the format of the document can be chosen.
 bool IsFileFormatEnabled(const effect::PSDOutput& effect);
 
-// What was typed: up to 260 units become `filename`, and nobody is told. Nothing while the name is
-// derived.
+// What was typed: up to 260 units become `filename`, in the form in which it is kept, and nobody is
+// told. Nothing while the name is derived, nor by the empty text where no name was ever set.
 void TakeTypedFileName(effect::PSDOutput& effect, const MSTR& text);
 
 }  // namespace ui

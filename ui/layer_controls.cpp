@@ -167,8 +167,10 @@ bool RenameElement(const effect::PSDOutput& effect, int row, const MCHAR* name) 
     const effect::PSDOutputLayer* layer = LayerOfRow(effect, row);
     IRenderElement* element = layer ? layer->Element() : nullptr;
     if (!element || !name) return false;
-    const MSTR taken{std::basic_string<MCHAR>(name).substr(0, longestName)};
-    if (taken == MSTR(element->ElementName())) return false;
+    const std::basic_string<MCHAR> typed(name);
+    const MSTR taken(typed.substr(0, longestName));
+    const MSTR present(element->ElementName());
+    if (present == MSTR(typed) || present == taken) return false;
     element->SetElementName(taken.data());
     return true;
 }

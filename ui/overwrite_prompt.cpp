@@ -6,10 +6,24 @@
 
 namespace ui {
 
+namespace {
+
+// Units of the text in front of its last line.
+std::size_t LastLine(const std::basic_string<MCHAR>& text) {
+    const std::size_t lineBreak = text.rfind(_M('\n'));
+    return lineBreak == text.npos ? 0 : lineBreak + 1;
+}
+
+}  // namespace
+
 MSTR PathLine(const MSTR& text) {
     const std::basic_string<MCHAR> units = text.data();
-    const std::size_t lineBreak = units.rfind(_M('\n'));
-    return lineBreak == units.npos ? text : MSTR(units.substr(lineBreak + 1));
+    return MSTR(units.substr(LastLine(units)));
+}
+
+MSTR WithPathLine(const MSTR& text, const MSTR& line) {
+    const std::basic_string<MCHAR> units = text.data();
+    return MSTR(units.substr(0, LastLine(units))) + line;
 }
 
 effect::OverwriteAnswer AnswerOf(int button, bool ticked) {

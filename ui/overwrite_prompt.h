@@ -29,6 +29,9 @@ constexpr OverwriteWidths GrownToFit(OverwriteWidths widths, int lineWidth) {
 // break.
 MSTR PathLine(const MSTR& text);
 
+// The same text with that part replaced.
+MSTR WithPathLine(const MSTR& text, const MSTR& line);
+
 // `button` is the number of the one that closed the dialog. The tick counts with Yes alone.
 effect::OverwriteAnswer AnswerOf(int button, bool ticked);
 

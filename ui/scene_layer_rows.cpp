@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "effect/psd_output.h"
 #include "effect/scene_layer_choice.h"
+#include "plugin/block_changes.h"
 #include "plugin/parameters.h"
 #include "ui/list_views.h"
 #include "ui/undo_step.h"
@@ -40,6 +42,19 @@ std::unordered_map<const ILayer*, Siblings> SortedSiblings(ILayerManager& manage
     }
     return siblings;
 }
+
+// What a layer keeps for others changes without a message, so whoever takes a switch back, or does
+// it again, has the list drawn anew.
+class ListRedraw final : public RestoreObj {
+  public:
+    void Restore(int) override { Redraw(); }
+    void Redo() override { Redraw(); }
+
+  private:
+    static void Redraw() {
+        if (plugin::EffectPanel* panel = plugin::OpenPanel()) panel->RedrawSceneLayers();
+    }
+};
 
 DWORD ChoiceNumber(const effect::PSDOutput& effect) {
     return static_cast<DWORD>(effect.pblock->GetInt("sceneLayerAppDataChunkId"_param));
@@ -114,6 +129,7 @@ bool SceneLayerRows::Toggle(const effect::PSDOutput& effect, int parameter) cons
     if (!layer || !effect.pblock) return false;
     const DWORD number = ChoiceNumber(effect);
     UndoStep step;
+    theHold.Put(new ListRedraw);
     effect::SetSceneLayerOn(layer, number, !effect::IsSceneLayerOn(layer, number));
     step.Accept(_M("Parameter Change"));
     return true;
@@ -139,10 +155,12 @@ void ChooseSceneLayerMenu(const effect::PSDOutput& effect, int item,
     const bool on = item == enableAllItem;
     const DWORD number = ChoiceNumber(effect);
     UndoStep step;
+    bool changed = false;
     const int count = manager->GetLayerCount();
     for (int i = 0; i < count; ++i) {
         ILayer* layer = manager->GetLayer(i);
         if (!layer || effect::IsSceneLayerOn(layer, number) == on) continue;
+        if (!std::exchange(changed, true)) theHold.Put(new ListRedraw);
         effect::SetSceneLayerOn(layer, number, on);
         redraw();
     }

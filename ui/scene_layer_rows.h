@@ -44,13 +44,18 @@ class SceneLayerRows final : public ReferenceMaker {
     // parameters above it fall by one.
     int Delete(const ILayer* layer);
 
-    // A click on a row's check box, which the user can undo. False for a row without a layer.
+    // A click on a row's check box, which the user can undo; then the open panel's list is drawn
+    // anew. False for a row without a layer.
     bool Toggle(const effect::PSDOutput& effect, int parameter) const;
+
+    // A layer of the rows changed, as when it was renamed. May be empty; throws nothing.
+    std::function<void()> onChange;
 
     int NumRefs() override { return Count(); }
     RefTargetHandle GetReference(int which) override;
-    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage,
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage message,
                                BOOL) override {
+        if (message == REFMSG_CHANGE && onChange) onChange();
         return REF_SUCCEED;
     }
 

@@ -119,6 +119,9 @@ void ParameterDialogs::TellThing(const std::vector<ParamMap2UserDlgProc*>& proce
 
 void ParameterDialogs::SetThing(ReferenceTarget* effect) {
     if (!effect || effect->ClassID() != desc_.ClassID() || effect == GetThing()) return;
+    // What is being typed was meant for the former one.
+    for (const Shown& shown : shown_)
+        shown.map->GiveText();
     effect_.ReplaceReference(0, effect);
     std::vector<ParamMap2UserDlgProc*> procedures;
     for (const auto& [desc, map] : shown_) {

@@ -76,6 +76,8 @@ TEST_F(BlockChanges, ShowWhatDependsOnEachParameter) {
         std::vector<std::string> expected;
         if (row != shownBy.end()) expected = row->second;
         expected.push_back("show " + std::to_string(id));
+        // Its buttons go by the rows that the host shows.
+        if (id == 30) expected.push_back("objects");
         Change(id);
         EXPECT_EQ(panel.Take(), expected) << id;
     }
@@ -152,6 +154,29 @@ TEST_F(BlockChanges, GoOnWhenThePanelClosesAmongThem) {
     Change(46);
     EXPECT_THAT(panel.Take(), ElementsAre("blending modes", "depth"));
     EXPECT_THAT(TakeInvalidated(), ElementsAre("show 35", "show 46"));
+}
+
+TEST_F(BlockChanges, OfAnEffectThatThePanelDoesNotShowAreNoBusinessOfIt) {
+    const host::Owned<effect::PSDOutput> other(
+        static_cast<effect::PSDOutput*>(LibClassDesc(0)->Create()));
+    panel.shownEffect = other.get();
+    panel.Take();
+    TakeInvalidated();
+    Change(46);
+    Change(30);
+    EXPECT_THAT(panel.Take(), ElementsAre("show 35", "show 46", "show 30"));
+    panel.shownEffect = effect;
+    Change(58);
+    EXPECT_THAT(panel.Take(), ElementsAre("1186", "show 58"));
+}
+
+TEST_F(BlockChanges, EndWhenTheEffectIsDeletedWhileTheUserIsAsked) {
+    panel.onRecord = [](const std::string& what) {
+        if (what == "frame buffer?") Host().effects.clear();
+    };
+    Change(46);
+    EXPECT_EQ(panel.Take().back(), "frame buffer?");
+    EXPECT_THAT(TakeInvalidated(), ElementsAre("show 35"));
 }
 
 TEST_F(BlockChanges, GoToThePanelThatOpenedLast) {

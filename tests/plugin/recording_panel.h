@@ -16,6 +16,9 @@ class RecordingPanel final : public plugin::EffectPanel {
     RecordingPanel(const RecordingPanel&) = delete;
     RecordingPanel& operator=(const RecordingPanel&) = delete;
 
+    bool Shows(const effect::PSDOutput& effect) override {
+        return !shownEffect || shownEffect == &effect;
+    }
     void UpdateFileNameField() override { Record("file name"); }
     void UpdateFormatEnabling() override { Record("format"); }
     void UpdateDepthControls() override { Record("depth"); }
@@ -34,6 +37,7 @@ class RecordingPanel final : public plugin::EffectPanel {
         return typedList ? typedList(effect, list) : std::nullopt;
     }
     void RefreshSceneLayerControls() override { Record("scene layers"); }
+    void RedrawSceneLayers() override { Record("draw scene layers"); }
     void RefreshSelectionSetControls() override { Record("selection sets"); }
     void RedrawSelectionSets() override { Record("draw selection sets"); }
 
@@ -43,6 +47,8 @@ class RecordingPanel final : public plugin::EffectPanel {
         if (onRecord) onRecord(what);
     }
 
+    // Null for whichever it is.
+    const effect::PSDOutput* shownEffect = nullptr;
     std::vector<std::string> shown;
     std::function<void(const std::string&)> onRecord;
     // Empty: no rollup with lists of IDs is visible.

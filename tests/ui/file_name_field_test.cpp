@@ -97,6 +97,15 @@ TEST_F(FileNameField, NothingIsTypedWhileTheNameIsDerived) {
     EXPECT_EQ(Filename(), NativePath("/renders/before.psd"));
 }
 
+TEST_F(FileNameField, AnEmptyTextAsksForADefaultOnlyWhereANameWasSet) {
+    Set("matchRenderOutputFilename"_param, FALSE);
+    ui::TakeTypedFileName(*effect, MSTR());
+    EXPECT_EQ(Filename(), "");
+    SetText("filename"_param, _M("/renders/set.psd"));
+    ui::TakeTypedFileName(*effect, MSTR());
+    EXPECT_EQ(Filename(), host::ToUtf8(Text(File("output") / "Untitled.psd")));
+}
+
 TEST_F(FileNameField, UpTo260UnitsAreTaken) {
     Set("matchRenderOutputFilename"_param, FALSE);
     // Too long for a file's name, so that it stays as it is typed.

@@ -269,10 +269,18 @@ TEST_F(LayerControls, NameTheElement) {
     EXPECT_EQ(MSTR(Elements().GetRenderElement(1)->ElementName()), MSTR(_M("Glow")));
 }
 
+TEST_F(LayerControls, LeaveALongerNameAloneThatNobodyChanged) {
+    const std::basic_string<MCHAR> name(300, _M('n'));
+    Elements().GetRenderElement(1)->SetElementName(name.c_str());
+    EXPECT_FALSE(ui::RenameElement(*effect, 1, name.c_str()));
+    EXPECT_EQ(MSTR(Elements().GetRenderElement(1)->ElementName()), MSTR(name));
+}
+
 TEST_F(LayerControls, TakeUpTo255UnitsOfAName) {
     const std::basic_string<MCHAR> name(256, _M('n'));
     EXPECT_TRUE(ui::RenameElement(*effect, 1, name.c_str()));
     EXPECT_EQ(MSTR(Elements().GetRenderElement(1)->ElementName()), MSTR(name.substr(0, 255)));
+    EXPECT_FALSE(ui::RenameElement(*effect, 1, name.c_str())) << "of which it has what counts";
 }
 
 }  // namespace

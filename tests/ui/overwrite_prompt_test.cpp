@@ -27,6 +27,12 @@ TEST(OverwritePrompt, TheLineOfThePathCounts) {
     EXPECT_EQ(host::ToUtf8(ui::PathLine(_M(""))), "");
 }
 
+TEST(OverwritePrompt, TheLineOfThePathIsReplacedAlone) {
+    EXPECT_EQ(host::ToUtf8(ui::WithPathLine(_M("Confirm overwriting:\n\n/r/a.psd ?"), _M("..."))),
+              "Confirm overwriting:\n\n...");
+    EXPECT_EQ(host::ToUtf8(ui::WithPathLine(_M("/r/a.psd ?"), _M("/r"))), "/r");
+}
+
 TEST(OverwritePrompt, TheTickCountsWithYesAlone) {
     for (const bool ticked : {false, true}) {
         const effect::OverwriteAnswer yes = ui::AnswerOf(6, ticked);

@@ -8,6 +8,7 @@
 
 #include "effect/scene_layer_choice.h"
 #include "tests/effect/effect_fixture.h"
+#include "tests/plugin/recording_panel.h"
 
 namespace {
 
@@ -131,6 +132,41 @@ TEST_F(SceneLayerRowsTest, AreSwitchedAllAtOnceWhichCanBeUndone) {
     Host().undo.Undo();
     EXPECT_TRUE(IsOn(a) && !IsOn(b) && IsOn(c));
     EXPECT_FALSE(Host().undo.CanUndo());
+}
+
+TEST_F(SceneLayerRowsTest, AreDrawnAnewByThePanelWhenASwitchIsTakenBackOrDoneAgain) {
+    Add(_M("a"));
+    Add(_M("b"));
+    rows.Refresh();
+    Host().undo.Clear();
+    RecordingPanel panel;
+    rows.Toggle(*effect, 0);
+    ui::ChooseSceneLayerMenu(*effect, 2, [] {});
+    EXPECT_THAT(panel.Take(), IsEmpty()) << "whoever switches draws";
+    for (int steps = 0; steps < 2; ++steps) {
+        Host().undo.Undo();
+        EXPECT_THAT(panel.Take(), ElementsAre("draw scene layers"));
+    }
+    for (int steps = 0; steps < 2; ++steps) {
+        Host().undo.Redo();
+        EXPECT_THAT(panel.Take(), ElementsAre("draw scene layers"));
+    }
+    ui::ChooseSceneLayerMenu(*effect, 2, [] {});
+    EXPECT_EQ(Host().undo.UndoName(), MSTR(_M("Disable all layers")));
+    Host().undo.Undo();
+    EXPECT_FALSE(IsOn(*Host().scene.FindLayer(_M("a")))) << "a menu without effect is no step";
+}
+
+TEST_F(SceneLayerRowsTest, TellOfEachChangeOfALayerOfTheirs) {
+    host::SceneLayer& layer = Add(_M("a"));
+    rows.Refresh();
+    int changes = 0;
+    rows.onChange = [&changes] { ++changes; };
+    layer.SetName(_M("b"));
+    EXPECT_EQ(changes, 1);
+    rows.Clear();
+    layer.SetName(_M("c"));
+    EXPECT_EQ(changes, 1);
 }
 
 TEST_F(SceneLayerRowsTest, AreLeftAloneWhenTheMenuIsLeftWithoutAChoice) {

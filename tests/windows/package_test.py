@@ -40,14 +40,17 @@ class Package(unittest.TestCase):
         cls.contents = xml.etree.ElementTree.fromstring(cls.files["veltrane/PackageContents.xml"])
 
     def test_is_one_folder_of_files_that_all_may_read(self):
-        self.assertEqual(sorted(self.files), ["veltrane/Contents/veltrane.chm",
+        self.assertEqual(sorted(self.files), ["veltrane/Contents/veltrane-about.dll",
+                                              "veltrane/Contents/veltrane.chm",
                                               "veltrane/Contents/veltrane.dlv",
                                               "veltrane/PackageContents.xml"])
         for entry in self.entries:
             self.assertEqual(entry.external_attr >> 16, 0o100644, entry.filename)
 
-    def test_has_the_library_of_the_build(self):
-        self.assertEqual(self.files["veltrane/Contents/veltrane.dlv"], LIBRARY.read_bytes())
+    def test_has_the_libraries_of_the_build(self):
+        for name in ("veltrane.dlv", "veltrane-about.dll"):
+            self.assertEqual(self.files[f"veltrane/Contents/{name}"],
+                             LIBRARY.with_name(name).read_bytes())
 
     def test_made_later_is_the_same(self):
         later, _ = make(self.folder, "later.zip")

@@ -5,6 +5,7 @@
 #include <winutil.h>
 
 #include "effect/psd_output.h"
+#include "plugin/block_changes.h"
 #include "plugin/library.h"
 #include "ui/advanced_options.h"
 #include "ui/resource.h"
@@ -23,11 +24,11 @@ void Fill(HWND combo, const std::vector<OptionItem>& items, int value) {
     ComboBox_SetCurSel(combo, ItemOf(items, value));
 }
 
-// The item data of the selection; 0 without one.
-int ValueOf(HWND dialog, int control) {
+// The item data of the selection. A value that no item has selects none, and stays.
+int ValueOf(HWND dialog, int control, int shown) {
     HWND combo = GetDlgItem(dialog, control);
     const int item = ComboBox_GetCurSel(combo);
-    return item < 0 ? 0 : static_cast<int>(ComboBox_GetItemData(combo, item));
+    return item < 0 ? shown : static_cast<int>(ComboBox_GetItemData(combo, item));
 }
 
 void Check(HWND dialog, int control, std::int32_t on) {
@@ -69,17 +70,19 @@ void Initialise(HWND dialog, AdvancedDialog& state) {
 
 void ReadControls(HWND dialog, AdvancedOptions& options) {
     options.gammaCorrect = IsChecked(dialog, IDC_GAMMA);
-    options.gammaConfig = ValueOf(dialog, IDC_GAMMA_CONFIG);
+    options.gammaConfig = ValueOf(dialog, IDC_GAMMA_CONFIG, options.gammaConfig);
     options.colorCorrect = IsChecked(dialog, IDC_COLOR);
-    options.colorConfig = ValueOf(dialog, IDC_COLOR_CONFIG);
+    options.colorConfig = ValueOf(dialog, IDC_COLOR_CONFIG, options.colorConfig);
     options.hideMatteLayers = IsChecked(dialog, IDC_HIDE_MATTE_LAYERS);
     options.denoiserChannels = IsChecked(dialog, IDC_DENOISER_CHANNELS);
-    options.compatibility = ValueOf(dialog, IDC_COMPATIBILITY);
+    options.compatibility = ValueOf(dialog, IDC_COMPATIBILITY, options.compatibility);
 }
 
-void FollowChoice(HWND dialog, CorrectionChoice (*after)(CorrectionChoice)) {
-    const CorrectionChoice choice = after(
-        {.gamma = ValueOf(dialog, IDC_GAMMA_CONFIG), .color = ValueOf(dialog, IDC_COLOR_CONFIG)});
+void FollowChoice(HWND dialog, const AdvancedOptions& options,
+                  CorrectionChoice (*after)(CorrectionChoice)) {
+    const CorrectionChoice choice =
+        after({.gamma = ValueOf(dialog, IDC_GAMMA_CONFIG, options.gammaConfig),
+               .color = ValueOf(dialog, IDC_COLOR_CONFIG, options.colorConfig)});
     const std::vector<OptionItem> items = CorrectionItems();
     ComboBox_SetCurSel(GetDlgItem(dialog, IDC_GAMMA_CONFIG), ItemOf(items, choice.gamma));
     ComboBox_SetCurSel(GetDlgItem(dialog, IDC_COLOR_CONFIG), ItemOf(items, choice.color));
@@ -94,10 +97,10 @@ void OnAdvancedCommand(HWND dialog, AdvancedDialog& state, int control, int code
             Enable(dialog, IDC_COLOR_CONFIG, IsChecked(dialog, control));
             return;
         case IDC_GAMMA_CONFIG:
-            if (code == CBN_SELCHANGE) FollowChoice(dialog, AfterGammaChoice);
+            if (code == CBN_SELCHANGE) FollowChoice(dialog, state.options, AfterGammaChoice);
             return;
         case IDC_COLOR_CONFIG:
-            if (code == CBN_SELCHANGE) FollowChoice(dialog, AfterColorChoice);
+            if (code == CBN_SELCHANGE) FollowChoice(dialog, state.options, AfterColorChoice);
             return;
         case IDOK:
             ReadControls(dialog, state.options);
@@ -132,7 +135,10 @@ void OpenAdvancedOptions(effect::PSDOutput& effect, HWND parent) {
     AdvancedDialog state{ReadAdvancedOptions(effect)};
     const INT_PTR answer = DialogBoxParamW(plugin::Module(), MAKEINTRESOURCEW(IDD_ADVANCED), parent,
                                            AdvancedProcedure, reinterpret_cast<LPARAM>(&state));
-    if (answer == 1) WriteAdvancedOptions(state.options);
+    if (answer != 1) return;
+    WriteAdvancedOptions(state.options);
+    // Not each of these settings is told of, and the layers' settings depend on most of them.
+    if (plugin::EffectPanel* panel = plugin::OpenPanel()) panel->UpdateLayerControls();
 }
 
 }  // namespace ui

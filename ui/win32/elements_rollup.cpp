@@ -3,8 +3,6 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
-#include <utility>
-
 #include "effect/psd_output.h"
 #include "plugin/parameters.h"
 #include "ui/blend_mode_combo.h"
@@ -14,6 +12,7 @@
 #include "ui/move_layer.h"
 #include "ui/resource.h"
 #include "ui/rollup_timers.h"
+#include "ui/scoped_mark.h"
 #include "ui/sort_once.h"
 #include "ui/win32/list_control.h"
 #include "ui/win32/list_splitter.h"
@@ -39,15 +38,6 @@ void ShowControl(HWND dialog, const LayerControl& state) {
     if (state.checked && IsSystemButton(control)) {
         SendMessageW(control, BM_SETCHECK, *state.checked ? BST_CHECKED : BST_UNCHECKED, 0);
     }
-}
-
-// The item of a mode, by its item data; -1 for none.
-int ComboItemOf(HWND combo, int mode) {
-    const int items = ComboBox_GetCount(combo);
-    for (int item = 0; item < items; ++item) {
-        if (ComboBox_GetItemData(combo, item) == mode) return item;
-    }
-    return -1;
 }
 
 }  // namespace
@@ -99,7 +89,10 @@ void ElementsRollup::Choose(const effect::PSDOutputLayer* layer) {
 void ElementsRollup::Closing() {
     ListView_CancelEditLabel(List());
     KillTimer(Dialog(), renderElementsTimer.id);
+    DropListPictures(List());
     chosen = nullptr;
+    named = nullptr;
+    shownName = MSTR();
 }
 
 void ElementsRollup::OtherEffect() {
@@ -108,6 +101,7 @@ void ElementsRollup::OtherEffect() {
     UpdateRenderElements(Effect());
     RefreshRenderElementRows();
     UpdateLayerControls();
+    Redraw();
 }
 
 void ElementsRollup::Redraw() {
@@ -116,24 +110,37 @@ void ElementsRollup::Redraw() {
 
 void ElementsRollup::RefreshRenderElementRows() {
     if (!IsOpen()) return;
-    const bool outer = std::exchange(showing, true);
+    const ScopedMark mark(showing);
     FillList(List(), elementList, ElementRowCount(Effect()));
-    showing = outer;
+    // A new layer may come to lie where one lay that is gone.
+    if (RowOf(chosen) < 0) chosen = nullptr;
 }
 
 void ElementsRollup::UpdateLayerControls() {
     if (!IsOpen() || showing) return;
-    showing = true;
+    const ScopedMark mark(showing);
     SelectChosen();
     const LayerControls state = ui::UpdateLayerControls(Effect(), Selected(), RowCount(List()));
     for (const LayerControl& control : state.controls)
         ShowControl(Dialog(), control);
+    ShowName(state.name);
+    ShowBlendMode(state.blendingMode);
+}
+
+// A name that is being typed stays, while its layer is the selected one.
+void ElementsRollup::ShowName(const MSTR& name) {
+    HWND field = Control(IDC_ELEMENT_NAME);
+    const MSTR text = EditText(field);
+    if (GetFocus() == field && named == chosen && text != shownName) return;
+    named = chosen;
+    shownName = name;
     // The caret stays where it is in a name that stays.
-    HWND name = Control(IDC_ELEMENT_NAME);
-    if (EditText(name) != state.name) SetEditText(name, state.name);
-    HWND combo = Control(IDC_ELEMENT_BLENDING);
-    ComboBox_SetCurSel(combo, ComboItemOf(combo, state.blendingMode));
-    showing = false;
+    if (text != name) SetEditText(field, name);
+}
+
+void ElementsRollup::ShowBlendMode(int mode) {
+    ComboBox_SetCurSel(Control(IDC_ELEMENT_BLENDING),
+                       ItemOfBlendMode(OfferedBlendModes(Effect()), mode));
 }
 
 void ElementsRollup::FillBlendingModes() {
@@ -144,6 +151,7 @@ void ElementsRollup::FillBlendingModes() {
         const int item = ComboBox_AddString(combo, BlendModeName(mode).data());
         ComboBox_SetItemData(combo, item, mode);
     }
+    ShowBlendMode(ui::UpdateLayerControls(Effect(), Selected(), RowCount(List())).blendingMode);
 }
 
 void ElementsRollup::EnableControls() {
@@ -188,11 +196,33 @@ void ElementsRollup::Move(int delta) {
 
 void ElementsRollup::Rename() {
     const MSTR name = EditText(Control(IDC_ELEMENT_NAME));
-    if (RenameElement(Effect(), RowOf(chosen), name.data())) Redraw();
+    if (!RenameElement(Effect(), RowOf(chosen), name.data())) return;
+    shownName = name;
+    Redraw();
+}
+
+// While the menu is up the rollup may close, and rows may change their order.
+void ElementsRollup::TrackMenu(int row, POINT at) {
+    if (!HasElementMenu(Effect(), row)) return;
+    const effect::PSDOutputLayer* layer = LayerOfRow(Effect(), row);
+    const int item = TrackRowMenu(Dialog(), ElementMenu(), at);
+    if (item == 0 || !IsOpen() || !ChooseElementMenu(Effect(), RowOf(layer), item)) return;
+    UpdateLayerControls();
+    Redraw();
+}
+
+bool ElementsRollup::ContextMenu(HWND control) {
+    if (control != List()) return false;
+    if (const int row = Selected(); row >= 0) TrackMenu(row, RowPlace(List(), row));
+    return true;
 }
 
 void ElementsRollup::Press(WORD key) {
     const int row = Selected();
+    if (key == VK_APPS) {
+        ContextMenu(List());
+        return;
+    }
     if (key == VK_F2 && row >= 0) ListView_EditLabel(List(), row);
     if (key != VK_SPACE || !ClickElement(Effect(), CheckBoxOf(row))) return;
     UpdateLayerControls();
@@ -256,15 +286,9 @@ LRESULT ElementsRollup::Notify(NMHDR& notification) {
             }
             UpdateLayerControls();
             return 0;
-        case NM_RCLICK: {
-            const int row = HitOf(reinterpret_cast<NMITEMACTIVATE&>(notification)).row;
-            if (!HasElementMenu(Effect(), row)) return 0;
-            if (ChooseElementMenu(Effect(), row, TrackRowMenu(Dialog(), ElementMenu()))) {
-                UpdateLayerControls();
-                Redraw();
-            }
+        case NM_RCLICK:
+            TrackMenu(HitOf(reinterpret_cast<NMITEMACTIVATE&>(notification)).row, MousePlace());
             return 0;
-        }
         case LVN_ENDLABELEDITW: {
             if (showing) return 0;
             const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notification).item;

@@ -27,6 +27,7 @@ class ElementsRollup final : public Rollup {
     void Command(int control, int code) override;
     void Entered(int control) override;
     LRESULT Notify(NMHDR& notification) override;
+    bool ContextMenu(HWND control) override;
     void Tick(UINT_PTR timer) override;
 
   protected:
@@ -45,11 +46,17 @@ class ElementsRollup final : public Rollup {
     void Move(int delta);
     void Rename();
     void Press(WORD key);
+    void TrackMenu(int row, POINT at);
+    void ShowName(const MSTR& name);
+    void ShowBlendMode(int mode);
 
     bool elementsDirty = false;
     // The layer of the row that the user selected, null for none. As rows are made anew or change
     // their order, the selection goes with it. Only compared: it may be destroyed.
     const effect::PSDOutputLayer* chosen = nullptr;
+    // What the field of the name was given at last, and for which layer. Only compared, too.
+    MSTR shownName;
+    const effect::PSDOutputLayer* named = nullptr;
     // Controls are being written: what they notify of is no wish of the user's.
     bool showing = false;
 };

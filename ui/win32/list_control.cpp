@@ -2,6 +2,8 @@
 
 #include <icolorman.h>
 
+#include <utility>
+
 #include "plugin/string_table.h"
 
 namespace ui {
@@ -26,12 +28,15 @@ void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures) {
     }
 }
 
+void DropListPictures(HWND list) {
+    ListView_SetImageList(list, nullptr, LVSIL_STATE);
+}
+
 namespace {
 
-// The lists let one row be selected. To tell all rows would take long.
+// A list lets one row be selected.
 void SelectNothing(HWND list) {
-    for (const UINT state : {LVNI_SELECTED, LVNI_FOCUSED}) {
-        const int row = ListView_GetNextItem(list, -1, state);
+    for (const int row : {SelectedRow(list), ListView_GetNextItem(list, -1, LVNI_FOCUSED)}) {
         if (row >= 0) ListView_SetItemState(list, row, 0, LVIS_SELECTED | LVIS_FOCUSED);
     }
 }
@@ -61,11 +66,24 @@ void FillList(HWND list, const ListView& kind, int rows) {
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
 }
 
+// As all rows are alike it is the last that goes.
+void RemoveRow(HWND list, int row) {
+    const int selected = SelectedRow(list);
+    if (selected >= row) SelectNothing(list);
+    if (selected > row) SelectRow(list, selected - 1, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_DeleteItem(list, RowCount(list) - 1);
+    RedrawList(list);
+}
+
 int RowCount(HWND list) {
     return ListView_GetItemCount(list);
 }
 
+// As a rule it has the focus too. To look for it elsewhere asks for the state of each row.
 int SelectedRow(HWND list) {
+    if (ListView_GetSelectedCount(list) == 0) return -1;
+    const int focused = ListView_GetNextItem(list, -1, LVNI_FOCUSED);
+    if (focused >= 0 && ListView_GetItemState(list, focused, LVIS_SELECTED)) return focused;
     return ListView_GetNextItem(list, -1, LVNI_SELECTED);
 }
 
@@ -77,6 +95,12 @@ void RedrawList(HWND list) {
     InvalidateRect(list, nullptr, FALSE);
 }
 
+std::function<void()> RedrawOnce(HWND list) {
+    return [list, done = false]() mutable {
+        if (!std::exchange(done, true)) RedrawList(list);
+    };
+}
+
 RowHit HitOf(const NMITEMACTIVATE& click) {
     LVHITTESTINFO hit{};
     hit.pt = click.ptAction;
@@ -84,14 +108,27 @@ RowHit HitOf(const NMITEMACTIVATE& click) {
     return {hit.iItem, hit.iSubItem, hit.flags};
 }
 
-int TrackRowMenu(HWND owner, const RowMenu& menu) {
+POINT MousePlace() {
+    POINT place{};
+    GetCursorPos(&place);
+    return place;
+}
+
+POINT RowPlace(HWND list, int row) {
+    ListView_EnsureVisible(list, row, FALSE);
+    RECT label{};
+    ListView_GetItemRect(list, row, &label, LVIR_LABEL);
+    POINT place{label.left, label.bottom};
+    ClientToScreen(list, &place);
+    return place;
+}
+
+int TrackRowMenu(HWND owner, const RowMenu& menu, POINT at) {
     HMENU popup = CreatePopupMenu();
     for (const MenuItem& item : menu)
         AppendMenuW(popup, MF_STRING, static_cast<UINT_PTR>(item.id), item.text.data());
-    POINT cursor{};
-    GetCursorPos(&cursor);
     constexpr UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON;
-    const int chosen = TrackPopupMenu(popup, flags, cursor.x, cursor.y, 0, owner, nullptr);
+    const int chosen = TrackPopupMenu(popup, flags, at.x, at.y, 0, owner, nullptr);
     DestroyMenu(popup);
     return chosen;
 }

@@ -7,6 +7,8 @@
 #include <commctrl.h>
 #include <strclass.h>
 
+#include <functional>
+
 #include "ui/cell_text.h"
 #include "ui/element_row_clicks.h"
 #include "ui/list_views.h"
@@ -17,9 +19,16 @@ namespace ui {
 // which stay the caller's.
 void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures);
 
+// The rollup closes: the pictures may go before the list does.
+void DropListPictures(HWND list);
+
 // As many rows, row i with `i` as its parameter. Nothing is selected then, and no row is being
 // renamed.
 void FillList(HWND list, const ListView& kind, int rows);
+
+// The rows below that one move up; their parameters fall by one, and the selection goes with its
+// row.
+void RemoveRow(HWND list, int row);
 
 int RowCount(HWND list);
 // -1 for none.
@@ -27,6 +36,9 @@ int SelectedRow(HWND list);
 // `states` are the bits of LVIS_SELECTED and LVIS_FOCUSED that the row gets.
 void SelectRow(HWND list, int row, UINT states);
 void RedrawList(HWND list);
+// For a run of changes in which nothing is drawn: the first call redraws the list, which is enough
+// for all.
+std::function<void()> RedrawOnce(HWND list);
 
 RowHit HitOf(const NMITEMACTIVATE& click);
 // As of a click on the row's check box.
@@ -46,7 +58,11 @@ void GiveRow(NMLVDISPINFOW& asked, const Text& text, const Image& image) {
     }
 }
 
-// Lets the user choose at the cursor. 0 for nothing.
-int TrackRowMenu(HWND owner, const RowMenu& menu);
+// In the screen's pixels: where a menu opens that the mouse asked for, and one of the keyboard's
+// for that row, which comes into view.
+POINT MousePlace();
+POINT RowPlace(HWND list, int row);
+// Lets the user choose. 0 for nothing. Whatever the panel shows may be gone then.
+int TrackRowMenu(HWND owner, const RowMenu& menu, POINT at);
 
 }  // namespace ui

@@ -148,7 +148,6 @@ void MainRollup::OfferFrameBufferChange() {
 }
 
 void MainRollup::TakeFileName() {
-    if (Effect().pblock->GetInt("matchRenderOutputFilename"_param)) return;
     TakeTypedFileName(Effect(), EditText(Control(IDC_FILE_NAME)));
 }
 
@@ -165,6 +164,8 @@ void MainRollup::Command(int control, int code) {
             return;
         case IDC_FILE_NAME:
             if (code == EN_SETFOCUS || code == EN_KILLFOCUS) TakeFileName();
+            // What is kept may be another text than what was typed.
+            if (code == EN_KILLFOCUS) UpdateFileNameField();
             return;
         default:
             if (code == BN_CLICKED) ClickResolution(*Effect().pblock, control);
@@ -172,7 +173,9 @@ void MainRollup::Command(int control, int code) {
 }
 
 void MainRollup::Entered(int control) {
-    if (control == IDC_FILE_NAME) TakeFileName();
+    if (control != IDC_FILE_NAME) return;
+    TakeFileName();
+    UpdateFileNameField();
 }
 
 void MainRollup::Tick(UINT_PTR timer) {

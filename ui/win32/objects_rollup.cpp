@@ -9,6 +9,7 @@
 #include "ui/objects_group.h"
 #include "ui/resource.h"
 #include "ui/rollup_notifications.h"
+#include "ui/scoped_mark.h"
 #include "ui/win32/output_combo.h"
 #include "ui/win32/panel_pictures.h"
 #include "ui/win32/rollup_controls.h"
@@ -75,7 +76,7 @@ void ObjectsRollup::RefreshObjectControls() {
 }
 
 void ObjectsRollup::RefreshButtons() {
-    if (!IsOpen()) return;
+    if (!IsOpen() || working) return;
     const ObjectsGroup shown =
         RefreshObjectsGroup(*Effect().pblock, pickCallback.IsActive(), SelectedRows());
     EnableControl(Control(IDC_ADD_SELECTED), shown.addSelectedEnabled);
@@ -111,32 +112,39 @@ std::optional<MSTR> ObjectsRollup::TypedIDList(const effect::PSDOutput& effect,
     return EditText(Control(list == "nodeIDList"_param ? IDC_NODE_ID_LIST : IDC_MATERIAL_ID_LIST));
 }
 
+// False for another control. A button that is greyed loses the keyboard, so in between, when rows
+// aren't selected yet, none is.
+bool ObjectsRollup::Press(int button) {
+    const ScopedMark mark(working);
+    switch (button) {
+        case IDC_ADD_SELECTED:
+            AddSelectedObjects(*Effect().pblock);
+            return true;
+        case IDC_ADD_OBJECTS:
+            pickCallback.Toggle();
+            return true;
+        case IDC_REMOVE_OBJECTS:
+            RemoveObjects(*Effect().pblock, SelectedRows());
+            // Of objects of one name the list box keeps the wrong one selected.
+            SelectRows({});
+            return true;
+        case IDC_OBJECTS_UP:
+            Move(-1);
+            return true;
+        case IDC_OBJECTS_DOWN:
+            Move(1);
+            return true;
+        default:
+            return false;
+    }
+}
+
 void ObjectsRollup::Command(int control, int code) {
     if (control == IDC_OBJECT_LIST) {
         if (code == LBN_SELCHANGE) RefreshButtons();
         return;
     }
-    if (code != BN_CLICKED) return;
-    switch (control) {
-        case IDC_ADD_SELECTED:
-            AddSelectedObjects(*Effect().pblock);
-            break;
-        case IDC_ADD_OBJECTS:
-            pickCallback.Toggle();
-            break;
-        case IDC_REMOVE_OBJECTS:
-            RemoveObjects(*Effect().pblock, SelectedRows());
-            break;
-        case IDC_OBJECTS_UP:
-            Move(-1);
-            break;
-        case IDC_OBJECTS_DOWN:
-            Move(1);
-            break;
-        default:
-            return;
-    }
-    RefreshButtons();
+    if (code == BN_CLICKED && Press(control)) RefreshButtons();
 }
 
 void ObjectsRollup::Measure(MEASUREITEMSTRUCT& item) {

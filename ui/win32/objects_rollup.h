@@ -35,8 +35,11 @@ class ObjectsRollup final : public Rollup {
     void SelectRows(std::span<const int> rows);
     void RefreshButtons();
     void Move(int delta);
+    bool Press(int button);
 
     PSDOutputPickModeCallback pickCallback;
+    // A button's work is going on: the other buttons go by what is there when it is done.
+    bool working = false;
 };
 
 }  // namespace ui

@@ -2,9 +2,12 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "plugin/library.h"
 #include "ui/overwrite_prompt.h"
 #include "ui/resource.h"
+#include "ui/shortened_path.h"
 #include "ui/win32/text_width.h"
 
 namespace ui {
@@ -33,8 +36,17 @@ void MoveControl(HWND dialog, int control, int left, int width) {
                  area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// As wide as the path needs.
-void Grow(HWND dialog, const MSTR& text) {
+// Of the screen that the window is on, without what always stands there.
+RECT ScreenAround(HWND window) {
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &screen);
+    return screen.rcWork;
+}
+
+// As wide as the path needs. One that is too wide for the screen is shortened.
+void ShowText(HWND dialog, const MSTR& text) {
+    HWND control = GetDlgItem(dialog, IDC_FILE_EXISTS_TEXT);
     RECT whole{};
     GetWindowRect(dialog, &whole);
     const RECT label = PlaceIn(dialog, IDC_FILE_EXISTS_TEXT);
@@ -42,10 +54,17 @@ void Grow(HWND dialog, const MSTR& text) {
     const RECT no = PlaceIn(dialog, IDNO);
     const OverwriteWidths present{WidthOf(whole), WidthOf(label), static_cast<int>(yes.left),
                                   static_cast<int>(no.left)};
-    const int line = TextWidthIn(GetDlgItem(dialog, IDC_FILE_EXISTS_TEXT), PathLine(text));
-    const OverwriteWidths grown = GrownToFit(present, line);
-    SetWindowPos(dialog, nullptr, 0, 0, grown.dialog, whole.bottom - whole.top,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT screen = ScreenAround(dialog);
+    const auto widthOf = [control](const MSTR& line) { return TextWidthIn(control, line); };
+    const int room = present.text + std::max(0, WidthOf(screen) - present.dialog);
+    const MSTR line = ShortenedPath(PathLine(text), room, widthOf);
+    SetWindowTextW(control, WithPathLine(text, line).data());
+    const OverwriteWidths grown = GrownToFit(present, widthOf(line));
+    const int left = std::max(
+        static_cast<int>(screen.left),
+        std::min(static_cast<int>(whole.left), static_cast<int>(screen.right) - grown.dialog));
+    SetWindowPos(dialog, nullptr, left, whole.top, grown.dialog, whole.bottom - whole.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     MoveControl(dialog, IDC_FILE_EXISTS_TEXT, static_cast<int>(label.left), grown.text);
     MoveControl(dialog, IDYES, grown.yesLeft, WidthOf(yes));
     MoveControl(dialog, IDNO, grown.noLeft, WidthOf(no));
@@ -58,15 +77,16 @@ void InitialiseOverwrite(HWND dialog, const MSTR& text) {
     HANDLE icon = LoadImageW(nullptr, IDI_WARNING, IMAGE_ICON, iconSize, iconSize, LR_SHARED);
     SendDlgItemMessageW(dialog, IDC_FILE_EXISTS_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon),
                         0);
-    SetDlgItemTextW(dialog, IDC_FILE_EXISTS_TEXT, text.data());
-    Grow(dialog, text);
+    ShowText(dialog, text);
+    // The button that the Enter key presses.
+    SetFocus(GetDlgItem(dialog, IDYES));
 }
 
 INT_PTR CALLBACK OverwriteProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(dialog, DWLP_USER, lParam);
         InitialiseOverwrite(dialog, reinterpret_cast<OverwriteDialog*>(lParam)->text);
-        return TRUE;
+        return FALSE;
     }
     const int button = LOWORD(wParam);
     if (message != WM_COMMAND || (button != IDYES && button != IDNO)) return FALSE;

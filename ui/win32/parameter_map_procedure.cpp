@@ -3,8 +3,10 @@
 #include <commctrl.h>
 #include <custcont.h>
 #include <maxapi.h>
+#include <windowsx.h>
 #include <winutil.h>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -102,6 +104,11 @@ INT_PTR PSDOutputParamMapUserDlgProc::DlgProc(TimeValue, IParamMap2* map, HWND, 
             return 1;
         case WM_NOTIFY:
             return rollup->Notify(*reinterpret_cast<NMHDR*>(lParam));
+        case WM_CONTEXTMENU: {
+            // With the mouse a list asks by a notification.
+            const bool byKeyboard = GET_X_LPARAM(lParam) == -1 && GET_Y_LPARAM(lParam) == -1;
+            return byKeyboard && rollup->ContextMenu(reinterpret_cast<HWND>(wParam));
+        }
         case WM_TIMER:
             rollup->Tick(wParam);
             return 1;
@@ -130,6 +137,12 @@ RefResult PSDOutputParamMapUserDlgProc::NotifyRefChanged(const Interval&, RefTar
     return REF_SUCCEED;
 }
 
+bool PSDOutputParamMapUserDlgProc::Shows(const effect::PSDOutput& effect) {
+    return std::ranges::any_of(parameters::rollups, [&](const parameters::Rollup& each) {
+        return RollupOf(each.map)->Shows(effect);
+    });
+}
+
 void PSDOutputParamMapUserDlgProc::UpdateFileNameField() {
     main.UpdateFileNameField();
 }
@@ -150,6 +163,8 @@ void PSDOutputParamMapUserDlgProc::RedrawRenderElements() {
 }
 void PSDOutputParamMapUserDlgProc::RefreshRenderElementRows() {
     elements.RefreshRenderElementRows();
+    elements.UpdateLayerControls();
+    elements.Redraw();
 }
 void PSDOutputParamMapUserDlgProc::UpdateLayerControls() {
     elements.UpdateLayerControls();
@@ -178,6 +193,9 @@ std::optional<MSTR> PSDOutputParamMapUserDlgProc::TypedIDList(const effect::PSDO
 }
 void PSDOutputParamMapUserDlgProc::RefreshSceneLayerControls() {
     sceneLayers.RefreshControls();
+}
+void PSDOutputParamMapUserDlgProc::RedrawSceneLayers() {
+    sceneLayers.Redraw();
 }
 void PSDOutputParamMapUserDlgProc::RefreshSelectionSetControls() {
     selectionSets.RefreshControls();

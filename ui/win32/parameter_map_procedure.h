@@ -33,6 +33,7 @@ class PSDOutputParamMapUserDlgProc final : public ParamMap2UserDlgProc,
     RefResult NotifyRefChanged(const Interval& changeInt, RefTargetHandle hTarget, PartID& partID,
                                RefMessage message, BOOL propagate) override;
 
+    bool Shows(const effect::PSDOutput& effect) override;
     void UpdateFileNameField() override;
     void UpdateFormatEnabling() override;
     void UpdateDepthControls() override;
@@ -49,6 +50,7 @@ class PSDOutputParamMapUserDlgProc final : public ParamMap2UserDlgProc,
     void RefreshObjectControls() override;
     std::optional<MSTR> TypedIDList(const effect::PSDOutput& effect, ParamID list) override;
     void RefreshSceneLayerControls() override;
+    void RedrawSceneLayers() override;
     void RefreshSelectionSetControls() override;
     void RedrawSelectionSets() override;
 

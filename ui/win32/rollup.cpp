@@ -17,7 +17,8 @@ void Rollup::Close() {
 }
 
 bool Rollup::IsOpen() const {
-    return map && effect::PSDOutput::IsLiving(editing) && editing->pblock;
+    return map && effect::PSDOutput::IsLiving(editing) && editing->pblock &&
+           map->GetParamBlock() == editing->pblock;
 }
 
 void Rollup::Edit(effect::PSDOutput& editedEffect) {

@@ -24,8 +24,10 @@ class Rollup {
     void Close();
     bool HasDialog() const { return map != nullptr; }
     bool HasDialogOf(const IParamMap2& other) const { return map == &other; }
-    // There is a dialog, and an effect to show in it: the host may delete the effect first.
+    // There is a dialog, and in it the effect's own block: the host may delete the effect first, or
+    // give it another block, and a new effect may come to lie where the deleted one did.
     bool IsOpen() const;
+    bool Shows(const effect::PSDOutput& effect) const { return IsOpen() && editing == &effect; }
     // The same rollup for another effect; also while it is closed.
     void Edit(effect::PSDOutput& editedEffect);
 
@@ -35,6 +37,9 @@ class Rollup {
     virtual void Entered(int /*control*/) {}
     // WM_NOTIFY. The result is the message's.
     virtual LRESULT Notify(NMHDR& /*notification*/) { return 0; }
+    // WM_CONTEXTMENU by the keyboard; not each system sends it for the key of its own, which a list
+    // tells of. False for a control without a menu.
+    virtual bool ContextMenu(HWND /*control*/) { return false; }
     virtual void Tick(UINT_PTR /*timer*/) {}
     // WM_MEASUREITEM and WM_DRAWITEM of owner-drawn controls. The former also comes before Open.
     virtual void Measure(MEASUREITEMSTRUCT& /*item*/) {}

@@ -4,20 +4,20 @@
 #include <notify.h>
 
 #include "ui/scene_layer_rows.h"
-#include "ui/win32/rollup.h"
+#include "ui/win32/matte_list_rollup.h"
 
 namespace ui {
 
-class SceneLayersRollup final : public Rollup {
+class SceneLayersRollup final : public MatteListRollup {
   public:
+    SceneLayersRollup() : MatteListRollup(sceneLayerList) {}
+
     // Nothing while the rollup is closed.
     void RefreshControls();
+    void Redraw();
 
     void Command(int control, int code) override;
-    LRESULT Notify(NMHDR& notification) override;
     void Tick(UINT_PTR timer) override;
-    void Measure(MEASUREITEMSTRUCT& item) override;
-    void Draw(const DRAWITEMSTRUCT& item) override;
 
   protected:
     void Opened() override;
@@ -26,7 +26,11 @@ class SceneLayersRollup final : public Rollup {
 
   private:
     static void Hear(void* rollup, NotifyInfo* info);
-    HWND List() const;
+    MSTR RowText(int row) override { return rows.Text(row); }
+    int RowImage(int row) override { return rows.CheckImage(Effect(), row); }
+    bool Click(const RowHit& hit, int x) override;
+    RowMenu Menu() override { return SceneLayerMenu(); }
+    void ChooseMenu(int item, const std::function<void()>& redraw) override;
     void RefreshSceneLayerRows();
     void DeleteRow(const ILayer* layer);
 

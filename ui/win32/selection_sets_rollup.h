@@ -4,21 +4,20 @@
 #include <notify.h>
 
 #include "ui/selection_set_rows.h"
-#include "ui/win32/rollup.h"
+#include "ui/win32/matte_list_rollup.h"
 
 namespace ui {
 
-class SelectionSetsRollup final : public Rollup {
+class SelectionSetsRollup final : public MatteListRollup {
   public:
+    SelectionSetsRollup() : MatteListRollup(selectionSetList) {}
+
     // Nothing while the rollup is closed.
     void RefreshControls();
     // The effect's list of sets changed.
     void Redraw();
 
     void Command(int control, int code) override;
-    LRESULT Notify(NMHDR& notification) override;
-    void Measure(MEASUREITEMSTRUCT& item) override;
-    void Draw(const DRAWITEMSTRUCT& item) override;
 
   protected:
     void Opened() override;
@@ -27,12 +26,14 @@ class SelectionSetsRollup final : public Rollup {
 
   private:
     static void Hear(void* rollup, NotifyInfo* info);
-    HWND List() const;
+    MSTR RowText(int row) override { return rows.Text(row); }
+    int RowImage(int row) override { return rows.CheckImage(Effect(), row); }
+    bool Click(const RowHit& hit, int x) override;
+    RowMenu Menu() override { return rows.Menu(); }
+    void ChooseMenu(int item, const std::function<void()>& redraw) override;
     void RefreshSelectionSetRows();
     // Makes and draws the rows anew.
     void Update();
-    // `x` in pixels from the list's left edge.
-    void Click(int row, int column, int x);
 
     SelectionSetRows rows;
 };

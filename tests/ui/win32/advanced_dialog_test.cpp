@@ -94,7 +94,7 @@ TEST_F(AdvancedDialog, HasItsControlsUnderTheirTexts) {
         };
         for (const auto& [id, kind, text] : controls) {
             EXPECT_EQ(ClassOf(GetDlgItem(dialog, id)), kind) << id;
-            EXPECT_EQ(WindowText(GetDlgItem(dialog, id)), text) << id;
+            EXPECT_EQ(LabelOf(GetDlgItem(dialog, id)), text) << id;
         }
         RECT wanted{0, 0, 241, 198};
         MapDialogRect(dialog, &wanted);
@@ -160,6 +160,33 @@ TEST_F(AdvancedDialog, OkWritesAllSevenInOrder) {
     });
     EXPECT_THAT(written, ElementsAre(54, 129, 56, 126, 127, 128, 57));
     EXPECT_THAT(Values(), ElementsAre(FALSE, 0, FALSE, 2, FALSE, TRUE, 0));
+}
+
+TEST_F(AdvancedDialog, AValueThatNoItemHasStaysUnlessAnotherIsChosen) {
+    UseVRay();
+    Set("gammaCorrectConfig"_param, 9);
+    Set("colorCorrectConfig"_param, 8);
+    Set("compatibility"_param, 7);
+    ASSERT_THAT(Values(), ElementsAre(TRUE, 9, TRUE, 8, TRUE, FALSE, 7));
+    Open([](HWND dialog) {
+        EXPECT_EQ(Selected(dialog, IDC_COMPATIBILITY), -1);
+        Click(dialog, IDOK);
+    });
+    EXPECT_THAT(Values(), ElementsAre(TRUE, 9, TRUE, 8, TRUE, FALSE, 7));
+    Open([](HWND dialog) {
+        ChooseItem(dialog, IDC_COLOR_CONFIG, 2);
+        EXPECT_EQ(Selected(dialog, IDC_GAMMA_CONFIG), -1);
+        Click(dialog, IDOK);
+    });
+    EXPECT_THAT(Values(), ElementsAre(TRUE, 9, TRUE, 0, TRUE, FALSE, 7));
+}
+
+TEST_F(AdvancedDialog, TheLettersOfItsTextsPressIt) {
+    Open([](HWND dialog) {
+        MSG message{GetFocus(), WM_SYSCHAR, 'h', LPARAM{1} << 29, 0, {}};
+        EXPECT_TRUE(IsDialogMessageW(dialog, &message));
+        EXPECT_TRUE(IsChecked(dialog, IDC_HIDE_MATTE_LAYERS));
+    });
 }
 
 TEST_F(AdvancedDialog, CancelAndEscapeAndTheCloseItemWriteNothing) {

@@ -6,6 +6,7 @@
 #include "host/win32/accelerators.h"
 #include "tests/host/win32/object_counts.h"
 #include "tests/ui/win32/list_stage.h"
+#include "ui/move_layer.h"
 
 namespace {
 
@@ -191,6 +192,45 @@ TEST_F(ElementsRollupTest, KeepsDefaultsOfAClassWithItsMenu) {
     EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 3);
     EXPECT_EQ(CellOf(List(), 1, 2), "Multiply");
     EXPECT_EQ(Mode(), "Multiply") << "the pane shows it too";
+}
+
+TEST_F(ElementsRollupTest, OpensTheMenuOfTheSelectedRowByTheKeyboardToo) {
+    OpenWith({"A", "B"});
+    EXPECT_THAT(ChooseFromMenuKey(List(), 0), IsEmpty()) << "nothing is selected";
+    SetOf(0, "blendingMode"_layerParam, 3);
+    SetOf(1, "blendingMode"_layerParam, 3);
+    Select(1);
+    EXPECT_THAT(ChooseFromMenuKey(List(), 1),
+                ElementsAre("1 Save as Default", "2 Reset to Default"));
+    EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 0);
+    Select(0);
+    EXPECT_THAT(ChooseFromShiftF10(List(), 1),
+                ElementsAre("1 Save as Default", "2 Reset to Default"));
+    EXPECT_EQ(GetOf(0, "blendingMode"_layerParam), 0);
+}
+
+TEST_F(ElementsRollupTest, ClosesUnderItsMenu) {
+    OpenWith({"A"});
+    const auto close = [this] { std::exchange(dialogs, nullptr)->DeleteThis(); };
+    EXPECT_EQ(ChooseFromMenu(List(), LabelPoint(List(), 0), 1, close).size(), 2U);
+    EXPECT_EQ(dialogs, nullptr);
+}
+
+TEST_F(ElementsRollupTest, LeavesAnEffectAloneThatGoesUnderItsMenu) {
+    OpenWith({"A"});
+    HWND list = List();
+    ChooseFromMenu(list, LabelPoint(list, 0), 1, [] { Host().effects.clear(); });
+    EXPECT_EQ(RowsOf(list), 1);
+}
+
+TEST_F(ElementsRollupTest, ChangesTheLayerWhoseMenuItIsThoughRowsMoveMeanwhile) {
+    OpenWith({"A", "B"});
+    for (const int row : {0, 1})
+        SetOf(row, "blendingMode"_layerParam, 3);
+    ChooseFromMenu(List(), LabelPoint(List(), 0), 1, [this] { ui::MoveLayer(*effect, 0, 1); });
+    EXPECT_THAT(Names(), ElementsAre("B", "A"));
+    EXPECT_EQ(GetOf(0, "blendingMode"_layerParam), 3);
+    EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 0);
 }
 
 TEST_F(ElementsRollupTest, HasNoMenuBelowItsRows) {
@@ -419,6 +459,15 @@ TEST_F(ElementsRollupTest, ShowsTheModesThatTakeThePlaceOfThoseMissingAt32Bits) 
     EXPECT_THAT(ColumnOf(List(), 2), ElementsAre("Linear Dodge (Add)", "Normal", "Difference"));
 }
 
+TEST_F(ElementsRollupTest, KeepsShowingTheSelectedLayersModeWhenModesAreOfferedAnew) {
+    OpenWith({"A"});
+    SetOf(0, "blendingMode"_layerParam, 7);
+    Select(0);
+    ASSERT_EQ(Mode(), "Screen");
+    Set("usePS7Extensions"_param, FALSE);
+    EXPECT_EQ(Mode(), "Screen");
+}
+
 TEST_F(ElementsRollupTest, RenamesTheSelectedElementWithTheEnterKey) {
     OpenWith({"A", "B"});
     Select(1);
@@ -460,6 +509,45 @@ TEST_F(ElementsRollupTest, TakesUpTo255UnitsOfAName) {
     SetFocus(List());
     EXPECT_EQ(std::basic_string<MCHAR>(Elements().GetRenderElement(0)->ElementName()),
               std::basic_string<MCHAR>(255, L'x'));
+}
+
+TEST_F(ElementsRollupTest, LeavesALongNameAloneWhoseFieldIsOnlyPassed) {
+    const std::string name(300, 'n');
+    OpenWith({name});
+    Select(0);
+    SetFocus(Control(elementsMap, 1063));
+    SetFocus(List());
+    EXPECT_EQ(std::basic_string<MCHAR>(Elements().GetRenderElement(0)->ElementName()),
+              std::basic_string<MCHAR>(300, L'n'));
+}
+
+TEST_F(ElementsRollupTest, LeavesAHalfTypedNameAloneWhenItsRowsAreMadeAnew) {
+    OpenWith({"A", "B"});
+    Select(1);
+    Type(Control(elementsMap, 1063), "Beau");
+    Add("C");
+    Tick(elementsMap, timer);
+    ASSERT_EQ(RowsOf(List()), 3);
+    EXPECT_EQ(TextOf(elementsMap, 1063), "Beau");
+    PressKey(GetFocus(), VK_RETURN);
+    EXPECT_THAT(Names(), ElementsAre("A", "Beau", "C"));
+    // Given, and so no longer half typed.
+    Elements().GetRenderElement(1)->SetElementName(_M("D"));
+    Add("E");
+    Tick(elementsMap, timer);
+    EXPECT_EQ(TextOf(elementsMap, 1063), "D");
+}
+
+TEST_F(ElementsRollupTest, ShowsANameThatChangesElsewhereWhileNobodyTypes) {
+    OpenWith({"A"});
+    Select(0);
+    SetFocus(Control(elementsMap, 1063));
+    Elements().GetRenderElement(0)->SetElementName(_M("B"));
+    Add("C");
+    Tick(elementsMap, timer);
+    EXPECT_EQ(TextOf(elementsMap, 1063), "B");
+    SetFocus(List());
+    EXPECT_THAT(Names(), ElementsAre("B", "C"));
 }
 
 // Controls of the pane by what enables them.
@@ -716,6 +804,20 @@ TEST_F(ElementsRollupTest, CallsARowDeletedUntilItsElementIsLookedForAgain) {
     EXPECT_EQ(TextOf(elementsMap, 1063), "");
 }
 
+TEST_F(ElementsRollupTest, EmptiesItsPaneWhenTheSelectedLayerIsDeleted) {
+    OpenWith({"A", "B", "C"});
+    Select(1);
+    ASSERT_TRUE(IsEnabled(elementsMap, 1063));
+    UpdateWindow(List());
+    ValidateRect(List(), nullptr);
+    effect->Layer(0, 1)->DeleteThis();
+    EXPECT_THAT(Names(), ElementsAre("A", "C"));
+    EXPECT_THAT(SelectedOf(List()), IsEmpty());
+    EXPECT_EQ(TextOf(elementsMap, 1063), "");
+    EXPECT_FALSE(IsEnabled(elementsMap, 1063));
+    EXPECT_TRUE(GetUpdateRect(List(), nullptr, FALSE));
+}
+
 TEST_F(ElementsRollupTest, IgnoresClicksOnARowWithoutALayer) {
     OpenWith({"A", "B"});
     Select(1);
@@ -765,8 +867,10 @@ TEST_F(ElementsRollupTest, ShowsAnotherEffectInThePlaceOfTheFirst) {
     auto* other = static_cast<effect::PSDOutput*>(LibClassDesc(0)->Create());
     Host().effects.emplace_back(other);
     other->pblock->SetValue("bitDepth"_param, 0, 32);
+    Type(Control(elementsMap, 1063), "Beauty");
     dialogs->SetThing(other);
-    EXPECT_THAT(Names(), ElementsAre("A"));
+    EXPECT_TRUE(GetUpdateRect(List(), nullptr, FALSE));
+    EXPECT_THAT(Names(), ElementsAre("Beauty")) << "what was typed goes to the former one's row";
     EXPECT_THAT(SelectedOf(List()), IsEmpty());
     EXPECT_EQ(TextOf(elementsMap, 1063), "");
     EXPECT_EQ(ComboBox_GetCount(Control(elementsMap, 1045)), 15);

@@ -88,6 +88,54 @@ TEST_F(ListControlTest, StaysWhereItIsScrolledToWhenItIsFilledAnew) {
     EXPECT_EQ(ListView_GetTopIndex(list), 50);
 }
 
+TEST_F(ListControlTest, LosesARowAndKeepsTheNumbersInARow) {
+    HWND list = MakeList();
+    ui::FillList(list, ui::elementList, 5);
+    ui::RemoveRow(list, 1);
+    EXPECT_THAT(Parameters(list), ElementsAre(0, 1, 2, 3));
+    EXPECT_THAT(SelectedOf(list), IsEmpty());
+    for (const int row : {3, 0, 0, 0})
+        ui::RemoveRow(list, row);
+    EXPECT_EQ(RowsOf(list), 0);
+}
+
+TEST_F(ListControlTest, KeepsTheSelectedRowWhenItLosesAnother) {
+    HWND list = MakeList();
+    ui::FillList(list, ui::elementList, 5);
+    ui::SelectRow(list, 2, LVIS_SELECTED | LVIS_FOCUSED);
+    ui::RemoveRow(list, 3);
+    EXPECT_THAT(SelectedOf(list), ElementsAre(2));
+    ui::RemoveRow(list, 0);
+    EXPECT_THAT(SelectedOf(list), ElementsAre(1));
+    EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED), 1);
+    ui::RemoveRow(list, 1);
+    EXPECT_THAT(SelectedOf(list), IsEmpty()) << "it is the one that went";
+}
+
+TEST_F(ListControlTest, FindsTheSelectedRowWhereverTheFocusIs) {
+    HWND list = MakeList();
+    ui::FillList(list, ui::elementList, 5);
+    ui::SelectRow(list, 3, LVIS_SELECTED);
+    EXPECT_EQ(ui::SelectedRow(list), 3);
+    ui::SelectRow(list, 1, LVIS_FOCUSED);
+    EXPECT_EQ(ui::SelectedRow(list), 3);
+    ListView_SetItemState(list, 3, 0, LVIS_SELECTED);
+    EXPECT_EQ(ui::SelectedRow(list), -1);
+}
+
+TEST_F(ListControlTest, IsRedrawnOnceForARunOfChanges) {
+    HWND list = MakeList();
+    UpdateWindow(list);
+    ValidateRect(list, nullptr);
+    const std::function<void()> redraw = ui::RedrawOnce(list);
+    EXPECT_FALSE(GetUpdateRect(list, nullptr, FALSE));
+    redraw();
+    EXPECT_TRUE(GetUpdateRect(list, nullptr, FALSE));
+    ValidateRect(list, nullptr);
+    redraw();
+    EXPECT_FALSE(GetUpdateRect(list, nullptr, FALSE));
+}
+
 TEST_F(ListControlTest, DrawsAgainAfterItWasFilled) {
     HWND list = MakeList();
     ui::FillList(list, ui::elementList, 1);

@@ -114,8 +114,32 @@ class ListTest : public PanelTest {
     static void DoubleClickAt(HWND list, POINT at) { Click(list, at.x, at.y, true); }
 
     // A right click, and then from the menu the item of that index; -1 leaves the menu. What the
-    // menu offered, each with its number; nothing when none opened.
-    static std::vector<std::string> ChooseFromMenu(HWND list, POINT at, int item) {
+    // menu offered, each with its number; nothing when none opened. `meanwhile` happens while the
+    // menu is up.
+    static std::vector<std::string> ChooseFromMenu(HWND list, POINT at, int item,
+                                                   const std::function<void()>& meanwhile = {}) {
+        return ChooseFromMenuThat([&] { RightClick(list, at.x, at.y); }, list, item, meanwhile);
+    }
+    // The same with the keys that ask for the menu of the selected row.
+    static std::vector<std::string> ChooseFromMenuKey(HWND list, int item) {
+        return ChooseFromMenuThat([list] { SendMessageW(list, WM_KEYDOWN, VK_APPS, 1); }, list,
+                                  item);
+    }
+    static std::vector<std::string> ChooseFromShiftF10(HWND list, int item) {
+        const auto press = [list] {
+            BYTE keys[256] = {};
+            GetKeyboardState(keys);
+            const BYTE shift = std::exchange(keys[VK_SHIFT], BYTE{0x80});
+            SetKeyboardState(keys);
+            SendMessageW(list, WM_SYSKEYDOWN, VK_F10, 1);
+            keys[VK_SHIFT] = shift;
+            SetKeyboardState(keys);
+        };
+        return ChooseFromMenuThat(press, list, item);
+    }
+    static std::vector<std::string> ChooseFromMenuThat(
+        const std::function<void()>& open, HWND list, int item,
+        const std::function<void()>& meanwhile = {}) {
         std::vector<std::string> offered;
         const InModalLoop choice(OpenMenu, [&](HWND menuWindow) {
             constexpr UINT getMenu = 0x01E1;
@@ -126,11 +150,18 @@ class ListTest : public PanelTest {
                 offered.push_back(std::to_string(GetMenuItemID(menu, i)) + ' ' +
                                   host::ToUtf8(text));
             }
+            if (meanwhile) meanwhile();
+            if (!IsWindow(list)) {
+                // As systems end the menu of a window that goes.
+                EndMenu();
+                return;
+            }
             for (int i = 0; i <= item; ++i)
                 PostMessageW(list, WM_KEYDOWN, VK_DOWN, 1);
             PostMessageW(list, WM_KEYDOWN, item < 0 ? VK_ESCAPE : VK_RETURN, 1);
         });
-        RightClick(list, at.x, at.y);
+        open();
+        PumpMessages();
         return offered;
     }
 

@@ -296,6 +296,44 @@ TEST_F(MainRollup, OfATypedName260UnitsCount) {
     Type(Main(IDC_FILE_NAME), name);
     SetFocus(window);
     EXPECT_EQ(Filename(), name.substr(0, 260));
+    EXPECT_EQ(FieldText(), Filename());
+}
+
+TEST_F(MainRollup, ATypedNameIsShownInTheFormInWhichItIsKept) {
+    Set("matchRenderOutputFilename"_param, FALSE);
+    Open();
+    Type(Main(IDC_FILE_NAME), "near.psd");
+    SetFocus(window);
+    EXPECT_THAT(Filename(), testing::MatchesRegex(".:.+near\\.psd"));
+    EXPECT_EQ(FieldText(), Filename());
+    Type(Main(IDC_FILE_NAME), "next.psd");
+    PressKey(Main(IDC_FILE_NAME), VK_RETURN);
+    EXPECT_THAT(Filename(), testing::MatchesRegex(".:.+next\\.psd"));
+    EXPECT_EQ(FieldText(), Filename());
+}
+
+TEST_F(MainRollup, PassingThroughTheFieldOfANameLeavesItAsItIs) {
+    Set("matchRenderOutputFilename"_param, FALSE);
+    Open();
+    SetFocus(Main(IDC_FILE_NAME));
+    EXPECT_EQ(Filename(), "");
+    SetFocus(window);
+    EXPECT_EQ(Filename(), "");
+    EXPECT_EQ(FieldText(), "");
+    SetText("filename"_param, MSTR(_M("C:\\r\\set.psd")));
+    SetFocus(Main(IDC_FILE_NAME));
+    SetFocus(window);
+    EXPECT_EQ(Filename(), "C:\\r\\set.psd");
+    EXPECT_EQ(FieldText(), "C:\\r\\set.psd");
+}
+
+TEST_F(MainRollup, ANameThatIsTakenAwayBecomesThatByDefault) {
+    SetFilename("C:\\r\\set.psd");
+    Open();
+    Type(Main(IDC_FILE_NAME), "");
+    PressKey(Main(IDC_FILE_NAME), VK_RETURN);
+    EXPECT_EQ(Filename(), host::ToUtf8(Text(File("output") / "Untitled.psd")));
+    EXPECT_EQ(FieldText(), Filename());
 }
 
 TEST_F(MainRollup, FilesAsksForAFileWhichIsNoLongerDerived) {
@@ -525,9 +563,11 @@ TEST_F(MainRollup, AdvancedOptionsOpenOverTheRollup) {
                                Click(GetDlgItem(dialog, IDC_HIDE_MATTE_LAYERS));
                                Click(GetDlgItem(dialog, IDOK));
                            });
+    EnableWindow(Control(1, IDC_ELEMENT_COLOR), TRUE);
     Press(mainMap, IDC_ADVANCED_OPTIONS);
     EXPECT_TRUE(loop.HasActed());
     EXPECT_EQ(Value("matteLayersVisible"_param), FALSE);
+    EXPECT_FALSE(IsEnabled(1, IDC_ELEMENT_COLOR)) << "the layers' settings are shown anew";
 }
 
 class MainRollupWithVRay : public MainRollup {
@@ -570,6 +610,15 @@ TEST_F(MainRollupWithVRay, AnOutputThatHolds32BitsIsNotAskedAbout) {
     Open();
     Press(mainMap, IDC_DEPTH_32);
     EXPECT_THAT(TakeBoxes(), IsEmpty());
+}
+
+TEST_F(MainRollupWithVRay, TheDepthOfAnEffectThatIsNotShownIsNotAskedAbout) {
+    Open();
+    auto* other = static_cast<effect::PSDOutput*>(LibClassDesc(0)->Create());
+    Host().effects.emplace_back(other);
+    other->pblock->SetValue("bitDepth"_param, 0, 32);
+    EXPECT_THAT(TakeBoxes(), IsEmpty());
+    EXPECT_TRUE(IsChecked(mainMap, IDC_DEPTH_16));
 }
 
 TEST_F(MainRollupWithVRay, NobodyIsAskedWhileThePanelIsClosed) {

@@ -398,6 +398,74 @@ TEST_F(ObjectsRollup, UpAndDownMoveTheSelectedRowsWhichStaySelected) {
     EXPECT_THAT(Rows(), ElementsAre("Box", "Cone", "Disk", "Edge"));
 }
 
+TEST_F(ObjectsRollup, TheButtonsFollowTheListWhoeverChangesIt) {
+    Set("outputObjects"_param, TRUE);
+    List({0, 1});
+    Open();
+    SelectInScene({2});
+    Press(IDC_ADD_SELECTED);
+    ClickRows({1});
+    ASSERT_EQ(Buttons(), "+++++");
+    EXPECT_TRUE(Host().undo.Undo());
+    EXPECT_THAT(SelectedRows(), ElementsAre(1));
+    EXPECT_EQ(Buttons(), "++++-") << "it is the last";
+    EXPECT_TRUE(Host().undo.Redo());
+    EXPECT_EQ(Buttons(), "+++++");
+    Block().Delete("objectList"_param, 0, 1);
+    EXPECT_THAT(SelectedRows(), ElementsAre(0));
+    EXPECT_EQ(Buttons(), "+++-+");
+    Block().SetCount("objectList"_param, 0);
+    EXPECT_EQ(Buttons(), "++---");
+}
+
+TEST_F(ObjectsRollup, AButtonKeepsTheKeyboardWhileItCanBePressedAgain) {
+    Set("outputObjects"_param, TRUE);
+    List({0, 1, 2, 3});
+    Open();
+    ClickRows({3});
+    SetFocus(Own(IDC_OBJECTS_UP));
+    PressKey(Own(IDC_OBJECTS_UP), VK_SPACE);
+    EXPECT_THAT(SelectedRows(), ElementsAre(2));
+    EXPECT_EQ(GetFocus(), Own(IDC_OBJECTS_UP));
+}
+
+TEST_F(ObjectsRollup, RemoveSelectsNoneOfTheOthersThoughTheyHaveTheSameName) {
+    Set("outputObjects"_param, TRUE);
+    nodes[1]->SetName(_M("Box"));
+    List({0, 1});
+    Open();
+    ClickRows({0});
+    Press(IDC_REMOVE_OBJECTS);
+    ASSERT_EQ(Block().Count("objectList"_param), 1);
+    EXPECT_THAT(SelectedRows(), IsEmpty());
+    EXPECT_EQ(Buttons(), "-+---");
+}
+
+TEST_F(ObjectsRollup, ABlockThatTakesThePlaceOfTheShownOneIsLeftAlone) {
+    List({0});
+    Open();
+    IParamMap2* map = Map(objectsMap);
+    const auto replaceBlock = [this] {
+        DefaultRemapDir remap;
+        effect->ReplaceReference(0, remap.CloneRef(effect->pblock));
+    };
+    IParamBlock2* shown = effect->pblock;
+    replaceBlock();
+    ASSERT_NE(effect->pblock, shown);
+    Set("outputObjects"_param, TRUE);
+    EXPECT_FALSE(Enabled(IDC_OBJECTS_AS));
+    SendMessageW(Dialog(objectsMap), WM_COMMAND, MAKEWPARAM(IDC_ADD_OBJECTS, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(Own(IDC_ADD_OBJECTS)));
+    EXPECT_EQ(Host().pickMode.Callback(), nullptr);
+    // Nor does it matter that the shown one is gone for good.
+    if (map->GetParamBlock()) shown->DeleteThis();
+    ASSERT_EQ(map->GetParamBlock(), nullptr);
+    Set("outputObjects"_param, FALSE);
+    SelectInScene({1});
+    PanelTest::Press(0, IDC_RESOLUTION_300);
+    EXPECT_EQ(Block().GetFloat("resolution"_param), 72.0F);
+}
+
 TEST_F(ObjectsRollup, ObjectsOfTheSameNameMoveToo) {
     Set("outputObjects"_param, TRUE);
     nodes[1]->SetName(_M("Box"));

@@ -34,9 +34,9 @@ TEST_F(OverwriteDialog, HasItsControlsUnderTheirTexts) {
         EXPECT_EQ(GetWindow(dialog, GW_OWNER), parent);
         EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_FILE_EXISTS_TEXT)),
                   "Confirm overwriting:\n\nC:\\a.psd ?");
-        EXPECT_EQ(WindowText(GetDlgItem(dialog, IDYES)), "Yes");
-        EXPECT_EQ(WindowText(GetDlgItem(dialog, IDNO)), "No");
-        EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_DO_NOT_ASK)),
+        EXPECT_EQ(LabelOf(GetDlgItem(dialog, IDYES)), "Yes");
+        EXPECT_EQ(LabelOf(GetDlgItem(dialog, IDNO)), "No");
+        EXPECT_EQ(LabelOf(GetDlgItem(dialog, IDC_DO_NOT_ASK)),
                   "Do not show this message anymore (for this session)");
         EXPECT_EQ(IsDlgButtonChecked(dialog, IDC_DO_NOT_ASK), BST_UNCHECKED);
         RECT wanted{0, 0, 264, 82};
@@ -96,6 +96,10 @@ TEST_F(OverwriteDialog, AnswersWithItsButtonAndTheTickCountsWithYesAlone) {
     }
 }
 
+TEST_F(OverwriteDialog, TheKeyboardStartsAtYes) {
+    Ask("C:\\a.psd", [](HWND dialog) { EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDYES)); });
+}
+
 TEST_F(OverwriteDialog, TheEnterKeyIsYes) {
     EXPECT_TRUE(Ask("C:\\a.psd", [](HWND dialog) {
                     Key(dialog, VK_RETURN);
@@ -139,6 +143,27 @@ TEST_F(OverwriteDialog, GrowsToTheWidthOfThePathAndTheButtonsStayInTheMiddle) {
     EXPECT_EQ(large.text, std::pair(small.text.first, small.text.second + growth));
     EXPECT_EQ(large.yes, std::pair(small.yes.first + growth / 2, small.yes.second));
     EXPECT_EQ(large.no, std::pair(small.no.first + growth / 2, small.no.second));
+}
+
+TEST_F(OverwriteDialog, StaysOnTheScreenWhoseWidthAPathExceeds) {
+    const std::string path = "C:\\projects\\" + std::string(900, 'W') + "\\still.psd";
+    const effect::OverwriteAnswer answered = Ask(path, [&path](HWND dialog) {
+        MONITORINFO screen{};
+        screen.cbSize = sizeof screen;
+        GetMonitorInfoW(MonitorFromWindow(dialog, MONITOR_DEFAULTTONEAREST), &screen);
+        const RECT place = PlaceOf(dialog);
+        EXPECT_GE(place.left, screen.rcWork.left);
+        EXPECT_LE(place.right, screen.rcWork.right);
+        EXPECT_GT(WidthOf(dialog), (screen.rcWork.right - screen.rcWork.left) * 9 / 10);
+        const std::string shown = WindowText(GetDlgItem(dialog, IDC_FILE_EXISTS_TEXT));
+        EXPECT_THAT(shown, testing::StartsWith("Confirm overwriting:\n\nC:\\projects\\WWW"));
+        EXPECT_THAT(shown, testing::EndsWith("W...\\still.psd ?"));
+        EXPECT_LT(shown.size(), path.size());
+        const RECT no = PlaceOf(GetDlgItem(dialog, IDNO));
+        EXPECT_LT(no.right, place.right);
+        Click(dialog, IDYES);
+    });
+    EXPECT_TRUE(answered.overwrite);
 }
 
 TEST_F(OverwriteDialog, AsksOverTheHostsWindowUntilTheUserWantsNoFurtherQuestion) {

@@ -1,12 +1,13 @@
 #include "ui/win32/parameter_map_procedure.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstring>
 #include <set>
 #include <tuple>
 
 #include "host/win32/accelerators.h"
 #include "plugin/scene_file_state.h"
+#include "tests/host/win32/leak_rounds.h"
 #include "tests/host/win32/object_counts.h"
 #include "tests/ui/win32/modal_dialog.h"
 #include "ui/resource.h"
@@ -227,6 +228,26 @@ TEST_F(DialogProcedure, AnotherPlaceTakesOverAndTheFormerOneClosesQuietly) {
     EXPECT_EQ(plugin::OpenPanel(), nullptr);
 }
 
+TEST_F(DialogProcedure, TheListsOfAFormerPlaceHoldNoPicturesThatAreGone) {
+    Open();
+    std::vector<HWND> lists;
+    for (const auto& [map, list] :
+         {std::pair{1, IDC_ELEMENT_LIST}, std::pair{5, IDC_SCENE_LAYER_LIST},
+          std::pair{7, IDC_SELECTION_SET_LIST}}) {
+        lists.push_back(Control(static_cast<MapID>(map), list));
+        EXPECT_TRUE(ListView_GetImageList(lists.back(), LVSIL_STATE));
+    }
+    HWND secondWindow =
+        CreateWindowExW(WS_EX_CONTROLPARENT, ROLLUPWINDOWCLASS, L"", WS_CHILD | WS_VISIBLE, 0, 0,
+                        560, 700, window, nullptr, GetModuleHandleW(nullptr), nullptr);
+    host::EffectRollups secondPlace(secondWindow);
+    effect->CreateParamDialog(&secondPlace)->DeleteThis();
+    for (HWND list : lists) {
+        ASSERT_TRUE(IsWindow(list));
+        EXPECT_FALSE(ListView_GetImageList(list, LVSIL_STATE));
+    }
+}
+
 TEST_F(DialogProcedure, ThePanelMayCloseWhileItAsksForAFile) {
     Open();
     Host().fileDialogs = [this](const host::FileDialog&) -> std::optional<MSTR> {
@@ -330,10 +351,38 @@ std::size_t BusyBytes() {
     return bytes;
 }
 
-// How often the panel is opened: more often takes more than a unit test's time.
-int RoundsFromEnvironment() {
-    const char* rounds = std::getenv("VELTRANE_PANEL_ROUNDS");
-    return rounds ? std::atoi(rounds) : 20;
+// The process's handles of the system's kernel. Of the whole system's, since not every system
+// answers GetProcessHandleCount.
+int HandleCount() {
+    struct Handle {
+        WORD process;
+        WORD trace;
+        BYTE kind;
+        BYTE flags;
+        WORD value;
+        void* object;
+        DWORD access;
+    };
+    constexpr int allHandles = 16;
+    using QuerySystem = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
+    auto* address = reinterpret_cast<void (*)()>(
+        GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation"));
+    std::vector<char> answer(1 << 22);
+    ULONG length = 0;
+    if (reinterpret_cast<QuerySystem>(address)(allHandles, answer.data(),
+                                               static_cast<ULONG>(answer.size()), &length) != 0) {
+        ADD_FAILURE() << "the system doesn't tell its handles";
+        return 0;
+    }
+    ULONG count = 0;
+    std::memcpy(&count, answer.data(), sizeof count);
+    int own = 0;
+    for (ULONG i = 0; i < count; ++i) {
+        Handle handle{};
+        std::memcpy(&handle, answer.data() + sizeof(void*) + i * sizeof handle, sizeof handle);
+        own += handle.process == static_cast<WORD>(GetCurrentProcessId());
+    }
+    return own;
 }
 
 TEST_F(DialogProcedure, OpeningAndClosingAgainAndAgainLeavesNothingBehind) {
@@ -359,12 +408,15 @@ TEST_F(DialogProcedure, OpeningAndClosingAgainAndAgainLeavesNothingBehind) {
     Host().undo.Clear();
     const ObjectCounts objects = CountObjects();
     const std::vector<int> codes = ListenedCodes();
+    const int handles = HandleCount();
+    EXPECT_GT(handles, 0);
     const std::size_t bytes = BusyBytes();
-    const int rounds = RoundsFromEnvironment();
+    const int rounds = LeakRounds();
     for (int i = 0; i < rounds; ++i)
         round();
     Host().undo.Clear();
     EXPECT_EQ(CountObjects(), objects);
+    EXPECT_EQ(HandleCount(), handles);
     EXPECT_EQ(ListenedCodes(), codes);
     EXPECT_FALSE(HearsGlobally());
     EXPECT_EQ(host::AcceleratorDisablings(), 0);

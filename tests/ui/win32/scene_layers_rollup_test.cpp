@@ -1,19 +1,14 @@
 #include "ui/win32/scene_layers_rollup.h"
 
 #include <hold.h>
-#include <icolorman.h>
-
-#include <memory>
 
 #include "effect/scene_layer_choice.h"
 #include "plugin/scene_file_state.h"
-#include "tests/host/win32/object_counts.h"
 #include "tests/ui/win32/list_stage.h"
 
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr MapID sceneLayersMap = 5;
 constexpr UINT_PTR timer = 98918;
@@ -51,17 +46,6 @@ class SceneLayersRollupTest : public ListTest {
         return effect::IsSceneLayerOn(Host().scene.FindLayer(name), Number());
     }
 };
-
-TEST_F(SceneLayersRollupTest, SetsUpItsList) {
-    Open();
-    EXPECT_THAT(ColumnsOf(List()), ElementsAre(ShownColumn{"Layers", 265}));
-    EXPECT_EQ(ListView_GetExtendedListViewStyle(List()), 4U);
-    EXPECT_FALSE(GetWindowLongW(List(), GWL_STYLE) & LVS_EDITLABELS);
-    IColorManager& colors = *GetColorManager();
-    EXPECT_EQ(ListView_GetBkColor(List()), colors.GetColor(7));
-    EXPECT_EQ(ListView_GetTextBkColor(List()), colors.GetColor(7));
-    EXPECT_EQ(ListView_GetTextColor(List()), colors.GetColor(12));
-}
 
 TEST_F(SceneLayersRollupTest, ShowsTheTreeOfLayers) {
     OpenWithHouse();
@@ -122,9 +106,23 @@ TEST_F(SceneLayersRollupTest, SwitchesAllLayersWithItsMenu) {
     EXPECT_THAT(ChecksOf(List()), ElementsAre(1, 2, 2, 2, 2));
 }
 
-TEST_F(SceneLayersRollupTest, HasNoMenuBelowItsRows) {
+TEST_F(SceneLayersRollupTest, IsDrawnAnewWhateverChangesItsLayers) {
     OpenWithHouse();
-    EXPECT_THAT(ChooseFromMenu(List(), EmptyPoint(List()), 1), IsEmpty());
+    // Nothing is drawn out of the panel's sight.
+    IRollupWindow* rollups = place->GetRollupWindow();
+    for (int i = 0; i < rollups->GetNumPanels(); ++i)
+        rollups->SetPanelOpen(i, rollups->GetPanelDlg(i) == Dialog(sceneLayersMap));
+    ClickAt(List(), CheckBoxPoint(List(), 3));
+    const auto drawsAfter = [this](const std::function<void()>& change) {
+        UpdateWindow(List());
+        ValidateRect(List(), nullptr);
+        change();
+        return GetUpdateRect(List(), nullptr, FALSE) != FALSE;
+    };
+    EXPECT_FALSE(drawsAfter([] {}));
+    EXPECT_TRUE(drawsAfter([] { Host().undo.Undo(); }));
+    EXPECT_TRUE(drawsAfter([] { Host().undo.Redo(); }));
+    EXPECT_TRUE(drawsAfter([] { Host().scene.FindLayer(_M("House"))->SetName(_M("Zoo")); }));
 }
 
 TEST_F(SceneLayersRollupTest, ShowsANewLayerWhenItsTimerTicks) {
@@ -171,6 +169,15 @@ TEST_F(SceneLayersRollupTest, TakesOutTheRowOfADeletedLayerAtOnce) {
     EXPECT_TRUE(IsOn(_M("Floor")));
 }
 
+TEST_F(SceneLayersRollupTest, KeepsTheSelectedLayerWhenAnotherIsDeleted) {
+    OpenWithHouse();
+    ClickAt(List(), LabelPoint(List(), 4));
+    Host().scene.Remove(*Host().scene.FindLayer(_M("Tiles")));
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(3));
+    PressKey(List(), VK_SPACE);
+    EXPECT_FALSE(IsOn(_M("Roof")));
+}
+
 TEST_F(SceneLayersRollupTest, BringsALayerBackWithItsChoiceWhenItsDeletionIsUndone) {
     OpenWithHouse();
     ClickAt(List(), CheckBoxPoint(List(), 3));
@@ -192,23 +199,6 @@ TEST_F(SceneLayersRollupTest, MakesItsRowsAnewWithItsButton) {
     EXPECT_THAT(Names(), ElementsAre("Default", "Zoo", "    Attic", "    Floor", "        Tiles"));
 }
 
-TEST_F(SceneLayersRollupTest, EnablesItsCombosGroupByItsSwitch) {
-    Open();
-    EXPECT_FALSE(IsEnabled(sceneLayersMap, 1151));
-    EXPECT_FALSE(IsEnabled(sceneLayersMap, 1152));
-    Press(sceneLayersMap, 1149);
-    EXPECT_TRUE(IsEnabled(sceneLayersMap, 1151));
-    EXPECT_TRUE(IsEnabled(sceneLayersMap, 1152));
-    EXPECT_TRUE(IsShown(sceneLayersMap, 1150));
-    Choose(sceneLayersMap, 1152, 0);
-    ASSERT_EQ(Block().GetInt("outputSceneLayersAs"_param), 0);
-    EXPECT_FALSE(IsShown(sceneLayersMap, 1150)) << "channels can't be grouped";
-    Host().undo.Undo();
-    EXPECT_TRUE(IsShown(sceneLayersMap, 1150));
-    Host().undo.Undo();
-    EXPECT_FALSE(IsEnabled(sceneLayersMap, 1152));
-}
-
 TEST_F(SceneLayersRollupTest, HearsOfSceneFilesWhileItIsOpen) {
     const auto opening = [] {
         host::Broadcast(NOTIFY_FILE_PRE_OPEN_PROCESS, nullptr);
@@ -221,20 +211,6 @@ TEST_F(SceneLayersRollupTest, HearsOfSceneFilesWhileItIsOpen) {
     EXPECT_TRUE(opening());
     Close();
     EXPECT_FALSE(opening());
-}
-
-TEST_F(SceneLayersRollupTest, LeavesNothingBehindWhenItCloses) {
-    OpenWithHouse();
-    Close();
-    const ObjectCounts before = CountObjects();
-    Open();
-    UpdateWindow(List());
-    PumpMessages();
-    Close();
-    EXPECT_EQ(CountObjects(), before);
-    // Nobody listens any more.
-    Add(_M("Garden"));
-    Host().scene.Remove(*Host().scene.FindLayer(_M("House")));
 }
 
 TEST_F(SceneLayersRollupTest, ShowsAnotherEffectsChoice) {

@@ -1,9 +1,5 @@
 #include "ui/win32/selection_sets_rollup.h"
 
-#include <hold.h>
-#include <icolorman.h>
-
-#include "tests/host/win32/object_counts.h"
 #include "tests/ui/win32/list_stage.h"
 
 namespace {
@@ -34,17 +30,6 @@ class SelectionSetsRollupTest : public ListTest {
         return names;
     }
 };
-
-TEST_F(SelectionSetsRollupTest, SetsUpItsList) {
-    Open();
-    EXPECT_THAT(ColumnsOf(List()), ElementsAre(ShownColumn{"Selection Sets", 265}));
-    EXPECT_EQ(ListView_GetExtendedListViewStyle(List()), 4U);
-    EXPECT_FALSE(GetWindowLongW(List(), GWL_STYLE) & LVS_EDITLABELS);
-    IColorManager& colors = *GetColorManager();
-    EXPECT_EQ(ListView_GetBkColor(List()), colors.GetColor(7));
-    EXPECT_EQ(ListView_GetTextBkColor(List()), colors.GetColor(7));
-    EXPECT_EQ(ListView_GetTextColor(List()), colors.GetColor(12));
-}
 
 TEST_F(SelectionSetsRollupTest, ShowsTheScenesSets) {
     OpenWith({"chairs", "Lamps", "all"});
@@ -119,9 +104,14 @@ TEST_F(SelectionSetsRollupTest, SwitchesAllSetsWithItsMenu) {
     EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 1, 2));
 }
 
-TEST_F(SelectionSetsRollupTest, HasNoMenuBelowItsRows) {
-    OpenWith({"chairs"});
-    EXPECT_THAT(ChooseFromMenu(List(), EmptyPoint(List()), 1), IsEmpty());
+TEST_F(SelectionSetsRollupTest, KnowsOfChangesWhileItWasClosed) {
+    OpenWith({"chairs", "Lamps"});
+    ASSERT_THAT(ChecksOf(List()), ElementsAre(2, 2));
+    Close();
+    Host().scene.RenameSelectionSet(_M("chairs"), _M("seats"));
+    Open();
+    EXPECT_THAT(Names(), ElementsAre("seats", "Lamps"));
+    EXPECT_THAT(ChecksOf(List()), ElementsAre(2, 2));
 }
 
 TEST_F(SelectionSetsRollupTest, FollowsTheScenesSets) {
@@ -165,37 +155,6 @@ TEST_F(SelectionSetsRollupTest, MakesItsRowsAnewWithItsHiddenButton) {
     ListView_DeleteAllItems(List());
     SendMessageW(Control(selectionSetsMap, 1191), BM_CLICK, 0, 0);
     EXPECT_THAT(Names(), ElementsAre("chairs"));
-}
-
-TEST_F(SelectionSetsRollupTest, EnablesItsCombosGroupByItsSwitch) {
-    Open();
-    EXPECT_FALSE(IsEnabled(selectionSetsMap, 1188));
-    EXPECT_FALSE(IsEnabled(selectionSetsMap, 1190));
-    Press(selectionSetsMap, 1187);
-    EXPECT_TRUE(IsEnabled(selectionSetsMap, 1188));
-    EXPECT_TRUE(IsEnabled(selectionSetsMap, 1190));
-    EXPECT_TRUE(IsShown(selectionSetsMap, 1189));
-    Choose(selectionSetsMap, 1190, 0);
-    ASSERT_EQ(Block().GetInt("outputNamedSelectionSetsAs"_param), 0);
-    EXPECT_FALSE(IsShown(selectionSetsMap, 1189)) << "channels can't be grouped";
-    Host().undo.Undo();
-    EXPECT_TRUE(IsShown(selectionSetsMap, 1189));
-    Host().undo.Undo();
-    EXPECT_FALSE(IsEnabled(selectionSetsMap, 1190));
-}
-
-TEST_F(SelectionSetsRollupTest, LeavesNothingBehindWhenItCloses) {
-    OpenWith({"chairs", "Lamps"});
-    Close();
-    const ObjectCounts before = CountObjects();
-    Open();
-    UpdateWindow(List());
-    PumpMessages();
-    Close();
-    EXPECT_EQ(CountObjects(), before);
-    // Nobody listens any more.
-    Add("walls");
-    EXPECT_THAT(Listed(), ElementsAre("chairs", "Lamps", "walls"));
 }
 
 TEST_F(SelectionSetsRollupTest, ShowsAnotherEffectsChoice) {

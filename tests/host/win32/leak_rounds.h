@@ -1,0 +1,10 @@
+// How often a test repeats what must leave nothing behind: a leak of one thing a round shows after
+// any number of rounds. VELTRANE_LEAK_ROUNDS asks for another number.
+#pragma once
+
+#include <cstdlib>
+
+inline int LeakRounds() {
+    const char* rounds = std::getenv("VELTRANE_LEAK_ROUNDS");
+    return rounds ? std::atoi(rounds) : 60;
+}
