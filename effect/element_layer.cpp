@@ -22,7 +22,7 @@ namespace {
 using SourcePtr = psdfile::PSDChannelImageDataSourcePtr;
 
 // Values of outputAs. Any other makes nothing.
-constexpr int asLayer = 0;
+constexpr int outputAsLayer = 0;
 constexpr int asChannel = 1;
 
 struct LayerSources {
@@ -116,7 +116,7 @@ void AddWholeElement(psdbuilder::PSDBuilder& builder, const Frame& frame,
     const LayerName name(elementName);
     const int outputAs = layer.pblock->GetInt("outputAs"_layerParam);
     if (outputAs == asChannel) builder.AddChannel(name.Ansi(), name.Wide(), luminance);
-    if (outputAs != asLayer) return;
+    if (outputAs != outputAsLayer) return;
 
     LayerSources sources = WholeSources(frame, layer, pixels);
     if (mergesDown && layer.pblock->GetInt("blendingMode"_layerParam) == linearDodgeMode) {
@@ -137,7 +137,7 @@ void AddSplitElement(psdbuilder::PSDBuilder& builder, const Frame& frame,
         if (IsLeftOut(frame, component)) continue;
         const LayerName name(componentName);
         if (outputAs == asChannel) builder.AddChannel(name.Ansi(), name.Wide(), component);
-        if (outputAs == asLayer) {
+        if (outputAs == outputAsLayer) {
             AddLayer(builder, layer, name, ComponentSources(frame, layer, pixels, component));
         }
     }

@@ -11,7 +11,7 @@
 namespace effect {
 namespace {
 
-struct Style {
+struct RenderStyle {
     bool alphaIsTransparency;
     bool alphaIsMask;
     bool maskEnabled;
@@ -19,7 +19,7 @@ struct Style {
 };
 
 // By the value of outputRenderAs.
-constexpr Style styles[] = {
+constexpr RenderStyle renderStyles[] = {
     {.alphaIsTransparency = true,
      .alphaIsMask = false,
      .maskEnabled = false,
@@ -43,18 +43,19 @@ constexpr Style styles[] = {
 };
 
 // A value that no list offers makes the plainest layer.
-constexpr Style plain = styles[1];
+constexpr RenderStyle plainStyle = renderStyles[1];
 
-Style StyleOf(int outputRenderAs) {
-    const bool known = outputRenderAs >= 0 && outputRenderAs < static_cast<int>(std::size(styles));
-    return known ? styles[outputRenderAs] : plain;
+RenderStyle RenderStyleOf(int outputRenderAs) {
+    const bool known =
+        outputRenderAs >= 0 && outputRenderAs < static_cast<int>(std::size(renderStyles));
+    return known ? renderStyles[outputRenderAs] : plainStyle;
 }
 
 }  // namespace
 
 void AddRenderOutputLayer(psdbuilder::PSDBuilder& builder, const Frame& frame) {
     if (!frame.sources.bitmap && !frame.sources.vfb) return;
-    const Style style = StyleOf(frame.pblock.GetInt("outputRenderAs"_param));
+    const RenderStyle style = RenderStyleOf(frame.pblock.GetInt("outputRenderAs"_param));
     const bool gamma = frame.colors.gammaToRender;
     const auto alphaOrWhite = [&frame] {
         const auto alpha = RenderAlpha(frame);

@@ -13,22 +13,22 @@
 namespace plugin {
 namespace {
 
-using Text = std::basic_string_view<MCHAR>;
+using TextView = std::basic_string_view<MCHAR>;
 using IntegerRecord = std::array<std::uint8_t, integerBytes>;
 
 #ifdef _WIN32
-constexpr Text separator = L"\\";
-constexpr Text separators = L"\\/";
+constexpr TextView separator = L"\\";
+constexpr TextView separators = L"\\/";
 #else
 // A backslash is a letter of a name like any other.
-constexpr Text separator = u"/";
-constexpr Text separators = u"/";
+constexpr TextView separator = u"/";
+constexpr TextView separators = u"/";
 #endif
 
 // Appends to the text in `field`; where that doesn't fit, the field becomes empty: a part of it
 // would be the name of something else.
 template <std::size_t size>
-void Append(std::array<MCHAR, size>& field, Text more) {
+void Append(std::array<MCHAR, size>& field, TextView more) {
     const auto end = std::find(field.begin(), field.end(), MCHAR{0});
     if (more.size() < static_cast<std::size_t>(field.end() - end)) {
         std::copy(more.begin(), more.end(), end);
@@ -41,13 +41,13 @@ void Append(std::array<MCHAR, size>& field, Text more) {
 
 ConfigFile::ConfigFile() {
     const MCHAR* name = GetCOREInterface()->GetDir(APP_PLUGCFG_DIR);
-    const Text folder(name ? name : _M(""));
+    const TextView folder(name ? name : _M(""));
     // The current folder's file is somebody else's.
     if (folder.empty()) return;
-    constexpr Text fileName = _M("veltrane.cfg");
-    const bool isClosed = separators.find(folder.back()) != Text::npos;
+    constexpr TextView fileName = _M("veltrane.cfg");
+    const bool isClosed = separators.find(folder.back()) != TextView::npos;
     std::basic_string<MCHAR> file(folder);
-    Append(path, file.append(isClosed ? Text() : separator).append(fileName));
+    Append(path, file.append(isClosed ? TextView() : separator).append(fileName));
 }
 
 void ConfigFile::SetSection(const MCHAR* name) {

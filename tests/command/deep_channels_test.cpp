@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-Description File(const std::vector<Channel>& channels) {
+Description DeepFile(const std::vector<Channel>& channels) {
     Description file;
     file.path = "a.exr";
     file.parts.push_back({.deep = true});
@@ -22,16 +22,17 @@ Description File(const std::vector<Channel>& channels) {
     return file;
 }
 
-DeepChannels Chosen(const Description& file, const std::string& wanted = {}) {
+DeepChannels ChosenDeep(const Description& file, const std::string& wanted = {}) {
     return ChooseDeepChannels(file, ChooseBeauty(file, wanted));
 }
 
 std::string DeepChannelsComplaint(const Description& file, const std::string& wanted = {}) {
-    return FaultText<InputError>([&] { Chosen(file, wanted); });
+    return FaultText<InputError>([&] { ChosenDeep(file, wanted); });
 }
 
 TEST(DeepChannels, AreFoundBesideTheColours) {
-    const DeepChannels channels = Chosen(File({{"A"}, {"B"}, {"G"}, {"R"}, {"Z"}, {"ZBack"}}));
+    const DeepChannels channels =
+        ChosenDeep(DeepFile({{"A"}, {"B"}, {"G"}, {"R"}, {"Z"}, {"ZBack"}}));
     EXPECT_EQ(channels.part, 0U);
     EXPECT_EQ(channels.red + channels.green + channels.blue + channels.alpha, "RGBA");
     EXPECT_EQ(channels.z, "Z");
@@ -40,69 +41,70 @@ TEST(DeepChannels, AreFoundBesideTheColours) {
 }
 
 TEST(DeepChannels, WithoutABackOrAlphaThereIsNone) {
-    const DeepChannels channels = Chosen(File({{"B"}, {"G"}, {"R"}, {"z"}}));
+    const DeepChannels channels = ChosenDeep(DeepFile({{"B"}, {"G"}, {"R"}, {"z"}}));
     EXPECT_EQ(channels.alpha, "");
     EXPECT_EQ(channels.z, "z");
     EXPECT_EQ(channels.zBack, "");
 }
 
 TEST(DeepChannels, ALayersOwnDepthAndAlphaGoBeforeTheParts) {
-    const Description file = File({{"A"},
-                                   {"Z"},
-                                   {"in.A"},
-                                   {"in.B"},
-                                   {"in.G"},
-                                   {"in.R"},
-                                   {"in.Z"},
-                                   {"out.B"},
-                                   {"out.G"},
-                                   {"out.R"}});
-    EXPECT_EQ(Chosen(file, "in").z, "in.Z");
-    EXPECT_EQ(Chosen(file, "in").alpha, "in.A");
-    EXPECT_EQ(Chosen(file, "out").z, "Z");
-    EXPECT_EQ(Chosen(file, "out").alpha, "A");
+    const Description file = DeepFile({{"A"},
+                                       {"Z"},
+                                       {"in.A"},
+                                       {"in.B"},
+                                       {"in.G"},
+                                       {"in.R"},
+                                       {"in.Z"},
+                                       {"out.B"},
+                                       {"out.G"},
+                                       {"out.R"}});
+    EXPECT_EQ(ChosenDeep(file, "in").z, "in.Z");
+    EXPECT_EQ(ChosenDeep(file, "in").alpha, "in.A");
+    EXPECT_EQ(ChosenDeep(file, "out").z, "Z");
+    EXPECT_EQ(ChosenDeep(file, "out").alpha, "A");
 }
 
 TEST(DeepChannels, TheZOfCoordinatesIsNoDepth) {
-    const Description file = File({{"N.X"}, {"N.Y"}, {"N.Z"}, {"Z"}});
-    EXPECT_EQ(Chosen(file, "N").z, "Z");
-    EXPECT_EQ(Chosen(file, "N").blue, "N.Z");
+    const Description file = DeepFile({{"N.X"}, {"N.Y"}, {"N.Z"}, {"Z"}});
+    EXPECT_EQ(ChosenDeep(file, "N").z, "Z");
+    EXPECT_EQ(ChosenDeep(file, "N").blue, "N.Z");
 }
 
 TEST(DeepChannels, UnsignedChannelsAndThoseOfKnownNamesAreIds) {
-    const Description file = File({{"B"},
-                                   {"G"},
-                                   {"R"},
-                                   {"Z"},
-                                   {"count", {}, SampleType::Unsigned32},
-                                   {"materialID", {}, SampleType::Float},
-                                   {"other", {}, SampleType::Float},
-                                   {"x.objectId", {}, SampleType::Half}});
-    EXPECT_THAT(Chosen(file).ids, ElementsAre("count", "materialID", "x.objectId"));
+    const Description file = DeepFile({{"B"},
+                                       {"G"},
+                                       {"R"},
+                                       {"Z"},
+                                       {"count", {}, SampleType::Unsigned32},
+                                       {"materialID", {}, SampleType::Float},
+                                       {"other", {}, SampleType::Float},
+                                       {"x.objectId", {}, SampleType::Half}});
+    EXPECT_THAT(ChosenDeep(file).ids, ElementsAre("count", "materialID", "x.objectId"));
 }
 
 TEST(DeepChannels, MoreIdsThanASampleHoldsAreLeftOut) {
     std::vector<Channel> channels{{"B"}, {"G"}, {"R"}, {"Z"}};
     for (int i = 0; i < 20; ++i)
         channels.push_back({"n" + std::to_string(i), {}, SampleType::Unsigned32});
-    EXPECT_EQ(Chosen(File(channels)).ids.size(), mostDeepIds);
+    EXPECT_EQ(ChosenDeep(DeepFile(channels)).ids.size(), mostDeepIds);
 }
 
 TEST(DeepChannels, ColoursMayBeUnsigned) {
     constexpr SampleType type = SampleType::Unsigned32;
-    EXPECT_THAT(Chosen(File({{"B", {}, type}, {"G", {}, type}, {"R", {}, type}, {"Z"}})).ids,
-                IsEmpty());
+    EXPECT_THAT(
+        ChosenDeep(DeepFile({{"B", {}, type}, {"G", {}, type}, {"R", {}, type}, {"Z"}})).ids,
+        IsEmpty());
 }
 
 TEST(DeepChannels, WithoutADepthTheyAreRefused) {
     EXPECT_EQ(
-        DeepChannelsComplaint(File({{"B"}, {"G"}, {"R"}})),
+        DeepChannelsComplaint(DeepFile({{"B"}, {"G"}, {"R"}})),
         "a.exr: layer \"RGB\" is deep and has no depth channel Z; render it with one or flat");
 }
 
 TEST(DeepChannels, DepthAndIdsAreNoPicture) {
     const Description file =
-        File({{"B"}, {"G"}, {"R"}, {"Z"}, {"objectID", {}, SampleType::Unsigned32}});
+        DeepFile({{"B"}, {"G"}, {"R"}, {"Z"}, {"objectID", {}, SampleType::Unsigned32}});
     const std::string rest =
         "\" says where deep samples are or of what, which is no picture; choose another with "
         "--beauty";

@@ -263,17 +263,17 @@ TEST(ImageFile, CutAnywhereItIsRefused) {
     Image image{.width = 5, .height = 4, .channels = 4};
     for (unsigned i = 0; i < 80; ++i)
         image.samples.push_back(i * 3);
-    struct Sample {
+    struct ImageSample {
         const char* name;
         std::string bytes;
         // Bytes at the end that hold no pixels.
         std::size_t tail;
     };
-    const Sample samples[] = {
+    const ImageSample samples[] = {
         {"a.png", image_samples::Png(image), 12},
         {"a.tif", image_samples::Tiff(image), 4},
     };
-    for (const Sample& sample : samples) {
+    for (const ImageSample& sample : samples) {
         EXPECT_EQ(ImageFileComplaint(sample.name, sample.bytes), "");
         for (std::size_t size = 12; size + sample.tail < sample.bytes.size(); size += 7) {
             EXPECT_THAT(ImageFileComplaint(sample.name, sample.bytes.substr(0, size)),

@@ -13,7 +13,7 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 
-Description Sample() {
+Description SampleFile() {
     Description file;
     file.path = "in/a.exr";
     file.format = "OpenEXR";
@@ -48,7 +48,7 @@ std::string JsonOf(const Description& file) {
 
 TEST(Info, TextTellsPartsLayersAndBeauty) {
     EXPECT_EQ(
-        TextOf(Sample()),
+        TextOf(SampleFile()),
         "in/a.exr: OpenEXR, 10x5\n"
         "part 1: scanline, compression zip\n"
         "    display window 10x5 from (0, 0) to (9, 4)\n"
@@ -76,7 +76,7 @@ TEST(Info, TextTellsPartsLayersAndBeauty) {
 }
 
 TEST(Info, TextFromTheFileIsMadeSafe) {
-    Description file = Sample();
+    Description file = SampleFile();
     file.layers[1].name = "evil\x1b[2J\nlayer";
     file.parts[0].name = "p\tq";
     const std::string text = TextOf(file);
@@ -85,13 +85,13 @@ TEST(Info, TextFromTheFileIsMadeSafe) {
 }
 
 TEST(Info, AValueIsNotCutInsideACharacter) {
-    Description file = Sample();
+    Description file = SampleFile();
     file.parts[0].attributes = {{"note", "string", std::string(59, 'x') + "ä" + "y"}};
     EXPECT_THAT(TextOf(file), HasSubstr(": " + std::string(59, 'x') + "... (62 bytes)\n"));
 }
 
 TEST(Info, AFileWithoutAPictureSaysWhy) {
-    Description file = Sample();
+    Description file = SampleFile();
     file.layers.erase(file.layers.begin());
     file.layers[1].channels.erase(file.layers[1].channels.begin());
     EXPECT_THAT(TextOf(file), HasSubstr("beauty: none; no layer looks like the picture"));
@@ -107,7 +107,7 @@ TEST(Info, ADepthThatIsADistanceIsToldAsAnImage) {
 }
 
 TEST(Info, JsonHoldsTheSame) {
-    const json file = json::parse(JsonOf(Sample()));
+    const json file = json::parse(JsonOf(SampleFile()));
     EXPECT_EQ(file["file"], "in/a.exr");
     EXPECT_EQ(file["format"], "OpenEXR");
     EXPECT_EQ(file["width"], 10);
@@ -143,7 +143,7 @@ TEST(Info, JsonHoldsTheSame) {
 }
 
 TEST(Info, TheCameraHasALine) {
-    Description file = Sample();
+    Description file = SampleFile();
     file.parts[0].camera =
         RenderCamera{.transform = {1, 0, 0, 1.5, 0, 0, -1, -2, 0, 1, 0, 0.125, 0, 0, 0, 1},
                      .lens = {.fieldOfView = 54.4204},
@@ -161,7 +161,7 @@ TEST(Info, TheCameraHasALine) {
 }
 
 TEST(Info, JsonHasTheCamera) {
-    Description file = Sample();
+    Description file = SampleFile();
     EXPECT_TRUE(json::parse(JsonOf(file))["camera"].is_null());
     file.parts[0].camera =
         RenderCamera{.transform = {1, 0, 0, 1.5, 0, 0, -1, -2, 0, 1, 0, 0.125, 0, 0, 0, 1},
@@ -180,7 +180,7 @@ TEST(Info, JsonHasTheCamera) {
 }
 
 TEST(Info, JsonReplacesWhatIsNotUtf8) {
-    Description file = Sample();
+    Description file = SampleFile();
     file.layers[0].name = "a\xff";
     EXPECT_EQ(json::parse(JsonOf(file))["parts"][0]["layers"][0]["name"], "a\xef\xbf\xbd");
 }

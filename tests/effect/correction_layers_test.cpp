@@ -139,7 +139,7 @@ TEST_F(GammaCorrectionLayer, StandsBelowWhatWasThere) {
 // Colour corrections
 
 // Two points an axis; no two samples of a row, and no two rows, are alike.
-const char* const table =
+const char* const cubeTable =
     "TITLE \"look\"\n"
     "LUT_3D_SIZE 2\n"
     "0 0.5 1\n"
@@ -158,7 +158,7 @@ class ColorCorrectionLayer : public AdjustmentLayers {
         std::filesystem::create_directories(temporaryFolder);
         host::UseTemporaryFolder(Text(temporaryFolder));
         UseVRayFrameBuffer(UseRenderer(VRAY_CLASS_ID), frameBuffer);
-        SetTable(table);
+        SetTable(cubeTable);
     }
 
     // What the frame buffer writes, and what it says of it.
@@ -277,7 +277,7 @@ TEST_F(ColorCorrectionLayer, IsNoneOfARendererWithoutTheCommand) {
 }
 
 TEST_F(ColorCorrectionLayer, IsNoneWhereTheFrameBufferSaysThatItFailed) {
-    SetTable(table, false);
+    SetTable(cubeTable, false);
     ExpectNone("failed with a whole table");
     SetTable("LUT_3D_SIZE 2\n0 0", false);
     ExpectNone("failed half way");
@@ -289,7 +289,7 @@ TEST_F(ColorCorrectionLayer, IsNoneWhereTheFrameBufferSaysThatItFailed) {
 TEST_F(ColorCorrectionLayer, NeedsAPlainYes) {
     const auto answerWith = [this](const FPValue& value) {
         SetCommand([this, value] {
-            WriteFile(TableFile(), table);
+            WriteFile(TableFile(), cubeTable);
             return value;
         });
     };
@@ -318,7 +318,7 @@ TEST_F(ColorCorrectionLayer, IsNoneWhereAFolderHasTheNameOfTheFile) {
 }
 
 TEST_F(ColorCorrectionLayer, IsNoneOfATableThatCantBeRead) {
-    const std::string good = table;
+    const std::string good = cubeTable;
     const auto broken = [&good](std::string_view part, std::string_view replacement) {
         std::string text = good;
         text.replace(text.find(part), part.size(), replacement);
@@ -352,7 +352,7 @@ TEST_F(ColorCorrectionLayer, IsNoneOfATableThatCantBeRead) {
 TEST_F(ColorCorrectionLayer, IsNoneOfATableThatALayerCantCarry) {
     SetTable("LUT_1D_SIZE 2\n0 0 0\n1 1 1\n");
     ExpectNone("one axis");
-    SetTable("DOMAIN_MAX 2 2 2\n" + std::string(table));
+    SetTable("DOMAIN_MAX 2 2 2\n" + std::string(cubeTable));
     ExpectNone("colours up to 2");
     EXPECT_EQ(written, 2);
 }

@@ -4,14 +4,14 @@
 
 namespace {
 
-constexpr ParamID switches[] = {"createNodeIDLayer"_param, "createNodeRenderIDLayer"_param,
-                                "createMtlIDLayer"_param, "createNormalLayer"_param,
-                                "createNonClampedColorLayer"_param};
+constexpr ParamID layerSwitches[] = {"createNodeIDLayer"_param, "createNodeRenderIDLayer"_param,
+                                     "createMtlIDLayer"_param, "createNormalLayer"_param,
+                                     "createNonClampedColorLayer"_param};
 
 class GBufferLayers : public MatteFrameTest {
   protected:
     void SwitchAllOn() {
-        for (const ParamID id : switches)
+        for (const ParamID id : layerSwitches)
             Set(id, TRUE);
     }
     std::string Add(Bitmap* bitmap) {
@@ -50,10 +50,10 @@ TEST_F(GBufferLayers, HaveTheHostsNamesAndAreHidden) {
 TEST_F(GBufferLayers, EachHasItsOwnSwitch) {
     Set("bitDepth"_param, 32);
     const int indices[] = {2, 8, 1, 4, 5};
-    for (std::size_t i = 0; i < std::size(switches); ++i) {
-        Set(switches[i], TRUE);
+    for (std::size_t i = 0; i < std::size(layerSwitches); ++i) {
+        Set(layerSwitches[i], TRUE);
         EXPECT_EQ(Add(), HostName(indices[i]));
-        Set(switches[i], FALSE);
+        Set(layerSwitches[i], FALSE);
     }
 }
 

@@ -12,7 +12,7 @@ using testing::IsEmpty;
 using testing::Pair;
 using Source = psdfile::PSDChannelImageDataSourcePtr;
 
-constexpr effect::MatteGroupSettings settings{
+constexpr effect::MatteGroupSettings groupSettings{
     .ownLayerSet = "outputObjectsLayerSet"_param,
     .outputAs = "outputObjectsAs"_param,
     .layerSetName = "objectsLayerSetName"_param,
@@ -34,7 +34,7 @@ class MatteLayer : public MatteFrameTest {
         asked.clear();
         Set("outputObjectsAs"_param, style);
         const effect::Frame frame = FrameOf(image.get());
-        effect::MatteGroup group(builder, frame, settings);
+        effect::MatteGroup group(builder, frame, groupSettings);
         ASSERT_TRUE(group.HasItsChannels());
         group.Add(effect::LayerName(name), [this](int component, bool premultiplied) {
             return Make(component, premultiplied);
@@ -44,7 +44,7 @@ class MatteLayer : public MatteFrameTest {
         UseChannels(channels);
         Set("outputObjectsAs"_param, style);
         const effect::Frame frame = FrameOf(image.get());
-        return effect::MatteGroup(builder, frame, settings).HasItsChannels();
+        return effect::MatteGroup(builder, frame, groupSettings).HasItsChannels();
     }
     static int Value(const Source& source) { return source->GetRow8(0)[0]; }
 
@@ -130,7 +130,7 @@ TEST_F(MatteLayer, ACutOutComesFromVRaysFrameBufferWhereThatIsInUse) {
     Set("outputObjectsAs"_param, 5);
     const effect::Frame frame = FrameOf(effect::PSDFrameSources{image.get(), vray.get()});
     {
-        effect::MatteGroup group(builder, frame, settings);
+        effect::MatteGroup group(builder, frame, groupSettings);
         group.Add(effect::LayerName(_M("Matte")), [this](int component, bool premultiplied) {
             return Make(component, premultiplied);
         });
@@ -205,14 +205,14 @@ TEST_F(MatteLayer, WithoutItsChannelsThereIsNoLayerSetEither) {
     Set("outputObjectsLayerSet"_param, TRUE);
     EXPECT_FALSE(AddsWith(BMM_CHAN_NODE_ID, 1));
     const effect::Frame frame = FrameOf(nullptr);
-    EXPECT_FALSE(effect::MatteGroup(builder, frame, settings).HasItsChannels());
+    EXPECT_FALSE(effect::MatteGroup(builder, frame, groupSettings).HasItsChannels());
     EXPECT_THAT(Document().children, IsEmpty());
 }
 
 TEST_F(MatteLayer, WithoutPixelsIsLeftOutOfASingleFrameUnlessTheUserWantsIt) {
     const effect::Frame frame = FrameOf(image.get());
     const auto leavesOut = [&] {
-        return effect::MatteGroup(builder, frame, settings).LeavesOutEmpty();
+        return effect::MatteGroup(builder, frame, groupSettings).LeavesOutEmpty();
     };
     Render().timeType = REND_TIMESINGLE;
     EXPECT_TRUE(leavesOut());

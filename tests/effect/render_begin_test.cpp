@@ -46,13 +46,13 @@ constexpr const char* noOutputNameQuestion =
     "without saving a PSD file?";
 constexpr const char* invalidNameLog = "No valid PSD filename! PSD file will not be saved!";
 
-constexpr Class_ID scanline{0x00000001, 0x00000000};
+constexpr Class_ID standardRenderer{0x00000001, 0x00000000};
 
 class RenderBegin : public EffectTest {
   protected:
     WindowStage stage;
 
-    RenderBegin() { UseRenderer(scanline); }
+    RenderBegin() { UseRenderer(standardRenderer); }
 
     // Whether the render that begins now saves its frames.
     bool Saves(ULONG flags = 0) {
@@ -347,7 +347,7 @@ TEST_F(RenderBegin, OtherSamplersAndOtherRenderersAreNotWarnedOf) {
     Set("createNodeIDLayer"_param, TRUE);
     UseVRay();
     EXPECT_TRUE(Saves());
-    UseRenderer(scanline).properties.Set("imageSampler_type", host::ScriptInt(3));
+    UseRenderer(standardRenderer).properties.Set("imageSampler_type", host::ScriptInt(3));
     EXPECT_TRUE(Saves());
 }
 

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Class_ID scanline{0x00000001, 0x00000000};
+constexpr Class_ID scanlineRenderer{0x00000001, 0x00000000};
 
 class RenderNotifications : public EffectTest {
   protected:
@@ -58,7 +58,7 @@ TEST_F(RenderNotifications, RenderToFileIsLeftAloneWithoutAVRayFrameBuffer) {
     UseVRay(false);
     host::Broadcast(NOTIFY_PRE_RENDER);
     EXPECT_EQ(Render().saveFile, FALSE);
-    UseRenderer(scanline);
+    UseRenderer(scanlineRenderer);
     host::Broadcast(NOTIFY_PRE_RENDER);
     EXPECT_EQ(Render().saveFile, FALSE);
     Host().renderer.reset();
@@ -95,7 +95,7 @@ TEST_F(RenderNotifications, AVRayFrameBufferIsSavedThroughTheWholeRenderOfTheHos
 }
 
 TEST_F(RenderNotifications, ASequenceOfTheHostIsSavedUnderItsNumbers) {
-    UseRenderer(scanline);
+    UseRenderer(scanlineRenderer);
     host::RenderJob job;
     job.frames = {7, 8, 9};
     job.provider = [](int, std::string&) { return Image(2, 2); };
@@ -108,7 +108,7 @@ TEST_F(RenderNotifications, ASequenceOfTheHostIsSavedUnderItsNumbers) {
 }
 
 TEST_F(RenderNotifications, AFrameWithoutItsNotificationIsNotSaved) {
-    UseRenderer(scanline);
+    UseRenderer(scanlineRenderer);
     const auto frame = Image(2, 2);
     effect->RenderBegin(0, 0);
     context.renderer = Host().renderer.get();
@@ -120,7 +120,7 @@ TEST_F(RenderNotifications, AFrameWithoutItsNotificationIsNotSaved) {
 }
 
 TEST_F(RenderNotifications, AfterTheRendersEndNothingIsSaved) {
-    UseRenderer(scanline);
+    UseRenderer(scanlineRenderer);
     const auto frame = Image(2, 2);
     effect->RenderBegin(0, 0);
     effect->RenderEnd(0);
@@ -153,7 +153,7 @@ TEST_F(RenderNotifications, RendererClassCIsNotSavedByTheHostsOwnLoopEither) {
 }
 
 TEST_F(RenderNotifications, RendererClassCCountsByTheFramesContext) {
-    UseRenderer(scanline);
+    UseRenderer(scanlineRenderer);
     const host::Owned<host::HostRenderer> other(new host::HostRenderer(RENDERER_C_CLASS_ID));
     frameRenderer = other.get();
     const auto frame = Image(2, 2);
@@ -167,7 +167,7 @@ TEST_F(RenderNotifications, EveryBitmapIsSupported) {
 }
 
 TEST_F(RenderNotifications, AnEffectThatIsGoneListensToNothing) {
-    UseRenderer(scanline);
+    UseRenderer(scanlineRenderer);
     effect->RenderBegin(0, 0);
     Host().effects.clear();
     for (const int code :
@@ -279,14 +279,14 @@ TEST_F(Corona, AnAbortedFrameIsNotSaved) {
 }
 
 TEST_F(Corona, AFrameOfAnotherRenderersContextIsNotSavedFromTheNotification) {
-    const host::Owned<host::HostRenderer> other(new host::HostRenderer(scanline));
+    const host::Owned<host::HostRenderer> other(new host::HostRenderer(scanlineRenderer));
     frameRenderer = other.get();
     RenderByNotifications();
     EXPECT_FALSE(Exists("frame.psd"));
 }
 
 TEST_F(Corona, OtherRenderersAreNotSavedFromTheNotification) {
-    UseRenderer(scanline);
+    UseRenderer(scanlineRenderer);
     effect->RenderBegin(0, 0);
     RenderByNotifications();
     effect->RenderEnd(0);

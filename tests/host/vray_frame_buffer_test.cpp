@@ -22,8 +22,8 @@ constexpr int WIDTH = 3;
 constexpr int HEIGHT = 2;
 
 // Component c of the pixel of number p is `start` + p / 16 + c / 128.
-std::shared_ptr<host::ImageBitmap> Image(int components, float start, bool hasAlpha = true,
-                                         int width = WIDTH) {
+std::shared_ptr<host::ImageBitmap> ChannelImage(int components, float start, bool hasAlpha = true,
+                                                int width = WIDTH) {
     host::ImageFormat format{width, HEIGHT, hasAlpha};
     format.components = components;
     std::vector<float> values;
@@ -89,8 +89,8 @@ TEST_F(VRayFrame, OtherRenderersHaveNone) {
 }
 
 TEST_F(VRayFrame, DescribesItsChannels) {
-    ASSERT_TRUE(frame.AddChannel({126, RDCT_3FLOAT, "RGB color", Image(3, 0)}));
-    ASSERT_TRUE(frame.AddChannel({117, RDCT_FLOAT, "Z-Depth \xc3\xa9", Image(1, 0)}));
+    ASSERT_TRUE(frame.AddChannel({126, RDCT_3FLOAT, "RGB color", ChannelImage(3, 0)}));
+    ASSERT_TRUE(frame.AddChannel({117, RDCT_FLOAT, "Z-Depth \xc3\xa9", ChannelImage(1, 0)}));
     EXPECT_EQ(frame.GetNumChannels(), 2);
     VRayChannelDescription description;
     ASSERT_TRUE(frame.DescribeChannel(1, description));
@@ -107,14 +107,14 @@ TEST_F(VRayFrame, DescribesItsChannels) {
 
 TEST_F(VRayFrame, TakesOnlyImagesOfItsSize) {
     EXPECT_FALSE(frame.AddChannel({126, RDCT_3FLOAT, "", nullptr}));
-    EXPECT_FALSE(frame.AddChannel({126, RDCT_3FLOAT, "", Image(3, 0, true, WIDTH + 1)}));
+    EXPECT_FALSE(frame.AddChannel({126, RDCT_3FLOAT, "", ChannelImage(3, 0, true, WIDTH + 1)}));
     frame.EndFrame();
-    EXPECT_FALSE(frame.AddChannel({126, RDCT_3FLOAT, "", Image(3, 0)}));
+    EXPECT_FALSE(frame.AddChannel({126, RDCT_3FLOAT, "", ChannelImage(3, 0)}));
     EXPECT_EQ(frame.GetNumChannels(), 0);
 }
 
 TEST_F(VRayFrame, ANewFrameStartsWithoutChannels) {
-    Add(126, Image(4, 0));
+    Add(126, ChannelImage(4, 0));
     frame.BeginFrame(5, 7);
     EXPECT_EQ(frame.GetNumChannels(), 0);
     EXPECT_EQ(frame.GetWidth(), 5);
@@ -129,31 +129,31 @@ TEST_F(VRayFrame, AnswersTheColourMappingAsItWasSet) {
 }
 
 TEST_F(VRayFrame, AChannelWithAnAlphaGivesItsOwn) {
-    Add(126, Image(4, 0.0F));
-    Add(125, Image(1, 0.5F));
+    Add(126, ChannelImage(4, 0.0F));
+    Add(125, ChannelImage(1, 0.5F));
     EXPECT_THAT(Units(Pixel(0)),
                 ElementsAre(0.25F, 0.25F + 1.0F / 128, 0.25F + 2.0F / 128, 0.25F + 3.0F / 128));
 }
 
 TEST_F(VRayFrame, AChannelWithoutAnAlphaGivesTheAlphaChannels) {
-    Add(126, Image(4, 0.0F));
-    Add(101, Image(3, 0.125F));
-    Add(125, Image(1, 0.5F));
+    Add(126, ChannelImage(4, 0.0F));
+    Add(101, ChannelImage(3, 0.125F));
+    Add(125, ChannelImage(1, 0.5F));
     EXPECT_THAT(Units(Pixel(1)),
                 ElementsAre(0.375F, 0.375F + 1.0F / 128, 0.375F + 2.0F / 128, 0.75F));
 }
 
 TEST_F(VRayFrame, WithoutAnAlphaChannelThePicturesAlphaIsTaken) {
-    Add(101, Image(3, 0.125F));
-    Add(102, Image(4, 0.125F, false));
-    Add(126, Image(4, 0.0F));
+    Add(101, ChannelImage(3, 0.125F));
+    Add(102, ChannelImage(4, 0.125F, false));
+    Add(126, ChannelImage(4, 0.0F));
     EXPECT_EQ(Pixel(0).a, 0.25F + 3.0F / 128);
     EXPECT_EQ(Pixel(1).a, 0.25F + 3.0F / 128) << "its fourth component means nothing";
 }
 
 TEST_F(VRayFrame, WithoutAnyAlphaItIsOne) {
-    Add(101, Image(3, 0.0F));
-    Add(126, Image(4, 0.0F, false));
+    Add(101, ChannelImage(3, 0.0F));
+    Add(126, ChannelImage(4, 0.0F, false));
     EXPECT_EQ(Pixel(0).a, 1.0F);
     EXPECT_EQ(Pixel(1).a, 1.0F);
     std::array<BMM_Color_64, WIDTH> row{};
@@ -164,12 +164,12 @@ TEST_F(VRayFrame, WithoutAnyAlphaItIsOne) {
 }
 
 TEST_F(VRayFrame, AChannelOfOneValueGivesItInAllColours) {
-    Add(125, Image(1, 0.5F));
+    Add(125, ChannelImage(1, 0.5F));
     EXPECT_THAT(Units(Pixel(0)), testing::Each(0.75F));
 }
 
 TEST_F(VRayFrame, ARegionMayHaveSeveralRows) {
-    Add(126, Image(4, 0.0F));
+    Add(126, ChannelImage(4, 0.0F));
     std::array<BMM_Color_fl, 4> pixels{};
     ASSERT_TRUE(frame.GetPixels(0, 0, {1, 0, 3, 2, 2, 2, 0, 0}, VRAY_PIXELS_FLOAT, sizeof(pixels),
                                 pixels.data(), 0, 0, 0));
@@ -179,8 +179,8 @@ TEST_F(VRayFrame, ARegionMayHaveSeveralRows) {
 
 TEST_F(VRayFrame, ALongRowHasItsAlphaToTheEnd) {
     frame.BeginFrame(1000, HEIGHT);
-    Add(101, Image(3, 0.0F, true, 1000));
-    Add(125, Image(1, 0.5F, true, 1000));
+    Add(101, ChannelImage(3, 0.0F, true, 1000));
+    Add(125, ChannelImage(1, 0.5F, true, 1000));
     std::vector<BMM_Color_fl> row(1000);
     ASSERT_TRUE(frame.GetPixels(0, 0, {0, 0, 1000, 1, 1000, 1, 0, 0}, VRAY_PIXELS_FLOAT,
                                 row.size() * sizeof(row[0]), row.data(), 0, 0, 0));
@@ -190,7 +190,7 @@ TEST_F(VRayFrame, ALongRowHasItsAlphaToTheEnd) {
 }
 
 TEST_F(VRayFrame, ReadsThatCannotBeHadLeaveTheBuffer) {
-    Add(126, Image(4, 0.0F));
+    Add(126, ChannelImage(4, 0.0F));
     const VRayRegion good{0, 0, 3, 1, 3, 1, 0, 0};
     const auto fails = [&](int channel, VRayRegion region, int format, std::size_t bytes) {
         std::array<std::array<float, 4>, 3> buffer{};
@@ -343,7 +343,7 @@ TEST_F(VRayLookTest, CorrectsLongRowsToTheEndAndEachPixelOnce) {
 
 TEST_F(VRayLookTest, OfARegionStartsAtItsLeft) {
     frame.BeginFrame(WIDTH, HEIGHT);
-    Add(126, Image(4, 0.0F, true));
+    Add(126, ChannelImage(4, 0.0F, true));
     const BMM_Color_fl plain = [&] {
         BMM_Color_fl pixel{};
         EXPECT_TRUE(frame.GetPixels(0, 0, {1, 1, 2, 2, 1, 1, 0, 0}, VRAY_PIXELS_FLOAT,
@@ -405,7 +405,7 @@ TEST_F(VRayFrame, KeepsCorrectionsThatMeanNothingWithoutALook) {
     EXPECT_EQ(frame.GetValue(host::VRAY_LOOK_ON), 0.0F);
     frame.SetValue(host::VRAY_LOOK_ON, 1.0F);
     EXPECT_EQ(frame.GetValue(host::VRAY_LOOK_ON), 1.0F);
-    Add(126, Image(4, 0.0F));
+    Add(126, ChannelImage(4, 0.0F));
     EXPECT_EQ(Pixel(0).r, 0.25F);
 }
 

@@ -12,7 +12,7 @@ namespace psdfile {
 namespace {
 
 // A text as keys and values of descriptors have it; its length is below 256.
-std::string Counted(const std::string& text) {
+std::string CountedText(const std::string& text) {
     return std::string(3, '\0') + static_cast<char>(text.size()) + text;
 }
 
@@ -37,19 +37,20 @@ std::string CommonItems(const std::string& kind) {
     const std::string profileBytes = WrittenBytes(profile);
     EXPECT_EQ(Hex(profileBytes.substr(0, 4)), "00 00 02 1C");
     EXPECT_EQ(profileBytes.size(), 4U + 540U);
-    return Counted("lookupType") + "enum" + Counted("colorLookupType") + Counted(kind) +
+    return CountedText("lookupType") + "enum" + CountedText("colorLookupType") + CountedText(kind) +
            FromHex("00 00 00 00") + "Nm  TEXT" + FromHex("00 00 00 09") + Wide("veltrane") +
-           FromHex("00 00 00 00 00 00") + "Dthrbool" + FromHex("01") + Counted("profile") + "tdta" +
-           profileBytes;
+           FromHex("00 00 00 00 00 00") + "Dthrbool" + FromHex("01") + CountedText("profile") +
+           "tdta" + profileBytes;
 }
 
 // The further items of a table in text form.
 std::string LUTItems(const std::string& dataWithLength) {
-    return Counted("LUTFormat") + "enum" + Counted("LUTFormatType") + Counted("LUTFormatCUBE") +
-           Counted("dataOrder") + "enum" + Counted("colorLookupOrder") + Counted("rgbOrder") +
-           Counted("tableOrder") + "enum" + Counted("colorLookupOrder") + Counted("bgrOrder") +
-           Counted("LUT3DFileData") + "tdta" + dataWithLength + Counted("LUT3DFileName") + "TEXT" +
-           FromHex("00 00 00 14") + Wide("M:\\Temp\\simple.cube") + FromHex("00 00");
+    return CountedText("LUTFormat") + "enum" + CountedText("LUTFormatType") +
+           CountedText("LUTFormatCUBE") + CountedText("dataOrder") + "enum" +
+           CountedText("colorLookupOrder") + CountedText("rgbOrder") + CountedText("tableOrder") +
+           "enum" + CountedText("colorLookupOrder") + CountedText("bgrOrder") +
+           CountedText("LUT3DFileData") + "tdta" + dataWithLength + CountedText("LUT3DFileName") +
+           "TEXT" + FromHex("00 00 00 14") + Wide("M:\\Temp\\simple.cube") + FromHex("00 00");
 }
 
 TEST(ColorLookupLayer, IsADeviceLinkWithFourItems) {
@@ -80,7 +81,7 @@ TEST(ColorLookupLayer, OfATableHoldsItsText) {
     layer.lookupKind = lookup3DLUT;
     layer.lut.data.SetData("LUT_3D_SIZE", 11);
     EXPECT_EQ(WrittenHex(layer), Hex(Head("00 00 03 A0", "00 00 00 09") + CommonItems("3DLUT") +
-                                     LUTItems(Counted("LUT_3D_SIZE")) + FromHex("00")));
+                                     LUTItems(CountedText("LUT_3D_SIZE")) + FromHex("00")));
 }
 
 TEST(ColorLookupLUT, OfASubclassStandsBehindItsLengthToo) {

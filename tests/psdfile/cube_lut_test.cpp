@@ -20,7 +20,7 @@
 namespace psdfile {
 namespace {
 
-using Row = CubeLUT::Row;
+using TableRow = CubeLUT::Row;
 
 int LoadText(CubeLUT& lut, const std::string& text) {
     std::istringstream stream(text);
@@ -69,9 +69,10 @@ const std::string sample1D =
 
 void ExpectTheRowsOf3D(const CubeLUT& lut) {
     EXPECT_TRUE(lut.lut1D.empty());
-    const decltype(CubeLUT::lut3D) expected{
-        {{Row{0, 0.125, 0.25}, Row{0, 0.125, 0.75}}, {Row{0, 0.875, 0.25}, Row{0, 0.875, 0.75}}},
-        {{Row{1, 0.125, 0.25}, Row{1, 0.125, 0.75}}, {Row{1, 0.875, 0.25}, Row{1, 0.875, 0.75}}}};
+    const decltype(CubeLUT::lut3D) expected{{{TableRow{0, 0.125, 0.25}, TableRow{0, 0.125, 0.75}},
+                                             {TableRow{0, 0.875, 0.25}, TableRow{0, 0.875, 0.75}}},
+                                            {{TableRow{1, 0.125, 0.25}, TableRow{1, 0.125, 0.75}},
+                                             {TableRow{1, 0.875, 0.25}, TableRow{1, 0.875, 0.75}}}};
     EXPECT_EQ(lut.lut3D, expected);
 }
 
@@ -80,8 +81,8 @@ TEST(CubeLUT, LoadsA3DTableRedFastest) {
     ASSERT_EQ(LoadText(lut, sample3D), CubeLUT::OK);
     EXPECT_EQ(lut.status, 0);
     EXPECT_EQ(lut.title, "Warm evening");
-    EXPECT_EQ(lut.domainMin, (Row{0, 0, 0}));
-    EXPECT_EQ(lut.domainMax, (Row{1, 1, 1}));
+    EXPECT_EQ(lut.domainMin, (TableRow{0, 0, 0}));
+    EXPECT_EQ(lut.domainMax, (TableRow{1, 1, 1}));
     ExpectTheRowsOf3D(lut);
 }
 
@@ -89,9 +90,9 @@ TEST(CubeLUT, LoadsA1DTable) {
     CubeLUT lut;
     ASSERT_EQ(LoadText(lut, sample1D), CubeLUT::OK);
     EXPECT_EQ(lut.title, "");
-    EXPECT_EQ(lut.domainMin, (Row{0, 0, 0}));
-    EXPECT_EQ(lut.domainMax, (Row{1, 1, 1}));
-    EXPECT_EQ(lut.lut1D, (std::vector<Row>{{0, 0, 0}, {0.5, 0.25, 0.125}, {1, 1, 1}}));
+    EXPECT_EQ(lut.domainMin, (TableRow{0, 0, 0}));
+    EXPECT_EQ(lut.domainMax, (TableRow{1, 1, 1}));
+    EXPECT_EQ(lut.lut1D, (std::vector<TableRow>{{0, 0, 0}, {0.5, 0.25, 0.125}, {1, 1, 1}}));
     EXPECT_TRUE(lut.lut3D.empty());
 }
 
@@ -139,7 +140,7 @@ TEST(CubeLUT, SkipsCommentsBetweenTheRows) {
     CubeLUT lut;
     EXPECT_EQ(LoadText(lut, "LUT_1D_SIZE 2\n# dark\n0 0 0\n# 0.5 0.5 0.5\n#\n1 1 1\n"),
               CubeLUT::OK);
-    EXPECT_EQ(lut.lut1D, (std::vector<Row>{{0, 0, 0}, {1, 1, 1}}));
+    EXPECT_EQ(lut.lut1D, (std::vector<TableRow>{{0, 0, 0}, {1, 1, 1}}));
 }
 
 TEST(CubeLUT, HasStatusesOfFixedNumbers) {
@@ -186,8 +187,8 @@ TEST(CubeLUT, PutsEveryRowOfA3DTableInItsPlace) {
             for (std::size_t g = 0; g < size; ++g) {
                 ASSERT_EQ(lut.lut3D[r][g].size(), size);
                 for (std::size_t b = 0; b < size; ++b) {
-                    const Row expected{static_cast<double>(r), static_cast<double>(g),
-                                       static_cast<double>(b)};
+                    const TableRow expected{static_cast<double>(r), static_cast<double>(g),
+                                            static_cast<double>(b)};
                     ASSERT_EQ(lut.lut3D[r][g][b], expected);
                 }
             }
@@ -198,10 +199,10 @@ TEST(CubeLUT, PutsEveryRowOfA3DTableInItsPlace) {
 TEST(CubeLUT, ReplacesWhatItHeld) {
     CubeLUT lut;
     ASSERT_EQ(LoadText(lut, Replaced(sample3D, "1.0 1.0 1.0", "2 3 4")), CubeLUT::OK);
-    EXPECT_EQ(lut.domainMax, (Row{2, 3, 4}));
+    EXPECT_EQ(lut.domainMax, (TableRow{2, 3, 4}));
     ASSERT_EQ(LoadText(lut, sample1D), CubeLUT::OK);
     EXPECT_EQ(lut.title, "");
-    EXPECT_EQ(lut.domainMax, (Row{1, 1, 1}));
+    EXPECT_EQ(lut.domainMax, (TableRow{1, 1, 1}));
     EXPECT_EQ(lut.lut1D.size(), 3U);
     EXPECT_TRUE(lut.lut3D.empty());
     ASSERT_EQ(LoadText(lut, "x\n"), CubeLUT::UnknownOrRepeatedKeyword);
@@ -238,10 +239,10 @@ TEST(CubeLUTDomain, IsSixNumbers) {
     CubeLUT lut;
     ASSERT_EQ(LoadText(lut, "DOMAIN_MAX 1e1 +2 .5\nDOMAIN_MIN -1 -0.5\t0\n" + sample1D),
               CubeLUT::OK);
-    EXPECT_EQ(lut.domainMin, (Row{-1, -0.5, 0}));
-    EXPECT_EQ(lut.domainMax, (Row{10, 2, 0.5}));
+    EXPECT_EQ(lut.domainMin, (TableRow{-1, -0.5, 0}));
+    EXPECT_EQ(lut.domainMax, (TableRow{10, 2, 0.5}));
     ASSERT_EQ(LoadText(lut, "DOMAIN_MIN -0,5 0 0,25\n" + sample1D), CubeLUT::OK);
-    EXPECT_EQ(lut.domainMin, (Row{-0.5, 0, 0.25}));
+    EXPECT_EQ(lut.domainMin, (TableRow{-0.5, 0, 0.25}));
 }
 
 TEST(CubeLUTDomain, IsReversedUnlessItsLowerEndIsBelowTheUpperOnAllAxes) {
@@ -290,8 +291,8 @@ TEST(CubeLUTSize, Of1DIsFrom2To65536) {
     CubeLUT lut;
     ASSERT_EQ(LoadText(lut, text), CubeLUT::OK);
     ASSERT_EQ(lut.lut1D.size(), 65536U);
-    EXPECT_EQ(lut.lut1D.front(), (Row{0, 0.5, 1}));
-    EXPECT_EQ(lut.lut1D.back(), (Row{65535, 0.5, 1}));
+    EXPECT_EQ(lut.lut1D.front(), (TableRow{0, 0.5, 1}));
+    EXPECT_EQ(lut.lut1D.back(), (TableRow{65535, 0.5, 1}));
     EXPECT_EQ(StatusOf("LUT_1D_SIZE 2\n0 0 0\n1 1 1\n"), CubeLUT::OK);
     for (const char* size : {"1", "65537", "0", "-2", "2147483648", "", "x"}) {
         EXPECT_EQ(StatusOf("LUT_1D_SIZE " + std::string(size) + "\n0 0 0\n"),
@@ -349,9 +350,9 @@ TEST(CubeLUTRows, HaveDecimalCommasUntilAPointIsSeen) {
     CubeLUT lut;
     ASSERT_EQ(LoadText(lut, "LUT_1D_SIZE 5\n0 0 0\n0,5 0,5 0,5\n1 0 1\n,25 -0,5 1e-1\n0.75 1 1\n"),
               CubeLUT::OK);
-    EXPECT_EQ(
-        lut.lut1D,
-        (std::vector<Row>{{0, 0, 0}, {0.5, 0.5, 0.5}, {1, 0, 1}, {0.25, -0.5, 0.1}, {0.75, 1, 1}}));
+    EXPECT_EQ(lut.lut1D,
+              (std::vector<TableRow>{
+                  {0, 0, 0}, {0.5, 0.5, 0.5}, {1, 0, 1}, {0.25, -0.5, 0.1}, {0.75, 1, 1}}));
     EXPECT_EQ(StatusOf("LUT_1D_SIZE 3\n0,5 0 0\n0.5 0 0\n0,5 0 0\n"),
               CubeLUT::CouldNotParseTableData);
     // In a row with a point a comma was never a decimal one.
@@ -573,7 +574,7 @@ CubeLUT RandomTable(std::mt19937& random) {
     std::uniform_int_distribution<int> letter(0x20, 0xFF);
     std::uniform_real_distribution<double> uniform(-1, 1);
     const auto row = [&] {
-        Row values{};
+        TableRow values{};
         for (double& value : values) {
             value = std::ldexp(uniform(random), exponent(random));
         }
@@ -593,7 +594,7 @@ CubeLUT RandomTable(std::mt19937& random) {
         lut.lut1D.resize(points);
         std::generate(lut.lut1D.begin(), lut.lut1D.end(), row);
     } else {
-        lut.lut3D.assign(points, {points, std::vector<Row>(points)});
+        lut.lut3D.assign(points, {points, std::vector<TableRow>(points)});
         for (auto& greens : lut.lut3D) {
             for (auto& blues : greens) {
                 std::generate(blues.begin(), blues.end(), row);
@@ -604,7 +605,7 @@ CubeLUT RandomTable(std::mt19937& random) {
 }
 
 // `tolerance` is relative.
-void ExpectNear(const Row& row, const Row& expected, double tolerance) {
+void ExpectNear(const TableRow& row, const TableRow& expected, double tolerance) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
         ASSERT_LE(std::abs(row[axis] - expected[axis]), tolerance * std::abs(expected[axis]))
             << row[axis] << " for " << expected[axis];

@@ -14,12 +14,12 @@ namespace psdfile {
 namespace {
 
 // Counts the objects alive, and how many were freed through Destroy.
-class Counted : public PSint8 {
+class CountedPart : public PSint8 {
   public:
-    explicit Counted(std::uint8_t number) : PSint8(number) { ++alive; }
-    Counted(const Counted& other) : PSint8(other) { ++alive; }
-    Counted& operator=(const Counted&) = delete;
-    ~Counted() override { --alive; }
+    explicit CountedPart(std::uint8_t number) : PSint8(number) { ++alive; }
+    CountedPart(const CountedPart& other) : PSint8(other) { ++alive; }
+    CountedPart& operator=(const CountedPart&) = delete;
+    ~CountedPart() override { --alive; }
     void Destroy() override {
         ++destroyed;
         PSint8::Destroy();
@@ -51,30 +51,30 @@ TEST(PartList, HasAFrameLikeAnyPart) {
 }
 
 TEST(PartList, DestroysItsItemsWhenClearedAndWhenItEnds) {
-    Counted::destroyed = 0;
+    CountedPart::destroyed = 0;
     {
         PSDPartList list;
-        list.Add<Counted>(Byte(1));
-        list.AddFront<Counted>(Byte(2));
-        EXPECT_EQ(Counted::alive, 2);
+        list.Add<CountedPart>(Byte(1));
+        list.AddFront<CountedPart>(Byte(2));
+        EXPECT_EQ(CountedPart::alive, 2);
         list.Clear();
         EXPECT_EQ(list.Count(), 0U);
-        EXPECT_EQ(Counted::alive, 0);
-        list.Add<Counted>(Byte(3));
+        EXPECT_EQ(CountedPart::alive, 0);
+        list.Add<CountedPart>(Byte(3));
     }
-    EXPECT_EQ(Counted::alive, 0);
-    EXPECT_EQ(Counted::destroyed, 3);
+    EXPECT_EQ(CountedPart::alive, 0);
+    EXPECT_EQ(CountedPart::destroyed, 3);
 }
 
 TEST(PartList, IsCopiedWithItemsAndFrame) {
     auto list = std::make_unique<PSDPartList>(std::uint8_t{4}, true, false);
-    list->Add<Counted>(Byte(1));
+    list->Add<CountedPart>(Byte(1));
     list->Add<PSString>("ab");
     PSDPartList copy(*list);
-    EXPECT_EQ(Counted::alive, 2);
-    list->ItemAs<Counted>(0).value = 7;
+    EXPECT_EQ(CountedPart::alive, 2);
+    list->ItemAs<CountedPart>(0).value = 7;
     list.reset();
-    EXPECT_EQ(Counted::alive, 1);
+    EXPECT_EQ(CountedPart::alive, 1);
     EXPECT_EQ(WrittenHex(copy), "00 00 00 03 01 61 62 00");
 }
 
@@ -89,7 +89,7 @@ TEST(SharedPartList, WritesItsItemsInOrderWhetherAddedAtTheEndOrTheFront) {
 }
 
 TEST(SharedPartList, SharesItsItemsWithItsCopiesAndOwners) {
-    const auto item = boost::make_shared<Counted>(Byte(1));
+    const auto item = boost::make_shared<CountedPart>(Byte(1));
     {
         SharedPSDPartList list(2, true, false);
         list.Add(item);
@@ -99,7 +99,7 @@ TEST(SharedPartList, SharesItsItemsWithItsCopiesAndOwners) {
         EXPECT_EQ(list.Count(), 0U);
         EXPECT_EQ(WrittenHex(copy), "00 00 00 01 01 00");
     }
-    EXPECT_EQ(Counted::alive, 1);
+    EXPECT_EQ(CountedPart::alive, 1);
     EXPECT_EQ(item.use_count(), 1);
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr int matte = 3;
+constexpr int matteOfSet = 3;
 
 class NodeSetChannels : public testing::Test {
   protected:
@@ -57,13 +57,13 @@ class NodeSetChannels : public testing::Test {
 };
 
 TEST_F(NodeSetChannels, CutOutOneObject) {
-    sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, &AddNode(2), matte, true);
+    sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, &AddNode(2), matteOfSet, true);
     EXPECT_THAT(Row8(source, 5), ElementsAre(0, 0, 255, 0, 0));
     ExpectColumns(source, 2, 2);
 }
 
 TEST_F(NodeSetChannels, CutOutTheMembersOfAGroupAndNotItsHead) {
-    sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, &AddGroup(), matte, true);
+    sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, &AddGroup(), matteOfSet, true);
     EXPECT_THAT(Row8(source, 5), ElementsAre(0, 255, 0, 255, 0));
     ExpectColumns(source, 1, 3);
 }
@@ -71,7 +71,7 @@ TEST_F(NodeSetChannels, CutOutTheMembersOfAGroupAndNotItsHead) {
 TEST_F(NodeSetChannels, OfNoNodeOrOneThatIsntRenderedAreEmpty) {
     for (INode* node : {static_cast<INode*>(nullptr), static_cast<INode*>(&AddNode(65535)),
                         static_cast<INode*>(&AddNode(77))}) {
-        sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, node, matte, true);
+        sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, node, matteOfSet, true);
         EXPECT_THAT(Row8(source, 5), ElementsAre(0, 0, 0, 0, 0));
         EXPECT_TRUE(source.Bounds().IsEmpty());
     }
@@ -79,7 +79,7 @@ TEST_F(NodeSetChannels, OfNoNodeOrOneThatIsntRenderedAreEmpty) {
 }
 
 TEST_F(NodeSetChannels, CutOutTheObjectsThatTheCallerAdded) {
-    sources::NodesToPSDChannel source(&bitmap, matte, true);
+    sources::NodesToPSDChannel source(&bitmap, matteOfSet, true);
     EXPECT_THAT(Row8(source, 5), ElementsAre(0, 0, 0, 0, 0));
     source.renderIDs.Add(0);
     source.renderIDs.Add(2);
@@ -93,7 +93,7 @@ TEST_F(NodeSetChannels, LieInABoxAroundTheBoxesOfAllTheirObjects) {
     sources::nodeRenderIDBounds[10] += IPoint2{9, 21};
     sources::nodeRenderIDBounds[11] += IPoint2{7, 4};
     sources::nodeRenderIDBounds[11] += IPoint2{30, 6};
-    sources::NodesToPSDChannel source(&bitmap, matte, true);
+    sources::NodesToPSDChannel source(&bitmap, matteOfSet, true);
     source.renderIDs.Add(10);
     source.renderIDs.Add(11);
     source.renderIDs.Add(500);
@@ -105,7 +105,7 @@ TEST_F(NodeSetChannels, LieInABoxAroundTheBoxesOfAllTheirObjects) {
 }
 
 TEST_F(NodeSetChannels, NeverTakeTheBackground) {
-    sources::NodesToPSDChannel source(&bitmap, matte, true);
+    sources::NodesToPSDChannel source(&bitmap, matteOfSet, true);
     source.renderIDs.Add(65535);
     EXPECT_THAT(Row8(source, 5), ElementsAre(0, 0, 0, 0, 0));
 }
@@ -113,12 +113,12 @@ TEST_F(NodeSetChannels, NeverTakeTheBackground) {
 TEST_F(NodeSetChannels, CutOutASelectionSet) {
     scene.AddSelectionSet(_M("none"), {});
     scene.AddSelectionSet(_M("some"), {&AddNode(2), &AddGroup()});
-    sources::NamedSelectionSetToPSDChannel none(&bitmap, 0, matte, true);
+    sources::NamedSelectionSetToPSDChannel none(&bitmap, 0, matteOfSet, true);
     EXPECT_THAT(Row8(none, 5), ElementsAre(0, 0, 0, 0, 0));
     EXPECT_TRUE(none.Bounds().IsEmpty());
-    sources::NamedSelectionSetToPSDChannel some(&bitmap, 1, matte, true);
+    sources::NamedSelectionSetToPSDChannel some(&bitmap, 1, matteOfSet, true);
     EXPECT_THAT(Row8(some, 5), ElementsAre(0, 255, 255, 255, 0));
-    sources::NamedSelectionSetToPSDChannel beyond(&bitmap, 2, matte, true);
+    sources::NamedSelectionSetToPSDChannel beyond(&bitmap, 2, matteOfSet, true);
     EXPECT_THAT(Row8(beyond, 5), ElementsAre(0, 0, 0, 0, 0));
 }
 
@@ -127,15 +127,15 @@ TEST_F(NodeSetChannels, CutOutASceneLayer) {
     host::SceneLayer& inside = scene.AddLayer(_M("inside"), &layer);
     AddNode(0).SetLayer(&layer);
     AddNode(3).SetLayer(&inside);
-    sources::MaxLayerToPSDChannel source(&bitmap, &layer, matte, true);
+    sources::MaxLayerToPSDChannel source(&bitmap, &layer, matteOfSet, true);
     EXPECT_THAT(Row8(source, 5), ElementsAre(255, 0, 0, 255, 0));
-    sources::MaxLayerToPSDChannel none(&bitmap, nullptr, matte, true);
+    sources::MaxLayerToPSDChannel none(&bitmap, nullptr, matteOfSet, true);
     EXPECT_THAT(Row8(none, 5), ElementsAre(0, 0, 0, 0, 0));
 }
 
 TEST_F(NodeSetChannels, OutliveTheirNodes) {
     host::Node& node = AddNode(2);
-    sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, &node, matte, true);
+    sources::SpecificNodeRenderIDToPSDChannel source(&bitmap, &node, matteOfSet, true);
     scene.Remove(node);
     EXPECT_THAT(Row8(source, 5), ElementsAre(0, 0, 255, 0, 0));
 }

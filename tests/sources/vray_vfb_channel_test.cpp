@@ -18,8 +18,8 @@ using sources::VRayVFBToPSDChannel_SRGB;
 using testing::Each;
 using testing::ElementsAre;
 
-constexpr bool keepPremultiplied = true;
-constexpr bool divideByAlpha = false;
+constexpr bool keepFramePremultiplied = true;
+constexpr bool divideFrameByAlpha = false;
 constexpr int corrected = 1;
 
 // What the last read was asked for.
@@ -80,23 +80,23 @@ class VRayChannel : public testing::Test {
 };
 
 TEST_F(VRayChannel, TakesOneComponentAtEveryDepth) {
-    VRayVFBToPSDChannel red(&buffer, 4, 0, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel red(&buffer, 4, 0, keepFramePremultiplied, false, corrected);
     EXPECT_THAT(Row8(red, 3), ElementsAre(0x12, 20000 >> 8, 1));
     EXPECT_THAT(Row16(red, 3), ElementsAre(0x1234, 20000, 500));
     EXPECT_THAT(Row32(red, 3), ElementsAre(0.25F, 0.5F, 0.5F));
-    VRayVFBToPSDChannel mean(&buffer, 4, 4, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel mean(&buffer, 4, 4, keepFramePremultiplied, false, corrected);
     EXPECT_THAT(Row16(mean, 3), ElementsAre((0x1234 + 5) / 3, 6833, 600));
 }
 
 TEST_F(VRayChannel, DividesByAlphaAsABitmapsChannelDoes) {
-    VRayVFBToPSDChannel red(&buffer, 4, 0, divideByAlpha, false, corrected);
+    VRayVFBToPSDChannel red(&buffer, 4, 0, divideFrameByAlpha, false, corrected);
     // 0x1234 * 8191 / 8191; 20000 * 8191 / 4096 is 39995.1.
     EXPECT_THAT(Row16(red, 3), ElementsAre(0x1234, 39995, 500));
     EXPECT_THAT(Row32(red, 3), ElementsAre(0.25F, 2.0F, 0.5F));
 }
 
 TEST_F(VRayChannel, ReadsOneRowOfTheChannel) {
-    VRayVFBToPSDChannel source(&buffer, 4, 0, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel source(&buffer, 4, 0, keepFramePremultiplied, false, corrected);
     const auto expectRequest = [this](int row, int format, std::size_t bytes, int readFlag) {
         const Request& r = buffer.request;
         EXPECT_EQ(r.channelIndex, 4);
@@ -121,13 +121,13 @@ TEST_F(VRayChannel, ReadsOneRowOfTheChannel) {
     expectRequest(8, 301, 24, 0);
     source.GetRow32(9);
     expectRequest(9, 303, 48, 0);
-    VRayVFBToPSDChannel uncorrected(&buffer, 4, 0, keepPremultiplied, false, 0);
+    VRayVFBToPSDChannel uncorrected(&buffer, 4, 0, keepFramePremultiplied, false, 0);
     uncorrected.GetRow8(1);
     expectRequest(1, 301, 24, -1);
 }
 
 TEST_F(VRayChannel, AsksForTheDescriptionBeforeItReadsMoreThan8Bits) {
-    VRayVFBToPSDChannel source(&buffer, 4, 0, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel source(&buffer, 4, 0, keepFramePremultiplied, false, corrected);
     source.GetRow8(0);
     EXPECT_THAT(buffer.described, ElementsAre());
     source.GetRow16(0);
@@ -139,7 +139,7 @@ TEST_F(VRayChannel, AsksForTheDescriptionBeforeItReadsMoreThan8Bits) {
 }
 
 TEST_F(VRayChannel, ARowThatCantBeReadIsWhiteAndOpaque) {
-    for (const bool premultiplied : {keepPremultiplied, divideByAlpha}) {
+    for (const bool premultiplied : {keepFramePremultiplied, divideFrameByAlpha}) {
         for (int component = 0; component <= 4; ++component) {
             VRayVFBToPSDChannel source(&buffer, 4, component, premultiplied, false, corrected);
             buffer.fails = false;
@@ -156,12 +156,12 @@ TEST_F(VRayChannel, ARowThatCantBeReadIsWhiteAndOpaque) {
 TEST_F(VRayChannel, TakesTheHostsGammaButForAlpha) {
     gammaMgr.enable = TRUE;
     gammaMgr.SetFileOutGamma(2.0F);
-    VRayVFBToPSDChannel red(&buffer, 4, 0, keepPremultiplied, true, corrected);
+    VRayVFBToPSDChannel red(&buffer, 4, 0, keepFramePremultiplied, true, corrected);
     EXPECT_EQ(red.GetRow16(0)[0], gammaMgr.fileOutGammaTable[0x1234 >> 3]);
     EXPECT_FLOAT_EQ(red.GetRow32(0)[0], 0.5F);
-    VRayVFBToPSDChannel unwanted(&buffer, 4, 0, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel unwanted(&buffer, 4, 0, keepFramePremultiplied, false, corrected);
     EXPECT_EQ(unwanted.GetRow16(0)[0], 0x1234);
-    VRayVFBToPSDChannel alpha(&buffer, 4, 3, keepPremultiplied, true, corrected);
+    VRayVFBToPSDChannel alpha(&buffer, 4, 3, keepFramePremultiplied, true, corrected);
     EXPECT_EQ(alpha.GetRow8(0)[1], 128);
     EXPECT_EQ(alpha.GetRow16(0)[1], 32768);
     EXPECT_EQ(alpha.GetRow32(0)[1], 0.25F);
@@ -170,33 +170,33 @@ TEST_F(VRayChannel, TakesTheHostsGammaButForAlpha) {
 TEST_F(VRayChannel, TheSRGBVariantCurvesIntegersAndLeavesFloatsLinear) {
     gammaMgr.enable = TRUE;
     gammaMgr.SetFileOutGamma(2.0F);
-    VRayVFBToPSDChannel_SRGB red(&buffer, 4, 0, keepPremultiplied, true, corrected);
+    VRayVFBToPSDChannel_SRGB red(&buffer, 4, 0, keepFramePremultiplied, true, corrected);
     const std::uint16_t expected = sources::SRGBTable()[0x1234 >> 3];
     EXPECT_EQ(red.GetRow16(0)[0], expected);
     EXPECT_EQ(red.GetRow8(0)[0], expected >> 8);
     EXPECT_EQ(red.GetRow32(0)[0], 0.25F);
-    VRayVFBToPSDChannel_SRGB alpha(&buffer, 4, 3, keepPremultiplied, true, corrected);
+    VRayVFBToPSDChannel_SRGB alpha(&buffer, 4, 3, keepFramePremultiplied, true, corrected);
     EXPECT_EQ(alpha.GetRow8(0)[1], 128);
     EXPECT_EQ(alpha.GetRow16(0)[1], 32768);
-    VRayVFBToPSDChannel_SRGB linear(&buffer, 4, 0, keepPremultiplied, false, corrected);
-    EXPECT_EQ(linear.GetRow16(0)[0], 0x1234);
-    EXPECT_EQ(linear.GetRow32(0)[0], 0.25F);
+    VRayVFBToPSDChannel_SRGB uncurved(&buffer, 4, 0, keepFramePremultiplied, false, corrected);
+    EXPECT_EQ(uncurved.GetRow16(0)[0], 0x1234);
+    EXPECT_EQ(uncurved.GetRow32(0)[0], 0.25F);
 }
 
 TEST_F(VRayChannel, DitherIsSeededFromTheFrameBuffersAddress) {
     gammaMgr.dithTrue = TRUE;
     buffer.row64.assign(500, BMM_Color_64{0x7F80, 0x7F80, 0, 0xFFFF});
-    VRayVFBToPSDChannel red(&buffer, 4, 0, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel red(&buffer, 4, 0, keepFramePremultiplied, false, corrected);
     const std::vector<std::uint8_t> first = Row8(red, 500);
     sources::SeedDither(static_cast<IVRayPixelBuffer*>(&buffer));
     for (std::uint8_t sample : first)
         ASSERT_EQ(sample, (0x7F80 + sources::NextDither()) >> 8);
-    VRayVFBToPSDChannel green(&buffer, 9, 1, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel green(&buffer, 9, 1, keepFramePremultiplied, false, corrected);
     EXPECT_EQ(Row8(green, 500), first);
 }
 
 TEST_F(VRayChannel, WithoutAFrameBufferHasNoWidth) {
-    VRayVFBToPSDChannel source(nullptr, 0, 0, keepPremultiplied, false, corrected);
+    VRayVFBToPSDChannel source(nullptr, 0, 0, keepFramePremultiplied, false, corrected);
     EXPECT_NE(source.GetRow8(0), nullptr);
     EXPECT_NE(source.GetRow16(0), nullptr);
     EXPECT_NE(source.GetRow32(0), nullptr);
@@ -210,7 +210,7 @@ TEST_F(VRayChannel, GivesWhatABitmapOfTheSamePixelsGives) {
     SetRow(bitmap, buffer.row64);
     SetRow(bitmap, buffer.rowFloat);
     for (int component = 0; component <= 4; ++component) {
-        for (const bool premultiplied : {keepPremultiplied, divideByAlpha}) {
+        for (const bool premultiplied : {keepFramePremultiplied, divideFrameByAlpha}) {
             for (const bool gamma : {false, true}) {
                 VRayVFBToPSDChannel vray(&buffer, 0, component, premultiplied, gamma, corrected);
                 sources::BitmapToPSDChannel other(&bitmap, component, premultiplied, gamma);

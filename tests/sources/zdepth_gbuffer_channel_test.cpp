@@ -12,7 +12,7 @@ using testing::ElementsAre;
 
 constexpr float noMin = 3.4028235e38F;
 constexpr float noMax = -3.4028235e38F;
-constexpr UWORD noObject = 65535;
+constexpr UWORD noNode = 65535;
 constexpr DWORD weightsAndIdentities =
     BMM_CHAN_WEIGHT | BMM_CHAN_TRANSP | BMM_CHAN_NODE_RENDER_ID | BMM_CHAN_NODE_ID;
 
@@ -23,7 +23,7 @@ class ZDepthChannel : public testing::Test {
         bitmap.gbuffer.zMax = 10.0F;
     }
     std::vector<std::uint16_t> Samples(float min = noMin, float max = noMax,
-                                       UWORD opaque = noObject) {
+                                       UWORD opaque = noNode) {
         ZDepthGBufferToPSDChannel source(&bitmap, 0, true, min, max, opaque);
         return Row16(source, bitmap.pixels.width);
     }
@@ -101,15 +101,14 @@ TEST_F(ZDepthChannel, WithoutAllIdentitiesCoverageCountsOrNothingDoes) {
 
 TEST_F(ZDepthChannel, TheTransparencyOfOneObjectCanBeLeftOut) {
     bitmap.gbuffer.channels = weightsAndIdentities;
-    bitmap.SetRows(
-        {{{Weighed(7, 255, 255)}, {Weighed(8, 255, 255)}, {Weighed(noObject, 255, 255)}}});
+    bitmap.SetRows({{{Weighed(7, 255, 255)}, {Weighed(8, 255, 255)}, {Weighed(noNode, 255, 255)}}});
     EXPECT_THAT(Samples(noMin, noMax, 7), ElementsAre(0, 65535, 65535));
-    EXPECT_THAT(Samples(noMin, noMax, noObject), ElementsAre(65535, 65535, 65535));
+    EXPECT_THAT(Samples(noMin, noMax, noNode), ElementsAre(65535, 65535, 65535));
 }
 
 TEST_F(ZDepthChannel, EightBitsAreTheSixteenOver257) {
     bitmap.SetRows({{{{.z = 0.0F}}, {{.z = 5.0F}}, {{.z = 10.0F}}, {}}});
-    ZDepthGBufferToPSDChannel source(&bitmap, 0, true, noMin, noMax, noObject);
+    ZDepthGBufferToPSDChannel source(&bitmap, 0, true, noMin, noMax, noNode);
     // 32768 / 257 is 127.5.
     EXPECT_THAT(Row8(source, 4), ElementsAre(255, 127, 0, 255));
     EXPECT_EQ(source.GetRow32(0), nullptr) << "the writer makes floats of the 16 bits";
@@ -127,7 +126,7 @@ TEST_F(ZDepthChannel, ARangeTheOtherWayRoundShowsFarObjectsLight) {
 
 TEST_F(ZDepthChannel, GivesTheRowThatIsAskedFor) {
     bitmap.SetRows({{{{.z = 10.0F}}}, {{{.z = 2.0F}}}});
-    ZDepthGBufferToPSDChannel source(&bitmap, 0, true, noMin, noMax, noObject);
+    ZDepthGBufferToPSDChannel source(&bitmap, 0, true, noMin, noMax, noNode);
     EXPECT_THAT(Row16(source, 1, 1), ElementsAre(65535 - 51 * 257));
     EXPECT_THAT(Row8(source, 1, 1), ElementsAre(204));
     EXPECT_THAT(Row16(source, 1, 0), ElementsAre(0));
@@ -147,7 +146,7 @@ TEST_F(ZDepthChannel, IsWhiteWhereNothingCanBeRead) {
     bitmap.gbuffer.reader.unreadableLine = 0;
     EXPECT_THAT(Samples(), ElementsAre(65535));
     bitmap.hasStorage = false;
-    ZDepthGBufferToPSDChannel source(&bitmap, 0, true, noMin, noMax, noObject);
+    ZDepthGBufferToPSDChannel source(&bitmap, 0, true, noMin, noMax, noNode);
     EXPECT_NE(source.GetRow16(0), nullptr);
     EXPECT_NE(source.GetRow8(0), nullptr);
 }
