@@ -6,5 +6,5 @@
 
 inline int LeakRounds() {
     const char* rounds = std::getenv("VELTRANE_LEAK_ROUNDS");
-    return rounds ? std::atoi(rounds) : 60;
+    return rounds ? std::atoi(rounds) : 20;
 }

@@ -131,8 +131,9 @@ TEST_F(Spinner, TheSystemsTimerStepsWhileItIsHeld) {
     Mouse(window, WM_LBUTTONDOWN, 5, UP);
     const ULONGLONG end = GetTickCount64() + 20000;
     MSG message;
+    // The real pointer's messages wait: it is somewhere else.
     while (spinner->Value() < 75.0F && GetTickCount64() < end)
-        if (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+        if (GetMessageW(&message, window, WM_TIMER, WM_TIMER) > 0) DispatchMessageW(&message);
     Mouse(window, WM_LBUTTONUP, 5, UP);
     EXPECT_GE(spinner->Value(), 75.0F);
     EXPECT_FALSE(KillTimer(window, TIMER));
