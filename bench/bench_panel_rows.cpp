@@ -2,17 +2,14 @@
 // named selection sets. Opening a list, drawing all of its rows, switching all, sorting, and what
 // follows from a click. Rows a second, where it is about rows.
 #include <benchmark/benchmark.h>
-#include <elementclasses.h>
 
 #include <array>
-#include <string>
 
-#include "effect/element_classes.h"
+#include "bench/large_scene.h"
 #include "effect/psd_output.h"
 #include "effect/scene_sync.h"
 #include "effect/sync_render_elements.h"
 #include "host/application.h"
-#include "host/text.h"
 #include "plugin/entry.h"
 #include "ui/cell_text.h"
 #include "ui/element_cells.h"
@@ -26,24 +23,10 @@
 
 namespace {
 
-constexpr int elements = 500;
-constexpr int layers = 5000;
-constexpr int sets = 1000;
-// A parent has so many layers in it.
-constexpr int siblings = 5;
-
-MSTR NumberedName(const char* text, int number) {
-    return host::FromUtf8(text + std::to_string(number));
-}
-
-void AddLayers(host::Scene& scene) {
-    std::vector<host::SceneLayer*> added;
-    for (int i = 0; i < layers; ++i) {
-        host::SceneLayer* parent =
-            i < siblings ? nullptr : added[static_cast<std::size_t>(i / siblings - 1)];
-        added.push_back(&scene.AddLayer(NumberedName("Layer", i * 7919 % layers), parent));
-    }
-}
+using large_scene::elements;
+using large_scene::layers;
+using large_scene::NumberedName;
+using large_scene::sets;
 
 // The scene, with an effect that has met it.
 effect::PSDOutput& MakeScene() {
@@ -52,14 +35,7 @@ effect::PSDOutput& MakeScene() {
     host::Application& app = host::App();
     for (int i = 0; i < LibNumberClasses(); ++i)
         app.classes.Add(LibClassDesc(i));
-    const auto classes = effect::ElementClasses();
-    for (int i = 0; i < elements; ++i) {
-        const auto place = static_cast<std::size_t>(i * 31) % classes.size();
-        app.elements[RS_Production].Add(classes[place].id, NumberedName("Element", i));
-    }
-    AddLayers(app.scene);
-    for (int i = 0; i < sets; ++i)
-        app.scene.AddSelectionSet(NumberedName("Selection Set ", i), {});
+    large_scene::Fill();
     auto* effect = static_cast<effect::PSDOutput*>(LibClassDesc(0)->Create());
     app.effects.emplace_back(effect);
     effect->pblock->SetValue("autoSort"_param, 0, FALSE);

@@ -21,7 +21,7 @@ constexpr int blockNameString = 34;
 // What the user says to a document that would replace an existing file.
 struct OverwriteAnswer {
     bool overwrite = false;
-    // No further question in this session.
+    // The user wants no further question.
     bool askNoMore = false;
 };
 

@@ -7,7 +7,6 @@
 
 #include <commctrl.h>
 #include <custcont.h>
-#include <elementclasses.h>
 #include <iparamm2.h>
 
 #include <algorithm>
@@ -16,13 +15,11 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
-#include <string>
 
-#include "effect/element_classes.h"
+#include "bench/large_scene.h"
 #include "effect/psd_output.h"
 #include "effect/psd_output_layer.h"
 #include "host/application.h"
-#include "host/text.h"
 #include "host/win32/control_classes.h"
 #include "host/win32/effect_rollups.h"
 #include "plugin/entry.h"
@@ -30,40 +27,14 @@
 
 namespace {
 
-constexpr int elements = 500;
-constexpr int layers = 5000;
-constexpr int sets = 1000;
-// A parent has so many layers in it.
-constexpr int siblings = 5;
+using large_scene::elements;
+using large_scene::layers;
+using large_scene::NumberedName;
+using large_scene::sets;
 
 constexpr int elementList = 1043;
 constexpr int layerList = 1153;
 constexpr int setList = 1192;
-
-MSTR NumberedName(const char* text, int number) {
-    return host::FromUtf8(text + std::to_string(number));
-}
-
-void AddLayers(host::Scene& scene) {
-    std::vector<host::SceneLayer*> added;
-    for (int i = 0; i < layers; ++i) {
-        host::SceneLayer* parent =
-            i < siblings ? nullptr : added[static_cast<std::size_t>(i / siblings - 1)];
-        added.push_back(&scene.AddLayer(NumberedName("Layer", i * 7919 % layers), parent));
-    }
-}
-
-void FillScene() {
-    host::Application& app = host::App();
-    const auto classes = effect::ElementClasses();
-    for (int i = 0; i < elements; ++i) {
-        const auto place = static_cast<std::size_t>(i * 31) % classes.size();
-        app.elements[RS_Production].Add(classes[place].id, NumberedName("Element", i));
-    }
-    AddLayers(app.scene);
-    for (int i = 0; i < sets; ++i)
-        app.scene.AddSelectionSet(NumberedName("Set", i), {});
-}
 
 effect::PSDOutput& MakeEffect() {
     plugin::Attach();
@@ -322,7 +293,7 @@ int main() {
         const auto close = [&] { panel.Close(); };
         Time("open the panel in an empty scene", panel.window, open, close);
         panel.Close();
-        FillScene();
+        large_scene::Fill();
         Time("open the panel", panel.window, open, close);
         TimeElements(panel);
         TimeLayers(panel);

@@ -10,25 +10,7 @@
 #include <vector>
 
 #include "host/text.h"
-
-// All messages that wait in this thread's queue, and those that these cause.
-inline void PumpPanelMessages() {
-    MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-// Until the condition holds; false when it doesn't within a minute.
-inline bool PumpPanelUntil(const std::function<bool()>& holds) {
-    for (int tries = 0; tries < 6000; ++tries) {
-        PumpPanelMessages();
-        if (holds()) return true;
-        Sleep(10);
-    }
-    return false;
-}
+#include "tests/host/win32/message_queue.h"
 
 inline std::string PanelText(HWND window) {
     std::vector<wchar_t> text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1);

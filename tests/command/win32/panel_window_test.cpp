@@ -44,7 +44,7 @@ class PanelWindowTest : public FolderTest {
         SetKeys({});
         panel.reset();
         // What closing it left in the queue.
-        PumpPanelMessages();
+        PumpMessages();
         scene.reset();
         host::ResetApplication();
     }
@@ -52,7 +52,7 @@ class PanelWindowTest : public FolderTest {
     void Show() {
         panel = std::make_unique<PanelWindow>(*scene);
         ShowWindow(panel->Window(), SW_SHOW);
-        PumpPanelMessages();
+        PumpMessages();
     }
     void Command(int item) const {
         SendMessageW(panel->Window(), WM_COMMAND, static_cast<WPARAM>(item), 0);
@@ -108,7 +108,7 @@ TEST_F(PanelWindowTest, ShowingTheEffectIsNoChange) {
     Show();
     EXPECT_EQ(GetInt("unnamed37"), 0);
     const ULONGLONG end = GetTickCount64() + 1500;
-    PumpPanelUntil([end] { return GetTickCount64() > end; });
+    PumpUntil([end] { return GetTickCount64() > end; });
     EXPECT_FALSE(scene->IsChanged());
     EXPECT_EQ(PanelText(panel->Window()), "a.json - veltrane");
     BoxUser user;
@@ -276,8 +276,7 @@ TEST_F(PanelWindowTest, AStepOfUndoHasItsNameInTheMenu) {
 TEST_F(PanelWindowTest, TheTitleMarksAChange) {
     Show();
     SetInt("bitDepth", 8);
-    EXPECT_TRUE(
-        PumpPanelUntil([this] { return PanelText(panel->Window()) == "*a.json - veltrane"; }));
+    EXPECT_TRUE(PumpUntil([this] { return PanelText(panel->Window()) == "*a.json - veltrane"; }));
     Command(PanelItem::saveScene);
     EXPECT_EQ(PanelText(panel->Window()), "a.json - veltrane");
 }
@@ -354,7 +353,7 @@ class PanelWindowRender : public PanelWindowTest {
   protected:
     PanelWindowRender() { scene->UseRenderFile(Write("a.exr", RenderWithElements())); }
     bool RenderEnds() {
-        return PumpPanelUntil([this] { return !panel->IsRendering(); });
+        return PumpUntil([this] { return !panel->IsRendering(); });
     }
 };
 
@@ -436,7 +435,7 @@ TEST_F(PanelWindowRender, OneThatEndsWhileADialogIsOpenWaitsForIt) {
     Command(PanelItem::renderNow);
     EnableWindow(panel->Window(), FALSE);
     const ULONGLONG end = GetTickCount64() + 8000;
-    PumpPanelUntil([&] { return GetTickCount64() > end; });
+    PumpUntil([&] { return GetTickCount64() > end; });
     EXPECT_TRUE(panel->IsRendering());
     EXPECT_FALSE(Exists("a.psd"));
     EnableWindow(panel->Window(), TRUE);

@@ -34,9 +34,9 @@ TEST_F(OverwriteDialog, HasItsControlsUnderTheirTexts) {
         EXPECT_EQ(GetWindow(dialog, GW_OWNER), parent);
         EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_FILE_EXISTS_TEXT)),
                   "Confirm overwriting:\n\nC:\\a.psd ?");
-        EXPECT_EQ(LabelOf(GetDlgItem(dialog, IDYES)), "Yes");
-        EXPECT_EQ(LabelOf(GetDlgItem(dialog, IDNO)), "No");
-        EXPECT_EQ(LabelOf(GetDlgItem(dialog, IDC_DO_NOT_ASK)),
+        EXPECT_EQ(WindowText(GetDlgItem(dialog, IDYES)), "Yes");
+        EXPECT_EQ(WindowText(GetDlgItem(dialog, IDNO)), "No");
+        EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_DO_NOT_ASK)),
                   "Do not show this message anymore (for this session)");
         EXPECT_EQ(IsDlgButtonChecked(dialog, IDC_DO_NOT_ASK), BST_UNCHECKED);
         RECT wanted{0, 0, 264, 82};

@@ -20,26 +20,8 @@
 #include "host/win32/effect_rollups.h"
 #include "plugin/overwrite_question.h"
 #include "tests/effect/effect_fixture.h"
+#include "tests/host/win32/message_queue.h"
 #include "ui/win32/attach.h"
-
-// All messages that wait in this thread's queue, and those that these cause.
-inline void PumpMessages() {
-    MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-// Until the condition holds; false when it doesn't within ten seconds.
-inline bool PumpUntil(const std::function<bool()>& holds) {
-    for (int tries = 0; tries < 2000; ++tries) {
-        PumpMessages();
-        if (holds()) return true;
-        Sleep(5);
-    }
-    return false;
-}
 
 // Runs `act` while a modal loop (of a menu, a dialog) that is about to start runs: as soon as
 // `ready` answers a window, with that window.
