@@ -283,9 +283,9 @@ if __name__ == "__main__":
     if not HERE[0] or not THERE[1]:
         print("VELTRANE and VELTRANE_WINDOWS are to name the two commands")
         sys.exit(77)
-    if not os.environ.get("DISPLAY"):
-        # One for all runs, in place of one each.
-        os.execvp("xvfb-run", ["xvfb-run", "-a", sys.executable, *sys.argv])
+    if not os.environ.get("WINEPREFIX"):
+        # One session for all runs, in place of one each.
+        os.execv(THERE[0], [THERE[0], "--session", sys.executable, *sys.argv])
     started = time.monotonic()
     program = unittest.main(exit=False, verbosity=2)
     print(f"{time.monotonic() - started:.1f} s")
