@@ -68,16 +68,6 @@ if(CMAKE_CROSSCOMPILING)
     set(veltrane_source_dir Z:${PROJECT_SOURCE_DIR})
 endif()
 
-# veltrane_test_parts(VARIABLE FOLDER): the names of CTest's tests of a program that is run in parts.
-function(veltrane_test_parts variable folder)
-    cmake_host_system_information(RESULT count QUERY NUMBER_OF_LOGICAL_CORES)
-    set(parts "")
-    foreach(part RANGE 1 ${count})
-        list(APPEND parts ${folder}:${part})
-    endforeach()
-    set(${variable} ${parts} PARENT_SCOPE)
-endfunction()
-
 # veltrane_test(FOLDER LIBRARY...): test_FOLDER from tests/FOLDER/*.cpp, run by CTest as one test a
 # GoogleTest suite member; in the builds of the whole check, where starting a program for each takes
 # longer than the tests, in as many parts as there are processors.
@@ -99,14 +89,12 @@ function(veltrane_test folder)
     target_precompile_headers(test_${folder} PRIVATE <gmock/gmock.h>)
     target_compile_options(test_${folder} PRIVATE -O0)
     if(CMAKE_UNITY_BUILD)
-        veltrane_test_parts(parts ${folder})
-        list(LENGTH parts count)
-        set(index 0)
-        foreach(part ${parts})
-            add_test(NAME ${part} COMMAND test_${folder} --gtest_brief=1)
-            set_tests_properties(${part} PROPERTIES ENVIRONMENT
+        cmake_host_system_information(RESULT count QUERY NUMBER_OF_LOGICAL_CORES)
+        foreach(part RANGE 1 ${count})
+            math(EXPR index "${part} - 1")
+            add_test(NAME ${folder}:${part} COMMAND test_${folder} --gtest_brief=1)
+            set_tests_properties(${folder}:${part} PROPERTIES ENVIRONMENT
                 "GTEST_TOTAL_SHARDS=${count};GTEST_SHARD_INDEX=${index}")
-            math(EXPR index "${index} + 1")
         endforeach()
     else()
         gtest_discover_tests(test_${folder} DISCOVERY_TIMEOUT 60 TEST_PREFIX ${folder}:)

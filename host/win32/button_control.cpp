@@ -301,9 +301,6 @@ LRESULT ButtonControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             isDefault_ = (wParam & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
             Redraw();
             return 0;
-        case WM_DESTROY:
-            RemoveToolTips();
-            break;
         default:
             break;
     }

@@ -1,5 +1,7 @@
 #include "host/win32/control_object.h"
 
+#include <utility>
+
 namespace host {
 namespace {
 
@@ -14,6 +16,13 @@ int ControlObject::living = 0;
 void ControlObject::Release() {
     if (--holders_ == 0) {
         delete this;
+    }
+}
+
+void ControlObject::SetTip(const MSTR& text) {
+    tip_ = text;
+    if (hasTip_) {
+        tips_.SetToolTip(window_, tip_);
     }
 }
 
@@ -68,6 +77,14 @@ LRESULT RunControl(const ControlClass& kind, HWND window, UINT message, WPARAM w
         return CallWindowProcW(kind.base, window, message, wParam, lParam);
     }
     object->Hold();
+    // The first of the mouse's messages.
+    if (message == WM_SETCURSOR && !std::exchange(object->hasTip_, true)) {
+        object->SetTip(object->tip_);
+    }
+    // While the tip can still let go of the window.
+    if (message == WM_DESTROY) {
+        object->tips_.RemoveToolTips();
+    }
     const LRESULT result = object->OnMessage(message, wParam, lParam);
     if (message == WM_NCDESTROY) {
         SetObject(kind, window, nullptr);

@@ -27,6 +27,8 @@ class ControlObject {
 
   protected:
     virtual ~ControlObject() { --living; }
+    // Null for none. The window of the tip is made when the mouse first comes over the control.
+    void SetTip(const MSTR& text);
     // To the window's parent, with the window's id.
     LRESULT TellParent(UINT message, WORD code, LPARAM lParam) const;
     // Pending, as for a change of what the window shows.
@@ -41,6 +43,10 @@ class ControlObject {
     HWND window_;
     // The window is one.
     int holders_ = 1;
+    MSTR tip_;
+    // The mouse has been there.
+    bool hasTip_ = false;
+    TooltipExtender tips_;
 };
 
 // A window class of such controls.
@@ -75,19 +81,12 @@ class CustomControl : public ControlObject, public Contract {
     void Enable(BOOL onOff) override { EnableWindow(Window(), onOff); }
     BOOL IsEnabled() override { return IsWindowEnabled(Window()); }
     void SetTooltip(bool enable, const MCHAR* text) override {
-        tips_.SetToolTip(Window(), enable ? MSTR(text) : MSTR());
+        SetTip(enable ? MSTR(text) : MSTR());
     }
     INT_PTR Execute(int /*cmd*/, ULONG_PTR /*arg1*/, ULONG_PTR /*arg2*/,
                     ULONG_PTR /*arg3*/) override {
         return 0;
     }
-
-  protected:
-    // At WM_DESTROY, while the tool tips can still let go of the window.
-    void RemoveToolTips() { tips_.RemoveToolTips(); }
-
-  private:
-    TooltipExtender tips_;
 };
 
 }  // namespace host

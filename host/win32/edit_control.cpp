@@ -2,10 +2,9 @@
 
 #include <icolorman.h>
 
-#include <commctrl.h>
-
 #include <new>
 #include <string>
+#include <unordered_map>
 
 #include "host/win32/control_object.h"
 
@@ -84,9 +83,17 @@ HBRUSH EditControl::Colors(HDC dc) const {
     return colors.CustSysColorBrush(background);
 }
 
+// The parents of edits, with their own procedures. The system's way to listen to a window looks up
+// a property for each message, of which a list beside an edit sends some for each of its rows.
+std::unordered_map<HWND, WNDPROC>& Parents() {
+    static std::unordered_map<HWND, WNDPROC> parents;
+    return parents;
+}
+
 // A parent's messages, before it sees them itself.
-LRESULT CALLBACK ListenAtParent(HWND parent, UINT message, WPARAM wParam, LPARAM lParam,
-                                UINT_PTR id, DWORD_PTR /*data*/) {
+LRESULT CALLBACK ListenAtParent(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto place = Parents().find(parent);
+    const WNDPROC own = place == Parents().end() ? DefWindowProcW : place->second;
     switch (message) {
         case WM_COMMAND:
             if (HIWORD(wParam) == EN_CHANGE || HIWORD(wParam) == EN_UPDATE) {
@@ -103,12 +110,22 @@ LRESULT CALLBACK ListenAtParent(HWND parent, UINT message, WPARAM wParam, LPARAM
             }
             break;
         case WM_NCDESTROY:
-            RemoveWindowSubclass(parent, &ListenAtParent, id);
+            SetWindowLongPtrW(parent, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(own));
+            Parents().erase(parent);
             break;
         default:
             break;
     }
-    return DefSubclassProc(parent, message, wParam, lParam);
+    return CallWindowProcW(own, parent, message, wParam, lParam);
+}
+
+void ListenAt(HWND parent) {
+    const auto [place, isNew] = Parents().try_emplace(parent);
+    if (!isNew) {
+        return;
+    }
+    place->second = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(parent, GWLP_WNDPROC));
+    SetWindowLongPtrW(parent, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ListenAtParent));
 }
 
 void EditControl::AddStyles(CREATESTRUCTW& making) const {
@@ -134,9 +151,7 @@ LRESULT EditControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case WM_CREATE: {
             const LRESULT result = Default(message, wParam, lParam);
-            // Once for all edits of a parent; it goes with the parent.
-            SetWindowSubclass(GetParent(Window()), &ListenAtParent,
-                              reinterpret_cast<UINT_PTR>(&ListenAtParent), 0);
+            ListenAt(GetParent(Window()));
             given_ = WindowText(Window());
             return result;
         }
@@ -168,9 +183,6 @@ LRESULT EditControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (onKillFocus_ && WindowText(Window()) != given_) {
                 Give();
             }
-            break;
-        case WM_DESTROY:
-            RemoveToolTips();
             break;
         default:
             break;

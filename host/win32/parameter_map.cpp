@@ -9,9 +9,6 @@
 namespace host {
 namespace {
 
-// Of a map's dialog: the map.
-constexpr const wchar_t* mapProperty = L"ParameterMap";
-
 // The map whose dialog is being made.
 ParameterMap* openingMap = nullptr;
 
@@ -42,12 +39,14 @@ bool AnswersByItself(UINT message) {
     }
 }
 
+// A map's dialog keeps the map. A property would be looked up for each message, of which a list
+// sends some for each of its rows.
 INT_PTR CALLBACK ParameterMapProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* map = static_cast<ParameterMap*>(GetPropW(dialog, mapProperty));
+    auto* map = reinterpret_cast<ParameterMap*>(GetWindowLongPtrW(dialog, DWLP_USER));
     if (!map && message == WM_INITDIALOG) {
         map = reinterpret_cast<ParameterMap*>(lParam);
         openingMap = nullptr;
-        SetPropW(dialog, mapProperty, map);
+        SetWindowLongPtrW(dialog, DWLP_USER, lParam);
         map->Bind(dialog);
     }
     // Owner-drawn controls are measured when they are made, which is before WM_INITDIALOG.
@@ -245,7 +244,7 @@ INT_PTR ParameterMap::OnMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM
         result = spec_.dlgProc->DlgProc(Now(), this, dialog, message, wParam, lParam);
     }
     if (message == WM_NCDESTROY && *living) {
-        RemovePropW(dialog, mapProperty);
+        SetWindowLongPtrW(dialog, DWLP_USER, 0);
         bindings_.clear();
         dialog_ = nullptr;
     }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include "host/win32/control_object.h"
@@ -19,6 +20,8 @@ namespace {
 constexpr int ROLLUP_MARGIN = 3;
 // Lines of the scroll bar and the wheel, the same way.
 constexpr int ROLLUP_LINE = 16;
+// To the window itself.
+constexpr UINT DRAW_BAR = WM_APP;
 
 RECT PlaceIn(HWND parent, HWND child) {
     RECT place{};
@@ -96,6 +99,8 @@ class RollupWindow final : public CustomControl<IRollupWindow> {
     int position_ = 0;
     // Pixels of the wheel that no line came of.
     int wheelRest_ = 0;
+    // The scroll bar doesn't show yet what it was told.
+    bool barIsOld_ = false;
     // The window that the mouse drags; null while it drags none.
     HWND dragged_ = nullptr;
     // Of the screen, and the position there.
@@ -258,7 +263,9 @@ void RollupWindow::Place() {
     scroll.nMax = content - 1;
     scroll.nPage = static_cast<UINT>(client.bottom);
     scroll.nPos = position_;
-    SetScrollInfo(Window(), SB_VERT, &scroll, TRUE);
+    SetScrollInfo(Window(), SB_VERT, &scroll, FALSE);
+    // Once for all that is placed in a row: to draw the bar takes longer than to place a dialog.
+    if (!std::exchange(barIsOld_, true)) PostMessageW(Window(), DRAW_BAR, 0, 0);
 
     const int margin = UIScaled(ROLLUP_MARGIN);
     const int width = std::max(0, static_cast<int>(client.right) - 2 * margin);
@@ -267,15 +274,23 @@ void RollupWindow::Place() {
     // A dialog that moves may open or delete rollups.
     for (std::size_t i = 0; i < panels_.size(); ++i) {
         const Panel panel = panels_[i];
-        SetWindowPos(panel.title, nullptr, margin, y, width, titleHeight_, quietly);
+        const RECT title{margin, y, margin + width, y + titleHeight_};
+        const RECT titlePlace = PlaceIn(Window(), panel.title);
+        if (!EqualRect(&title, &titlePlace)) {
+            SetWindowPos(panel.title, nullptr, margin, y, width, titleHeight_, quietly);
+        }
         y += titleHeight_ + margin;
         if (!panel.dialog) continue;
+        const bool visible = GetWindowLongPtrW(panel.dialog, GWL_STYLE) & WS_VISIBLE;
         if (!panel.open) {
-            ShowWindow(panel.dialog, SW_HIDE);
+            if (visible) ShowWindow(panel.dialog, SW_HIDE);
             continue;
         }
         const RECT place = PlaceIn(Window(), panel.dialog);
-        SetWindowPos(panel.dialog, nullptr, margin, y, 0, 0, quietly | SWP_NOSIZE | SWP_SHOWWINDOW);
+        if (!visible || place.left != margin || place.top != y) {
+            SetWindowPos(panel.dialog, nullptr, margin, y, 0, 0,
+                         quietly | SWP_NOSIZE | SWP_SHOWWINDOW);
+        }
         y += place.bottom - place.top + margin;
     }
 }
@@ -355,9 +370,6 @@ LRESULT RollupWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             SetWindowLongPtrW(Window(), GWL_EXSTYLE, extended | WS_EX_CONTROLPARENT);
             break;
         }
-        case WM_DESTROY:
-            RemoveToolTips();
-            break;
         case WM_NCDESTROY:
             // The dialogs went with the window.
             panels_.clear();
@@ -373,6 +385,10 @@ LRESULT RollupWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_SIZE:
             Place();
+            return 0;
+        case DRAW_BAR:
+            barIsOld_ = false;
+            RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_NOCHILDREN);
             return 0;
         case WM_ERASEBKGND: {
             RECT area{};

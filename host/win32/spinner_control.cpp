@@ -345,7 +345,6 @@ LRESULT SpinnerControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_DESTROY:
             EndPress(false);
-            RemoveToolTips();
             return 0;
         case WM_TIMER:
             if (wParam == REPEAT_TIMER && pressed_ != SpinnerArrow::None) {

@@ -24,8 +24,10 @@ inline std::vector<HWND> TipWindows() {
     return windows;
 }
 
-// Nothing for a control without a tip.
+// Once the mouse is over it. Nothing for a control without a tip.
 inline std::optional<std::wstring> TipOf(HWND control) {
+    SendMessageW(control, WM_SETCURSOR, reinterpret_cast<WPARAM>(control),
+                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
     for (HWND tips : TipWindows()) {
         wchar_t text[512] = {};
         TTTOOLINFOW tool{};
