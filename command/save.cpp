@@ -16,11 +16,11 @@
 #include "command/host_images.h"
 #include "command/isal_deflate.h"
 #include "command/native_path.h"
-#include "command/pass_names.h"
 #include "command/render_file.h"
 #include "command/save_plan.h"
 #include "command/scene_file.h"
 #include "command/session.h"
+#include "command/set_up_renderer.h"
 #include "command/setting.h"
 #include "command/settings_in_use.h"
 #include "command/size_text.h"
@@ -285,7 +285,7 @@ Class_ID RendererClass(const SaveArguments& arguments, const SavePlan& plan) {
     if (arguments.renderer == "vray" || !arguments.lut.empty()) return VRAY_CLASS_ID;
     try {
         const auto file = OpenRenderFile(plan.inputOf(plan.frames.front()));
-        return RendererOf(file->GetDescription()) == Renderer::VRay ? VRAY_CLASS_ID : Class_ID();
+        return RendererClassOf(file->GetDescription());
     } catch (const std::exception&) {
         // The frame itself will tell.
         return {};

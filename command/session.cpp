@@ -106,7 +106,8 @@ Session::Cleared::~Cleared() {
 Session::Session(const SaveArguments& arguments, const SavePlan& plan,
                  const std::vector<Setting>& settings, const SceneDescription* scene,
                  Class_ID renderer)
-    : look(arguments.lut.empty() ? nullptr : std::make_unique<Look>(arguments.lut)) {
+    : look(arguments.lut.empty() ? nullptr : std::make_unique<Look>(arguments.lut)),
+      undoPause(host::App().undo) {
     plugin::Attach();
     host::Application& app = host::App();
     app.settings.quiet = true;

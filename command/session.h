@@ -17,6 +17,7 @@
 #include "command/scene_file.h"
 #include "command/setting.h"
 #include "host/node.h"
+#include "host/undo.h"
 
 namespace command {
 
@@ -76,6 +77,8 @@ class Session {
     std::unique_ptr<Look> look;
     // Goes before what the application looks at.
     Cleared cleared;
+    // Nobody is there to take anything back.
+    host::UndoStack::Pause undoPause;
     Effect* effect = nullptr;
     IParamBlock2* block = nullptr;
     std::vector<host::Node*> nodes;

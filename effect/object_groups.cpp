@@ -110,10 +110,11 @@ void AddSelectionSetsGroup(psdbuilder::PSDBuilder& builder, const Frame& frame) 
                        .channels = BMM_CHAN_NODE_RENDER_ID});
     INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
     if (!mattes.HasItsChannels() || !sets) return;
+    const SetNames listed = ListedSelectionSets(frame.pblock);
     const int count = sets->GetNumNamedSelSets();
     for (int i = 0; i < count; ++i) {
         MSTR name;
-        if (!sets->GetNamedSelSetName(i, name) || !IsSelectionSetOn(frame.pblock, name)) continue;
+        if (!sets->GetNamedSelSetName(i, name) || !IsSelectionSetOn(listed, name)) continue;
         AddMatte<sources::NamedSelectionSetToPSDChannel>(mattes, frame, name, i);
     }
 }

@@ -49,12 +49,13 @@ int DrawSceneLayerNumber() {
 
 PSDOutput::PSDOutput(ClassDesc2& classDescriptor, const LibraryServices& libraryServices)
     : descriptor(classDescriptor), services(libraryServices) {
-    LivingEffects().insert(this);
     descriptor.MakeAutoParamBlocks(this);
     pblock->SetValue("sceneLayerAppDataChunkId"_param, 0, DrawSceneLayerNumber());
     SwitchAllSelectionSetsOn(*pblock);
     for (int code : ownNotifications)
         RegisterNotification(OnEffectNotification, this, code);
+    // At last: an effect that memory ran out for is none.
+    LivingEffects().insert(this);
 }
 
 // The registrations around the edit of a selection set are not taken back but made once more, and
@@ -85,8 +86,9 @@ bool PSDOutput::IsLiving(const void* effect) {
 
 // The definition is the class's and stays when the field that it points at goes.
 void PSDOutput::LeaveFileDialog() {
-    if (!pblock) return;
-    ParamDef& definition = pblock->GetDesc()->GetParamDef("filename"_param);
+    ParamBlockDesc2* desc = descriptor.GetParamBlockDescByID(0);
+    if (!desc) return;
+    ParamDef& definition = desc->GetParamDef("filename"_param);
     if (definition.init_file == filenameField) definition.init_file = nullptr;
 }
 

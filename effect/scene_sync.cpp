@@ -1,13 +1,13 @@
 #include "effect/scene_sync.h"
 
 #include <INamedSelectionSetManager.h>
-#include <hold.h>
 #include <iparamb2.h>
 
 #include <string>
 #include <unordered_set>
 #include <vector>
 
+#include "effect/undo_step.h"
 #include "plugin/parameters.h"
 
 namespace effect {
@@ -38,19 +38,19 @@ void SyncSelectionSets(IParamBlock2& pblock) {
         if (inScene.count(pblock.GetStr(list, 0, i)) == 0) gone.push_back(i);
     }
     if (gone.empty()) return;
-    theHold.Begin();
+    UndoStep step;
     for (const int index : gone)
         pblock.Delete(list, index, 1);
-    theHold.Accept(_M("Sync Sel. Sets"));
+    step.Accept(_M("Sync Sel. Sets"));
 }
 
 void CleanupDeletedObjects(IParamBlock2& pblock) {
     constexpr ParamID list = "objectList"_param;
     for (int i = pblock.Count(list) - 1; i >= 0; --i) {
         if (pblock.GetINode(list, 0, i)) continue;
-        theHold.Begin();
+        UndoStep step;
         pblock.Delete(list, i, 1);
-        theHold.Accept(_M("Cleanup deleted objects"));
+        step.Accept(_M("Cleanup deleted objects"));
     }
 }
 

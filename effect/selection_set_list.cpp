@@ -26,8 +26,16 @@ void AddSet(IParamBlock2& pblock, const MSTR& name) {
 
 }  // namespace
 
-bool IsSelectionSetOn(IParamBlock2& pblock, const MSTR& name) {
-    return (IndexOfSet(pblock, name) >= 0) == listedIsOn;
+SetNames ListedSelectionSets(IParamBlock2& pblock) {
+    SetNames names;
+    const int count = pblock.Count(setsThatAreOn);
+    for (int i = 0; i < count; ++i)
+        names.emplace(pblock.GetStr(setsThatAreOn, 0, i));
+    return names;
+}
+
+bool IsSelectionSetOn(const SetNames& listed, const MSTR& name) {
+    return listed.contains(name.data()) == listedIsOn;
 }
 
 void SwitchAllSelectionSetsOn(IParamBlock2& pblock) {

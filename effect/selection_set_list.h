@@ -3,6 +3,9 @@
 
 #include <strclass.h>
 
+#include <string>
+#include <unordered_set>
+
 class IParamBlock2;
 
 namespace effect {
@@ -11,8 +14,10 @@ namespace effect {
 constexpr bool listedIsOn = true;
 constexpr bool newSetIsOn = true;
 
+using SetNames = std::unordered_set<std::basic_string<MCHAR>>;
+SetNames ListedSelectionSets(IParamBlock2& pblock);
 // Names are compared as a whole and by case.
-bool IsSelectionSetOn(IParamBlock2& pblock, const MSTR& name);
+bool IsSelectionSetOn(const SetNames& listed, const MSTR& name);
 
 // Adds all of the scene's named selection sets to the list.
 void SwitchAllSelectionSetsOn(IParamBlock2& pblock);

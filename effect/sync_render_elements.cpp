@@ -46,7 +46,7 @@ std::unordered_set<IRenderElement*> ElementsWithLayer(const PSDOutput& effect, i
     return elements;
 }
 
-// False when the host can't make one.
+// False when the host can't make one, or the list takes none.
 bool AddLayer(PSDOutput& effect, int list, IRenderElement* element) {
     auto* layer = static_cast<PSDOutputLayer*>(
         GetCOREInterface()->CreateInstance(REF_TARGET_CLASS_ID, psdOutputLayerClassID));
@@ -54,8 +54,9 @@ bool AddLayer(PSDOutput& effect, int list, IRenderElement* element) {
     layer->pblock->SetValue("renderElement"_layerParam, 0, element);
     ResetLayer(effect, *layer);
     ReferenceTarget* entry = layer;
-    effect.pblock->Append(PSDOutput::LayerList(list), 1, &entry);
-    return true;
+    if (effect.pblock->Append(PSDOutput::LayerList(list), 1, &entry) >= 0) return true;
+    layer->DeleteThis();
+    return false;
 }
 
 }  // namespace

@@ -133,7 +133,8 @@ class ParamBlock final : public IParamBlock2 {
             return tabIndex >= 0 && static_cast<std::size_t>(tabIndex) < entries.size();
         }
     };
-    // The values of a parameter apart from the block. A target that is destroyed becomes null.
+    // The values of a parameter apart from the block. A target that is destroyed becomes null; no
+    // target is no reference.
     using HeldValue = std::variant<int, float, MSTR, std::unique_ptr<TargetReference>>;
     using HeldValues = std::vector<HeldValue>;
     struct Place {
@@ -186,9 +187,10 @@ class ParamBlock final : public IParamBlock2 {
     void StoreHeld(Parameter& parameter, int tabIndex, const HeldValue& held);
     HeldValues Snapshot(const Parameter& parameter) const;
     // While a hold is open, what PutUndo is to get: all values, of a table whose shape is about to
-    // change, or the one of an entry. Nothing otherwise.
+    // change, or the one of an entry. Nothing otherwise, and where the hold has the table already.
     std::optional<HeldValues> TableIfHolding(const Parameter& parameter) const;
     std::optional<HeldValues> EntryIfHolding(const Parameter& parameter, int tabIndex) const;
+    std::shared_ptr<TargetReference> ForRestore();
     void PutUndo(const Parameter& parameter, int tabIndex, Shape shape,
                  std::optional<HeldValues> before);
     void Exchange(ParamID id, int tabIndex, Shape shape, HeldValues& values);
@@ -208,6 +210,8 @@ class ParamBlock final : public IParamBlock2 {
     int notifyTabIndex_ = -1;
     bool notifies_ = true;
     std::optional<PostLoadInfo> postLoadInfo_;
+    // What the steps that name the block share, while there are any.
+    std::weak_ptr<TargetReference> forRestore_;
 };
 
 }  // namespace host

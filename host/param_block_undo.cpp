@@ -5,6 +5,7 @@
 
 #include <hold.h>
 
+#include "host/application.h"
 #include "host/param_block.h"
 
 namespace host {
@@ -12,21 +13,29 @@ namespace host {
 // A parameter's other values: those before the change, or after it once it is taken back.
 class ParameterRestore final : public RestoreObj {
   public:
-    ParameterRestore(ParamBlock* block, ParamID id, int tabIndex, ParamBlock::Shape shape,
-                     ParamBlock::HeldValues before)
-        : block_(block), id_(id), tabIndex_(tabIndex), shape_(shape), other_(std::move(before)) {}
+    ParameterRestore(std::shared_ptr<TargetReference> block, ParamID id, int tabIndex,
+                     ParamBlock::Shape shape, ParamBlock::HeldValues before)
+        : block_(std::move(block)),
+          id_(id),
+          tabIndex_(tabIndex),
+          shape_(shape),
+          other_(std::move(before)) {}
+
+    bool HasTableOf(const ParamBlock* block, ParamID id) const {
+        return block_->Get() == block && id_ == id && shape_ == ParamBlock::Shape::Changed;
+    }
 
     void Restore(int /*isUndo*/) override { Exchange(); }
     void Redo() override { Exchange(); }
 
   private:
     void Exchange() {
-        if (auto* block = static_cast<ParamBlock*>(block_.Get())) {
+        if (auto* block = static_cast<ParamBlock*>(block_->Get())) {
             block->Exchange(id_, tabIndex_, shape_, other_);
         }
     }
 
-    TargetReference block_;
+    std::shared_ptr<TargetReference> block_;
     ParamID id_;
     int tabIndex_;
     ParamBlock::Shape shape_;
@@ -35,7 +44,8 @@ class ParameterRestore final : public RestoreObj {
 
 ParamBlock::HeldValue ParamBlock::Hold(const Parameter& parameter, int tabIndex) const {
     if (parameter.kind == Kind::Target) {
-        return std::make_unique<TargetReference>(Target(parameter, tabIndex));
+        ReferenceTarget* target = Target(parameter, tabIndex);
+        return target ? std::make_unique<TargetReference>(target) : nullptr;
     }
     const Value& value = parameter.entries[static_cast<std::size_t>(tabIndex)];
     if (const int* number = std::get_if<int>(&value)) return *number;
@@ -46,7 +56,7 @@ ParamBlock::HeldValue ParamBlock::Hold(const Parameter& parameter, int tabIndex)
 void ParamBlock::StoreHeld(Parameter& parameter, int tabIndex, const HeldValue& held) {
     Value& entry = parameter.entries[static_cast<std::size_t>(tabIndex)];
     if (const auto* target = std::get_if<std::unique_ptr<TargetReference>>(&held)) {
-        StoreTarget(parameter, tabIndex, (*target)->Get());
+        StoreTarget(parameter, tabIndex, *target ? (*target)->Get() : nullptr);
     } else if (const int* number = std::get_if<int>(&held)) {
         entry = *number;
     } else if (const float* fraction = std::get_if<float>(&held)) {
@@ -65,7 +75,10 @@ ParamBlock::HeldValues ParamBlock::Snapshot(const Parameter& parameter) const {
 }
 
 std::optional<ParamBlock::HeldValues> ParamBlock::TableIfHolding(const Parameter& parameter) const {
-    return theHold.Holding() ? std::optional(Snapshot(parameter)) : std::nullopt;
+    // Once is enough for changes that follow each other: a table may go entry by entry.
+    const auto* last = dynamic_cast<const ParameterRestore*>(App().undo.LastChange());
+    if (!theHold.Holding() || (last && last->HasTableOf(this, parameter.id))) return std::nullopt;
+    return Snapshot(parameter);
 }
 
 std::optional<ParamBlock::HeldValues> ParamBlock::EntryIfHolding(const Parameter& parameter,
@@ -76,10 +89,18 @@ std::optional<ParamBlock::HeldValues> ParamBlock::EntryIfHolding(const Parameter
     return values;
 }
 
+// One for all steps: each change of the block is told to all who refer to it.
+std::shared_ptr<TargetReference> ParamBlock::ForRestore() {
+    std::shared_ptr<TargetReference> block = forRestore_.lock();
+    if (!block) forRestore_ = block = std::make_shared<TargetReference>(this);
+    return block;
+}
+
 void ParamBlock::PutUndo(const Parameter& parameter, int tabIndex, Shape shape,
                          std::optional<HeldValues> before) {
     if (before) {
-        theHold.Put(new ParameterRestore(this, parameter.id, tabIndex, shape, std::move(*before)));
+        theHold.Put(
+            new ParameterRestore(ForRestore(), parameter.id, tabIndex, shape, std::move(*before)));
     }
 }
 

@@ -8,6 +8,8 @@
 namespace host {
 namespace {
 
+constexpr std::size_t mostSteps = 200;
+
 // What the SDK's hold is: the running application's.
 class ApplicationHold final : public Hold {
   public:
@@ -15,6 +17,7 @@ class ApplicationHold final : public Hold {
     void Accept(const MCHAR* name) override { App().undo.Accept(name); }
     void Cancel() override { App().undo.Cancel(); }
     int Holding() override { return App().undo.Holding(); }
+    int RestoreOrRedoing() override { return App().undo.Restoring(); }
     void Put(RestoreObj* change) override { App().undo.Put(std::unique_ptr<RestoreObj>(change)); }
 };
 
@@ -22,8 +25,9 @@ ApplicationHold applicationHold;
 
 }  // namespace
 
-UndoStack::Pause::Pause(UndoStack& stack)
-    : flag_(stack.restoring_), before_(std::exchange(stack.restoring_, true)) {}
+UndoStack::Pause::Pause(UndoStack& stack) : Pause(stack.restoring_) {}
+
+UndoStack::Pause::Pause(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
 
 void UndoStack::Begin() {
     if (!restoring_) {
@@ -40,6 +44,7 @@ void UndoStack::Accept(const MCHAR* name) {
         done_.push_back({MSTR(name), std::move(pending_)});
         pending_.clear();
         undone_.clear();
+        if (done_.size() > mostSteps) done_.erase(done_.begin());
     }
 }
 
@@ -53,6 +58,7 @@ void UndoStack::Cancel() {
                       std::make_move_iterator(pending_.end()));
     pending_.erase(pending_.begin() + mark, pending_.end());
     const Pause restoring(*this);
+    const Pause exchanging(exchanging_);
     for (auto change = cancelled.rbegin(); change != cancelled.rend(); ++change) {
         (*change)->Restore(0);
     }
@@ -64,6 +70,11 @@ void UndoStack::Put(std::unique_ptr<RestoreObj> change) {
     }
 }
 
+RestoreObj* UndoStack::LastChange() const {
+    if (!Holding() || pending_.size() == marks_.back()) return nullptr;
+    return pending_.back().get();
+}
+
 bool UndoStack::Undo() {
     if (done_.empty() || !marks_.empty() || restoring_) {
         return false;
@@ -72,6 +83,7 @@ bool UndoStack::Undo() {
     done_.pop_back();
     {
         const Pause restoring(*this);
+        const Pause exchanging(exchanging_);
         for (auto change = step.changes.rbegin(); change != step.changes.rend(); ++change) {
             (*change)->Restore(1);
         }
@@ -88,6 +100,7 @@ bool UndoStack::Redo() {
     undone_.pop_back();
     {
         const Pause restoring(*this);
+        const Pause exchanging(exchanging_);
         for (const auto& change : step.changes) {
             change->Redo();
         }

@@ -20,11 +20,16 @@ class UndoStack {
     void Accept(const MCHAR* name);
     void Cancel();
     bool Holding() const { return !marks_.empty() && !restoring_; }
+    // A step, or what a hold has so far, is being taken back or done again.
+    bool Restoring() const { return exchanging_; }
     // Destroys the change when nothing holds.
     void Put(std::unique_ptr<RestoreObj> change);
+    // What the latest Begin's hold was given last; null when that is nothing yet.
+    RestoreObj* LastChange() const;
 
     // The latest step, backwards or forwards; false when there is none, or while holding. A hold
-    // that is accepted with changes in it ends what could be done again.
+    // that is accepted with changes in it ends what could be done again, and the oldest of more
+    // than 200 steps.
     bool Undo();
     bool Redo();
     bool CanUndo() const { return !done_.empty(); }
@@ -41,6 +46,9 @@ class UndoStack {
         Pause& operator=(const Pause&) = delete;
 
       private:
+        friend class UndoStack;
+        explicit Pause(bool& flag);
+
         bool& flag_;
         bool before_;
     };
@@ -59,6 +67,7 @@ class UndoStack {
     std::vector<Step> done_;
     std::vector<Step> undone_;
     bool restoring_ = false;
+    bool exchanging_ = false;
 };
 
 }  // namespace host

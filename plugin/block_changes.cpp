@@ -1,5 +1,7 @@
 #include "plugin/block_changes.h"
 
+#include <hold.h>
+
 #include <span>
 
 #include "effect/psd_output.h"
@@ -27,9 +29,12 @@ void InvalidateNewerModes(effect::PSDOutput& effect) {
     InvalidateUI(effect, "usePS7Extensions"_param);
 }
 
-// Makes and sorts layers, and so changes further parameters, but never autoSort itself.
+// Makes and sorts layers, and so changes further parameters, but never autoSort itself. A step that
+// is taken back or done again brings the list itself, and what were sorted here before that would
+// stay in the step; the panel's next tick sorts what no step brings.
 void SyncWhenSorted(effect::PSDOutput& effect) {
     if (!effect.pblock || !effect.pblock->GetInt("autoSort"_param)) return;
+    if (theHold.RestoreOrRedoing()) return Show<&EffectPanel::NoteElementChange>(effect);
     effect::SyncRenderElements(effect, effect::PSDOutput::productionLayers);
 }
 

@@ -31,6 +31,8 @@ class EffectPanel {
     // The list of render elements: its rows are drawn, or made, anew.
     virtual void RedrawRenderElements() = 0;
     virtual void RefreshRenderElementRows() = 0;
+    // The next tick brings the list up to date.
+    virtual void NoteElementChange() = 0;
     // The settings of the layer that is selected there.
     virtual void UpdateLayerControls() = 0;
     virtual void FillBlendingModes() = 0;

@@ -1,10 +1,14 @@
 #!/usr/bin/python3
-"""Makes the application package: a zip with the plug-in, its help and PackageContents.xml.
+"""Makes what users of Windows get of a build, as two zips:
 
-    scripts/make_package.py [--build build/windows] [--output build/windows/veltrane-VERSION.zip]
+    scripts/make_package.py [--build build/windows] [--output build/windows]
 
-What is in it goes into one of the folders "ApplicationPlugins" that the application searches. The
-help is made of the pages in docs/ with Free Pascal's chmcmd. The same files give the same zip.
+OUTPUT/veltrane-VERSION.zip is the application package: the plug-in, its help and
+PackageContents.xml. What is in it goes into one of the folders "ApplicationPlugins" that the
+application searches. OUTPUT/veltrane-VERSION-programs.zip is a folder from which veltrane-panel.exe
+and veltrane.exe run without the application.
+
+The help is made of the pages in docs/ with Free Pascal's chmcmd. The same files give the same zips.
 """
 import argparse
 import html
@@ -20,7 +24,12 @@ import markdown
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 # In the order of the table of contents. The first is what opens.
-PAGES = ("passes", "colour", "parameters", "configuration", "scene-file", "scene-data")
+PAGES = ("panel", "passes", "colour", "parameters", "configuration", "scene-file", "scene-data")
+PLUGIN = ("veltrane.dlv", "veltrane-about.dll")
+PROGRAMS = ("veltrane-panel.exe", "veltrane.exe", "veltrane_host.dll")
+# Of the compiler.
+COMPILER = "x86_64-w64-mingw32-gcc-posix"
+RUNTIME = ("libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll")
 # The time of every file in the zip; a zip knows none before.
 EPOCH = (1980, 1, 1, 0, 0, 0)
 # What a library imports that was made for this project's own host.
@@ -85,7 +94,7 @@ def make_help(folder):
     for page in PAGES:
         text = (ROOT / "docs" / f"{page}.md").read_text(encoding="utf-8")
         titles[page] = re.match(r"# (.*)", text).group(1)
-        images |= set(re.findall(r"\]\((images/[^)]+)\)", text))
+        images |= set(re.findall(r"\]\(([^):]+\.(?:png|jpg|svg))\)", text))
         body = markdown.markdown(text, extensions=["tables", "fenced_code", "toc"])
         body = re.sub(r'href="([\w-]+)\.md', r'href="\1.html', body)
         (folder / f"{page}.html").write_text(
@@ -104,25 +113,25 @@ def make_help(folder):
     return without_clocks((folder / "veltrane.chm").read_bytes())
 
 
-def main():
-    options = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    options.add_argument("--build", type=pathlib.Path, default=ROOT / "build" / "windows")
-    options.add_argument("--output", type=pathlib.Path)
-    arguments = options.parse_args()
-    output = arguments.output or arguments.build / f"veltrane-{version()}.zip"
-    library = arguments.build / "bin" / "veltrane.dlv"
-    about = library.with_name("veltrane-about.dll")
-    for needed in (library, about):
-        if not needed.is_file():
-            raise SystemExit(f"make_package: {needed} is not there; build the preset \"windows\" "
-                             "first")
-    with tempfile.TemporaryDirectory() as place:
-        files = {
-            "veltrane/PackageContents.xml": package_contents(version()).encode(),
-            "veltrane/Contents/veltrane.dlv": library.read_bytes(),
-            "veltrane/Contents/veltrane-about.dll": about.read_bytes(),
-            "veltrane/Contents/veltrane.chm": make_help(pathlib.Path(place)),
-        }
+def built(folder, names):
+    """The files of the build, by their names."""
+    for name in names:
+        if not (folder / name).is_file():
+            raise SystemExit(f"make_package: {folder / name} is not there; build the preset "
+                             "\"windows\" first")
+    return {name: (folder / name).read_bytes() for name in names}
+
+
+def runtime():
+    """The compiler's libraries that the programs need."""
+    def place(name):
+        return subprocess.run([COMPILER, f"-print-file-name={name}"], check=True,
+                              stdout=subprocess.PIPE, text=True).stdout.strip()
+
+    return {name: pathlib.Path(place(name)).read_bytes() for name in RUNTIME}
+
+
+def write_zip(output, files):
     with zipfile.ZipFile(output, "w", zipfile.ZIP_DEFLATED) as package:
         for name, data in files.items():
             entry = zipfile.ZipInfo(name, EPOCH)
@@ -130,7 +139,26 @@ def main():
             entry.external_attr = 0o100644 << 16
             package.writestr(entry, data, zipfile.ZIP_DEFLATED)
     print(f"{output}: {', '.join(files)}")
-    if OWN_HOST in files["veltrane/Contents/veltrane.dlv"]:
+
+
+def main():
+    options = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    options.add_argument("--build", type=pathlib.Path, default=ROOT / "build" / "windows")
+    options.add_argument("--output", type=pathlib.Path, help="a folder; the build's by default")
+    arguments = options.parse_args()
+    output = arguments.output or arguments.build
+    plugin = built(arguments.build / "bin", PLUGIN)
+    programs = built(arguments.build / "bin", PROGRAMS)
+    with tempfile.TemporaryDirectory() as place:
+        plugin["veltrane.chm"] = make_help(pathlib.Path(place))
+    contents = package_contents(version()).encode()
+    write_zip(output / f"veltrane-{version()}.zip",
+              {"veltrane/PackageContents.xml": contents,
+               **{f"veltrane/Contents/{name}": data for name, data in plugin.items()}})
+    write_zip(output / f"veltrane-{version()}-programs.zip",
+              {f"veltrane/{name}": data
+               for name, data in {**programs, **plugin, **runtime()}.items()})
+    if OWN_HOST in plugin["veltrane.dlv"]:
         print("make_package: this veltrane.dlv is for veltrane's own host; the application loads "
               "only what is built with its SDK")
 

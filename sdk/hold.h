@@ -19,6 +19,8 @@ class Hold {
     // Ends the hold and takes its changes back.
     virtual void Cancel() = 0;
     virtual int Holding() = 0;
+    // Changes are being taken back or done again.
+    virtual int RestoreOrRedoing() = 0;
     // Takes ownership. Only while holding.
     virtual void Put(RestoreObj* change) = 0;
 

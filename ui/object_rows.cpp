@@ -7,8 +7,8 @@
 #include <set>
 #include <unordered_set>
 
+#include "effect/undo_step.h"
 #include "plugin/parameters.h"
-#include "ui/undo_step.h"
 
 namespace ui {
 namespace {
@@ -59,7 +59,7 @@ bool IsInObjectList(IParamBlock2& pblock, INode* node) {
 void AddSelectedObjects(IParamBlock2& pblock) {
     std::vector<ReferenceTarget*> nodes = SelectedNodesToAdd(pblock);
     if (nodes.empty()) return;
-    UndoStep step;
+    effect::UndoStep step;
     // All at once: under the hold each change of the list's length keeps a copy of it.
     pblock.Append(objectList, static_cast<int>(nodes.size()), nodes.data());
     step.Accept(_M("Add Objects"));
@@ -68,7 +68,7 @@ void AddSelectedObjects(IParamBlock2& pblock) {
 void RemoveObjects(IParamBlock2& pblock, std::span<const int> rows) {
     const std::set<int> removed = RowsInList(pblock, rows);
     if (removed.empty()) return;
-    UndoStep step;
+    effect::UndoStep step;
     // Rows that lie together go at once. From the last to the first, so that each row still holds
     // when its turn comes.
     for (auto last = removed.rbegin(); last != removed.rend();) {
@@ -89,7 +89,7 @@ std::vector<int> MoveObjects(IParamBlock2& pblock, std::span<const int> rows, in
     std::vector<int> order(moved.begin(), moved.end());
     if (delta > 0) std::reverse(order.begin(), order.end());
     std::set<int> places;
-    UndoStep step;
+    effect::UndoStep step;
     for (const int row : order) {
         const int target = row + delta;
         // A neighbour that had to stay is in the way.

@@ -4,9 +4,9 @@
 
 #include <new>
 
+#include "effect/undo_step.h"
 #include "plugin/parameters.h"
 #include "ui/object_rows.h"
-#include "ui/undo_step.h"
 
 namespace ui {
 namespace {
@@ -44,7 +44,7 @@ BOOL PSDOutputPickModeCallback::Pick(IObjParam*, ViewExp* vpt) {
     if (!Filter(node)) return FALSE;
     try {
         ReferenceTarget* target = node;
-        UndoStep step;
+        effect::UndoStep step;
         Block()->Append("objectList"_param, 1, &target);
         step.Accept(_M("Add Object"));
         if (onPick) onPick();

@@ -11,10 +11,10 @@
 
 #include "effect/psd_output.h"
 #include "effect/scene_layer_choice.h"
+#include "effect/undo_step.h"
 #include "plugin/block_changes.h"
 #include "plugin/parameters.h"
 #include "ui/list_views.h"
-#include "ui/undo_step.h"
 
 namespace ui {
 namespace {
@@ -128,7 +128,7 @@ bool SceneLayerRows::Toggle(const effect::PSDOutput& effect, int parameter) cons
     ILayer* layer = Layer(parameter);
     if (!layer || !effect.pblock) return false;
     const DWORD number = ChoiceNumber(effect);
-    UndoStep step;
+    effect::UndoStep step;
     theHold.Put(new ListRedraw);
     effect::SetSceneLayerOn(layer, number, !effect::IsSceneLayerOn(layer, number));
     step.Accept(_M("Parameter Change"));
@@ -154,7 +154,7 @@ void ChooseSceneLayerMenu(const effect::PSDOutput& effect, int item,
     if (!manager || !effect.pblock || (item != enableAllItem && item != disableAllItem)) return;
     const bool on = item == enableAllItem;
     const DWORD number = ChoiceNumber(effect);
-    UndoStep step;
+    effect::UndoStep step;
     bool changed = false;
     const int count = manager->GetLayerCount();
     for (int i = 0; i < count; ++i) {

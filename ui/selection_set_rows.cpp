@@ -6,12 +6,11 @@
 #include <vector>
 
 #include "effect/psd_output.h"
-#include "effect/selection_set_list.h"
+#include "effect/undo_step.h"
 #include "plugin/parameters.h"
 #include "plugin/string_table.h"
 #include "ui/list_views.h"
 #include "ui/scene_layer_rows.h"
-#include "ui/undo_step.h"
 
 namespace ui {
 namespace {
@@ -24,16 +23,8 @@ constexpr int disableAllText = 58;
 // Pixels.
 constexpr int checkColumnWidth = 20;
 
-using SetName = std::basic_string<MCHAR>;
-using SetNames = std::unordered_set<SetName>;
-
-SetNames ListedNames(IParamBlock2& pblock) {
-    SetNames names;
-    const int count = pblock.Count(setList);
-    for (int i = 0; i < count; ++i)
-        names.emplace(pblock.GetStr(setList, 0, i));
-    return names;
-}
+using effect::SetNames;
+using SetName = SetNames::value_type;
 
 // In the scene's order, each once.
 std::vector<SetName> NamesOfScene() {
@@ -49,7 +40,7 @@ std::vector<SetName> NamesOfScene() {
     return names;
 }
 
-// All at once: under the hold each write keeps a copy of the whole list.
+// All at once: who listens is told once.
 void AddNames(IParamBlock2& pblock, const std::vector<SetName>& names) {
     std::vector<const MCHAR*> texts;
     texts.reserve(names.size());
@@ -90,11 +81,11 @@ MSTR SelectionSetRows::Text(int row) const {
 bool SelectionSetRows::IsOn(IParamBlock2& pblock, const MSTR& name) {
     const int count = pblock.Count(setList);
     if (listed_ != &pblock || count_ != count) {
-        names_ = ListedNames(pblock);
+        names_ = effect::ListedSelectionSets(pblock);
         listed_ = &pblock;
         count_ = count;
     }
-    return names_.contains(name.data()) == effect::listedIsOn;
+    return effect::IsSelectionSetOn(names_, name);
 }
 
 int SelectionSetRows::CheckImage(const effect::PSDOutput& effect, int row) {
@@ -107,8 +98,8 @@ bool SelectionSetRows::Click(const effect::PSDOutput& effect, int row, int colum
     if (!onCheckBox || row < 0 || row >= Count() || !effect.pblock) return false;
     IParamBlock2& pblock = *effect.pblock;
     const SetName name = Text(row).data();
-    UndoStep step;
-    if (ListedNames(pblock).contains(name)) {
+    effect::UndoStep step;
+    if (effect::ListedSelectionSets(pblock).contains(name)) {
         RemoveNames(pblock, {name}, [] {});
     } else {
         AddNames(pblock, {name});
@@ -129,9 +120,9 @@ void SelectionSetRows::ChooseMenu(const effect::PSDOutput& effect, int item,
     IParamBlock2& pblock = *effect.pblock;
     const bool on = item == enableAllItem;
     std::vector<SetName> names = NamesOfScene();
-    UndoStep step;
+    effect::UndoStep step;
     if (on) {
-        const SetNames listed = ListedNames(pblock);
+        const SetNames listed = effect::ListedSelectionSets(pblock);
         std::erase_if(names, [&](const SetName& name) { return listed.contains(name); });
         if (!names.empty()) {
             AddNames(pblock, names);

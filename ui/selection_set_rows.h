@@ -4,9 +4,7 @@
 #include <strclass.h>
 
 #include <functional>
-#include <string>
-#include <unordered_set>
-
+#include "effect/selection_set_list.h"
 #include "ui/menu_item.h"
 
 class IParamBlock2;
@@ -41,7 +39,7 @@ class SelectionSetRows {
   private:
     bool IsOn(IParamBlock2& pblock, const MSTR& name);
 
-    std::unordered_set<std::basic_string<MCHAR>> names_;
+    effect::SetNames names_;
     // Whose list `names_` is of; null when it is to be read anew.
     const IParamBlock2* listed_ = nullptr;
     int count_ = 0;

@@ -2,6 +2,8 @@
 
 #include <hold.h>
 
+#include <new>
+
 #include "tests/effect/effect_fixture.h"
 
 namespace {
@@ -74,6 +76,53 @@ TEST_F(SceneSync, ASceneWithoutSetsEmptiesTheList) {
     SwitchOn(_M("A"));
     SyncSets();
     EXPECT_THAT(Names(), IsEmpty());
+}
+
+// With a copy of the whole list for each name it would take gigabytes.
+TEST_F(SceneSync, AsManyNamesAsAFileMayHaveGoAndComeBackInOneStep) {
+    constexpr int count = 100000;
+    std::vector<const MCHAR*> names(count, _M("gone"));
+    effect->pblock->SetCount("namedSelectionSetsList"_param, 0);
+    effect->pblock->Append("namedSelectionSetsList"_param, count, names.data());
+    Host().undo.Clear();
+    SyncSets();
+    EXPECT_EQ(effect->pblock->Count("namedSelectionSetsList"_param), 0);
+    EXPECT_TRUE(Host().undo.Undo());
+    EXPECT_EQ(effect->pblock->Count("namedSelectionSetsList"_param), count);
+}
+
+// As where memory runs out.
+class FailingListener final : public ReferenceMaker {
+  public:
+    explicit FailingListener(ReferenceTarget* target) { ReplaceReference(0, target); }
+    ~FailingListener() override { ReplaceReference(0, nullptr); }
+    int NumRefs() override { return 1; }
+    RefTargetHandle GetReference(int) override { return heard; }
+    RefResult NotifyRefChanged(const Interval&, RefTargetHandle, PartID&, RefMessage message,
+                               BOOL) override {
+        if (message == REFMSG_CHANGE && !theHold.RestoreOrRedoing()) throw std::bad_alloc();
+        return REF_SUCCEED;
+    }
+
+  private:
+    void SetReference(int, RefTargetHandle target) override { heard = target; }
+    RefTargetHandle heard = nullptr;
+};
+
+TEST_F(SceneSync, LeavesNoStepOpenWhereMemoryRunsOut) {
+    SwitchOn(_M("gone"));
+    List(_M("A"));
+    Remove(_M("A"));
+    Host().undo.Clear();
+    {
+        const FailingListener listener(effect->pblock);
+        EXPECT_THROW(SyncSets(), std::bad_alloc);
+        EXPECT_THROW(Cleanup(), std::bad_alloc);
+    }
+    EXPECT_FALSE(theHold.Holding());
+    EXPECT_FALSE(Host().undo.CanUndo());
+    EXPECT_THAT(Names(), ElementsAre("gone"));
+    EXPECT_THAT(Objects(), ElementsAre("-"));
 }
 
 TEST_F(SceneSync, EntriesOfDeletedObjectsGoOneStepEach) {

@@ -27,7 +27,9 @@ class SelectionSetList : public EffectTest {
     void Rename(const MCHAR* oldName, const MCHAR* newName) {
         effect::SelectionSetRenamed(*effect->pblock, oldName, newName);
     }
-    bool IsOn(const MSTR& name) { return effect::IsSelectionSetOn(*effect->pblock, name); }
+    bool IsOn(const MSTR& name) {
+        return effect::IsSelectionSetOn(effect::ListedSelectionSets(*effect->pblock), name);
+    }
 };
 
 TEST_F(SelectionSetList, OfANewEffectHasAllOfTheScenesSets) {

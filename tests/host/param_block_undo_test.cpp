@@ -101,6 +101,35 @@ TEST_F(ParamBlockUndo, CancelPutsValuesBack) {
     EXPECT_FALSE(Undo());
 }
 
+TEST_F(ParamBlockUndo, ChangesOfATableInARowAreTakenBackAndDoneAgainAtOnce) {
+    ReferenceTarget* targets[] = {&a, &b, &c};
+    Block().Append(SAMPLE_TARGETS, 3, targets, 0);
+    Held([&] {
+        Block().Delete(SAMPLE_TARGETS, 2, 1);
+        Block().Delete(SAMPLE_TARGETS, 0, 1);
+        Block().Append(SAMPLE_TARGETS, 1, targets, 0);
+    });
+    EXPECT_THAT(Targets(), ElementsAre(&b, &a));
+    EXPECT_TRUE(Undo());
+    EXPECT_THAT(Targets(), ElementsAre(&a, &b, &c));
+    EXPECT_EQ(owner->changes.size(), 1U);
+    EXPECT_TRUE(Redo());
+    EXPECT_THAT(Targets(), ElementsAre(&b, &a));
+}
+
+TEST_F(ParamBlockUndo, ACancelledPartOfAHoldTakesBackItsOwnChangesOfATable) {
+    ReferenceTarget* targets[] = {&a, &b};
+    theHold.Begin();
+    Block().Append(SAMPLE_TARGETS, 1, targets, 0);
+    theHold.Begin();
+    Block().Append(SAMPLE_TARGETS, 1, targets + 1, 0);
+    theHold.Cancel();
+    EXPECT_THAT(Targets(), ElementsAre(&a));
+    theHold.Accept(_M("Change"));
+    EXPECT_TRUE(Undo());
+    EXPECT_THAT(Targets(), ElementsAre());
+}
+
 TEST_F(ParamBlockUndo, WhatComesBackPassesNoAccessor) {
     Held([&] { Block().SetValue(SAMPLE_INT, 0, 7, 0); });
     accessor.onSet = [](PB2Value& v, ParamID, int) { v.i = 99; };

@@ -174,6 +174,61 @@ TEST_F(Undo, WhileItIsPausedNothingIsRecorded) {
     EXPECT_THAT(journal, ElementsAre("~b", "undo a"));
 }
 
+TEST_F(Undo, OfMoreThanTwoHundredStepsTheOldestIsForgotten) {
+    for (int i = 0; i < 202; ++i) {
+        theHold.Begin();
+        Put(std::to_string(i).c_str());
+        theHold.Accept(_M("Step"));
+    }
+    EXPECT_THAT(journal, ElementsAre("~0", "~1"));
+    int steps = 0;
+    while (Stack().Undo())
+        ++steps;
+    EXPECT_EQ(steps, 200);
+    EXPECT_EQ(journal.back(), "undo 2");
+}
+
+TEST_F(Undo, TheLatestChangeIsThatOfTheInnermostHold) {
+    EXPECT_EQ(Stack().LastChange(), nullptr);
+    theHold.Begin();
+    auto* change = new Change(journal, "a");
+    theHold.Put(change);
+    EXPECT_EQ(Stack().LastChange(), change);
+    theHold.Begin();
+    EXPECT_EQ(Stack().LastChange(), nullptr) << "it might be cancelled";
+    theHold.Accept(_M("Inner"));
+    EXPECT_EQ(Stack().LastChange(), change);
+    theHold.Accept(_M("Step"));
+    EXPECT_EQ(Stack().LastChange(), nullptr);
+}
+
+// What it tells while it is taken back, done again, and not.
+class Telling final : public RestoreObj {
+  public:
+    explicit Telling(std::vector<int>& told) : told_(told) {}
+    void Restore(int) override { told_.push_back(theHold.RestoreOrRedoing()); }
+    void Redo() override { told_.push_back(theHold.RestoreOrRedoing()); }
+
+  private:
+    std::vector<int>& told_;
+};
+
+TEST_F(Undo, TellsWhetherAStepIsBeingTakenBackOrDoneAgain) {
+    std::vector<int> told;
+    theHold.Begin();
+    theHold.Put(new Telling(told));
+    theHold.Accept(_M("Step"));
+    Stack().Undo();
+    Stack().Redo();
+    theHold.Begin();
+    theHold.Put(new Telling(told));
+    theHold.Cancel();
+    EXPECT_THAT(told, ElementsAre(1, 1, 1));
+    EXPECT_FALSE(theHold.RestoreOrRedoing());
+    const host::UndoStack::Pause pause(Stack());
+    EXPECT_FALSE(theHold.RestoreOrRedoing());
+}
+
 TEST_F(Undo, ClearForgetsWithoutTakingBack) {
     theHold.Begin();
     Put("a");

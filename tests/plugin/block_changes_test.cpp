@@ -1,10 +1,12 @@
 #include "plugin/block_changes.h"
 
 #include <elementclasses.h>
+#include <hold.h>
 
 #include <map>
 
 #include "effect/psd_output_layer.h"
+#include "effect/sync_render_elements.h"
 #include "tests/effect/effect_fixture.h"
 #include "tests/plugin/recording_panel.h"
 
@@ -127,6 +129,36 @@ TEST_F(BlockChanges, ThatSwitchSortingOnBringTheListUpToDateWithoutAPanelToo) {
     EXPECT_THAT(Layers(), IsEmpty());
     Set("autoSort"_param, TRUE);
     EXPECT_THAT(Layers(), ElementsAre("Spec"));
+}
+
+TEST_F(BlockChanges, ThatSwitchSortingOnAreTakenBackAndDoneAgainAsTheyWere) {
+    Set("autoSort"_param, FALSE);
+    Add(SPECULAR_ELEMENT, _M("Spec"));
+    Add(BACKGROUND_ELEMENT, _M("Back"));
+    effect::SyncRenderElements(*effect, 0);
+    const int last = effect->LayerCount(0) - 1;
+    theHold.Begin();
+    ReferenceTarget* spec = effect->pblock->GetReferenceTarget("layersProduction"_param, 0, 0);
+    effect->pblock->SetValue("layersProduction"_param, 0,
+                             effect->pblock->GetReferenceTarget("layersProduction"_param, 0, last),
+                             0);
+    effect->pblock->SetValue("layersProduction"_param, 0, spec, last);
+    theHold.Accept(_M("Swap"));
+    ASSERT_THAT(Layers(), ElementsAre("Back", "Spec")) << "the user's order";
+    Add(DIFFUSE_ELEMENT, _M("Diff"));
+    theHold.Begin();
+    Set("autoSort"_param, TRUE);
+    theHold.Accept(_M("Auto Sort"));
+    const std::vector<std::string> sorted = Layers();
+    ASSERT_EQ(sorted.size(), 3U);
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_TRUE(Host().undo.Undo());
+        EXPECT_THAT(Layers(), ElementsAre("Back", "Spec"));
+        panel.Take();
+        EXPECT_TRUE(Host().undo.Redo());
+        EXPECT_EQ(Layers(), sorted);
+        EXPECT_THAT(panel.Take(), Contains("element change")) << "what is new meanwhile";
+    }
 }
 
 TEST_F(BlockChanges, ThatSwitchSortingOffLeaveTheListAlone) {

@@ -26,6 +26,7 @@ class RecordingPanel final : public plugin::EffectPanel {
     void OfferFrameBufferChange() override { Record("frame buffer?"); }
     void RedrawRenderElements() override { Record("draw elements"); }
     void RefreshRenderElementRows() override { Record("element rows"); }
+    void NoteElementChange() override { Record("element change"); }
     void UpdateLayerControls() override { Record("layer"); }
     void FillBlendingModes() override { Record("blending modes"); }
     void EnableRenderElementControls() override { Record("elements"); }

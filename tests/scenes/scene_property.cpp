@@ -151,7 +151,7 @@ class SceneProperty : public testing::TestWithParam<Run> {
     static bool IsOnEverywhere(const MSTR& set) {
         const auto effects = Effects();
         return std::all_of(effects.begin(), effects.end(), [&](const PSDOutput* each) {
-            return effect::IsSelectionSetOn(*each->pblock, set);
+            return effect::IsSelectionSetOn(effect::ListedSelectionSets(*each->pblock), set);
         });
     }
 
@@ -271,11 +271,14 @@ class SceneProperty : public testing::TestWithParam<Run> {
             const bool isThere = std::any_of(sets.begin(), sets.end(),
                                              [&](const auto& set) { return set.name == name; });
             for (const PSDOutput* each : Effects())
-                before.push_back(effect::IsSelectionSetOn(*each->pblock, name));
+                before.push_back(
+                    effect::IsSelectionSetOn(effect::ListedSelectionSets(*each->pblock), name));
             Scene().AddSelectionSet(name, nodes);
             std::size_t index = 0;
             for (const PSDOutput* each : Effects()) {
-                EXPECT_EQ(effect::IsSelectionSetOn(*each->pblock, name), !isThere || before[index])
+                EXPECT_EQ(
+                    effect::IsSelectionSetOn(effect::ListedSelectionSets(*each->pblock), name),
+                    !isThere || before[index])
                     << "an edit changes no choice, and a new set is on: "
                     << host::ToUtf8(name.data());
                 ++index;
@@ -291,11 +294,13 @@ class SceneProperty : public testing::TestWithParam<Run> {
         const MSTR newName = AnySetName();
         std::vector<bool> before;
         for (const PSDOutput* each : Effects())
-            before.push_back(effect::IsSelectionSetOn(*each->pblock, name));
+            before.push_back(
+                effect::IsSelectionSetOn(effect::ListedSelectionSets(*each->pblock), name));
         if (!Scene().RenameSelectionSet(name, newName)) return;
         std::size_t index = 0;
         for (const PSDOutput* each : Effects()) {
-            const bool isOn = effect::IsSelectionSetOn(*each->pblock, newName);
+            const bool isOn =
+                effect::IsSelectionSetOn(effect::ListedSelectionSets(*each->pblock), newName);
             // A step that is undone after edits without a hold may bring a name back that no set
             // has any more.
             EXPECT_TRUE(IsExact() ? isOn == before[index] : isOn || !before[index]);

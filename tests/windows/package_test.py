@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The application package: what is in it, and what it says of itself. $VELTRANE_DLV is the library,
-in the folder bin of its build."""
+"""The application package and the folder of programs: what is in them, and what the package says of
+itself. $VELTRANE_DLV is the library, in the folder bin of its build."""
 import importlib.util
 import os
 import pathlib
@@ -21,19 +21,36 @@ make_package = importlib.util.module_from_spec(spec)
 spec.loader.exec_module(make_package)
 
 
-def make(folder, name):
-    """The path of a package, and what making it printed."""
-    path = pathlib.Path(folder) / name
-    done = subprocess.run([SCRIPT, "--build", LIBRARY.parent.parent, "--output", path], check=True,
+# Of Windows 10, on every machine.
+SYSTEM = {name + ".dll" for name in (
+    "advapi32", "comctl32", "comdlg32", "gdi32", "kernel32", "msvcrt", "ole32", "oleaut32", "shell32",
+    "shlwapi", "user32", "uxtheme", "windowscodecs")}
+
+
+def make(folder):
+    """The paths of package and programs in a new folder, and what making them printed."""
+    folder.mkdir()
+    done = subprocess.run([SCRIPT, "--build", LIBRARY.parent.parent, "--output", folder], check=True,
                           capture_output=True, text=True, timeout=600)
-    return path, done.stdout
+    name = f"veltrane-{make_package.version()}"
+    return folder / f"{name}.zip", folder / f"{name}-programs.zip", done.stdout
+
+
+def imports(data):
+    """The libraries that a program or library is loaded with."""
+    with tempfile.NamedTemporaryFile() as file:
+        file.write(data)
+        file.flush()
+        told = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", file.name], check=True,
+                              capture_output=True, text=True, timeout=60).stdout
+    return set(re.findall(r"DLL Name: (\S+)", told))
 
 
 class Package(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.folder = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
-        cls.path, cls.printed = make(cls.folder, "package.zip")
+        cls.path, cls.programs, cls.printed = make(cls.folder / "made")
         with zipfile.ZipFile(cls.path) as package:
             cls.entries = package.infolist()
             cls.files = {entry.filename: package.read(entry) for entry in cls.entries}
@@ -53,12 +70,27 @@ class Package(unittest.TestCase):
                              LIBRARY.with_name(name).read_bytes())
 
     def test_made_later_is_the_same(self):
-        later, _ = make(self.folder, "later.zip")
+        later, programs, _ = make(self.folder / "later")
         self.assertEqual(later.read_bytes(), self.path.read_bytes())
+        self.assertEqual(programs.read_bytes(), self.programs.read_bytes())
+
+    def test_of_programs_has_all_that_they_load(self):
+        with zipfile.ZipFile(self.programs) as folder:
+            files = {name.removeprefix("veltrane/"): folder.read(name)
+                     for name in folder.namelist()}
+        self.assertEqual(sorted(files), [
+            "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll", "veltrane-about.dll",
+            "veltrane-panel.exe", "veltrane.chm", "veltrane.dlv", "veltrane.exe",
+            "veltrane_host.dll"])
+        for name, data in files.items():
+            if not name.endswith(".chm"):
+                missing = {library for library in imports(data)
+                           if library not in files and library.lower() not in SYSTEM}
+                self.assertEqual(missing, set(), name)
 
     def test_tells_that_a_library_for_this_host_is_not_for_the_application(self):
         self.assertIn(b"veltrane_host.dll", LIBRARY.read_bytes())
-        self.assertEqual(self.printed.splitlines()[1],
+        self.assertEqual(self.printed.splitlines()[2],
                          "make_package: this veltrane.dlv is for veltrane's own host; the "
                          "application loads only what is built with its SDK")
 

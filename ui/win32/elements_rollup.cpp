@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <utility>
+
 #include "effect/psd_output.h"
 #include "plugin/parameters.h"
 #include "ui/blend_mode_combo.h"
@@ -92,6 +94,7 @@ void ElementsRollup::Closing() {
     DropListPictures(List());
     chosen = nullptr;
     named = nullptr;
+    renamed = nullptr;
     shownName = MSTR();
 }
 
@@ -106,6 +109,12 @@ void ElementsRollup::OtherEffect() {
 
 void ElementsRollup::Redraw() {
     if (IsOpen()) RedrawList(List());
+}
+
+// Not at once: the layer that moves is in no row for a moment.
+void ElementsRollup::OrderChanged() {
+    orderDirty = true;
+    Redraw();
 }
 
 void ElementsRollup::RefreshRenderElementRows() {
@@ -174,7 +183,11 @@ void ElementsRollup::Show(ListTick changed) {
 }
 
 void ElementsRollup::Tick(UINT_PTR timer) {
-    if (timer == renderElementsTimer.id) Show(RenderElementsTick(elementsDirty, Effect()));
+    if (timer != renderElementsTimer.id) return;
+    Show(RenderElementsTick(elementsDirty, Effect()));
+    if (!std::exchange(orderDirty, false)) return;
+    if (ElementRowCount(Effect()) != RowCount(List())) RefreshRenderElementRows();
+    UpdateLayerControls();
 }
 
 void ElementsRollup::Sort() {
@@ -190,13 +203,14 @@ void ElementsRollup::Sort() {
 
 void ElementsRollup::Move(int delta) {
     const int row = MoveLayer(Effect(), Selected(), delta);
-    if (SelectsMovedRow(delta, row)) SelectRow(List(), row, selectedAndFocused);
+    if (row >= 0 && SelectsMovedRow(delta, row)) SelectRow(List(), row, selectedAndFocused);
     Redraw();
 }
 
 void ElementsRollup::Rename() {
     const MSTR name = EditText(Control(IDC_ELEMENT_NAME));
-    if (!RenameElement(Effect(), RowOf(chosen), name.data())) return;
+    // What isn't taken doesn't stay there either.
+    if (!RenameElement(Effect(), ShownRow(), name.data())) return UpdateLayerControls();
     shownName = name;
     Redraw();
 }
@@ -205,8 +219,13 @@ void ElementsRollup::Rename() {
 void ElementsRollup::TrackMenu(int row, POINT at) {
     if (!HasElementMenu(Effect(), row)) return;
     const effect::PSDOutputLayer* layer = LayerOfRow(Effect(), row);
+    const IRenderElement* element = layer->Element();
     const int item = TrackRowMenu(Dialog(), ElementMenu(), at);
-    if (item == 0 || !IsOpen() || !ChooseElementMenu(Effect(), RowOf(layer), item)) return;
+    if (item == 0 || !IsOpen()) return;
+    // A new layer may lie where one lay that is gone.
+    const int now = RowOf(layer);
+    if (now < 0 || layer->Element() != element) return;
+    if (!ChooseElementMenu(Effect(), now, item)) return;
     UpdateLayerControls();
     Redraw();
 }
@@ -224,7 +243,9 @@ void ElementsRollup::Press(WORD key) {
         return;
     }
     if (key == VK_F2 && row >= 0) ListView_EditLabel(List(), row);
-    if (key != VK_SPACE || !ClickElement(Effect(), CheckBoxOf(row))) return;
+    // With Ctrl it selects.
+    if (key != VK_SPACE || GetKeyState(VK_CONTROL) < 0 || !ClickElement(Effect(), CheckBoxOf(row)))
+        return;
     UpdateLayerControls();
     Redraw();
 }
@@ -235,7 +256,6 @@ void ElementsRollup::Entered(int control) {
 
 void ElementsRollup::Command(int control, int code) {
     if (showing) return;
-    const int row = Selected();
     switch (control) {
         case IDC_AUTO_SORT:
             if (code == BN_CLICKED) Sort();
@@ -257,13 +277,13 @@ void ElementsRollup::Command(int control, int code) {
             const int item = ComboBox_GetCurSel(combo);
             if (code != CBN_SELCHANGE || item < 0) return;
             const auto mode = static_cast<int>(ComboBox_GetItemData(combo, item));
-            if (ChooseBlendMode(Effect(), row, mode)) Redraw();
+            if (ChooseBlendMode(Effect(), ShownRow(), mode)) Redraw();
             return;
         }
         default: {
             if (code != BN_CLICKED) return;
             const bool checked = IsDlgButtonChecked(Dialog(), control) == BST_CHECKED;
-            if (!ClickLayerControl(Effect(), row, control, checked)) return;
+            if (!ClickLayerControl(Effect(), ShownRow(), control, checked)) return;
             UpdateLayerControls();
             Redraw();
         }
@@ -289,10 +309,15 @@ LRESULT ElementsRollup::Notify(NMHDR& notification) {
         case NM_RCLICK:
             TrackMenu(HitOf(reinterpret_cast<NMITEMACTIVATE&>(notification)).row, MousePlace());
             return 0;
+        case LVN_BEGINLABELEDITW: {
+            const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notification).item;
+            renamed = LayerOfRow(Effect(), item.iItem);
+            return 0;
+        }
         case LVN_ENDLABELEDITW: {
             if (showing) return 0;
             const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notification).item;
-            if (RenameElement(Effect(), static_cast<int>(item.lParam), item.pszText)) {
+            if (RenameElement(Effect(), RowOf(std::exchange(renamed, nullptr)), item.pszText)) {
                 UpdateLayerControls();
             }
             return 0;

@@ -15,6 +15,8 @@ class ElementsRollup final : public Rollup {
   public:
     // Nothing while the rollup is closed.
     void Redraw();
+    // Layers came, went or changed their places; the next tick brings rows and pane up to date.
+    void OrderChanged();
     void RefreshRenderElementRows();
     void UpdateLayerControls();
     void FillBlendingModes();
@@ -39,6 +41,8 @@ class ElementsRollup final : public Rollup {
     HWND List() const;
     int Selected() const;
     int RowOf(const effect::PSDOutputLayer* layer) const;
+    // Of the layer that the pane shows; rows may have changed their order since it was shown.
+    int ShownRow() const { return RowOf(chosen); }
     void SelectChosen();
     void Choose(const effect::PSDOutputLayer* layer);
     void Show(ListTick changed);
@@ -51,12 +55,15 @@ class ElementsRollup final : public Rollup {
     void ShowBlendMode(int mode);
 
     bool elementsDirty = false;
+    bool orderDirty = false;
     // The layer of the row that the user selected, null for none. As rows are made anew or change
     // their order, the selection goes with it. Only compared: it may be destroyed.
     const effect::PSDOutputLayer* chosen = nullptr;
     // What the field of the name was given at last, and for which layer. Only compared, too.
     MSTR shownName;
     const effect::PSDOutputLayer* named = nullptr;
+    // Whose row is being renamed. Only compared, too.
+    const effect::PSDOutputLayer* renamed = nullptr;
     // Controls are being written: what they notify of is no wish of the user's.
     bool showing = false;
 };

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 #include <custcont.h>
+#include <hold.h>
 #include <winutil.h>
 
 #include <utility>
@@ -76,6 +77,7 @@ void MainRollup::Closing() {
     KillTimer(Dialog(), newEffectTimer.id);
     RemoveWindowSubclass(Dialog(), HeaderProcedure, headerSubclass);
     fileNameDirty = false;
+    offerWaits = false;
 }
 
 void MainRollup::OtherEffect() {
@@ -88,7 +90,7 @@ void MainRollup::Hear(void* rollup, NotifyInfo* info) {
     auto& self = *static_cast<MainRollup*>(rollup);
     switch (UpdateFor(*info)) {
         case PanelUpdate::FileName:
-            self.UpdateFileNameField();
+            if (!self.IsNameTyped()) self.UpdateFileNameField();
             self.fileNameDirty = true;
             return;
         case PanelUpdate::LayerControls:
@@ -144,7 +146,14 @@ void MainRollup::UpdateDepthControls() {
 }
 
 void MainRollup::OfferFrameBufferChange() {
-    if (IsOpen()) ui::OfferFrameBufferChange(Effect(), Dialog());
+    if (!IsOpen()) return;
+    offerWaits = theHold.RestoreOrRedoing();
+    if (!offerWaits) ui::OfferFrameBufferChange(Effect(), Dialog());
+}
+
+bool MainRollup::IsNameTyped() const {
+    HWND field = Control(IDC_FILE_NAME);
+    return GetFocus() == field && IsWindowEnabled(field);
 }
 
 void MainRollup::TakeFileName() {
@@ -179,7 +188,10 @@ void MainRollup::Entered(int control) {
 }
 
 void MainRollup::Tick(UINT_PTR timer) {
-    if (timer == fileNameTimer.id && FileNameTick(fileNameDirty, Effect())) UpdateFileNameField();
+    if (timer == fileNameTimer.id) {
+        if (FileNameTick(fileNameDirty, Effect())) UpdateFileNameField();
+        if (offerWaits) OfferFrameBufferChange();
+    }
     if (timer == newEffectTimer.id) {
         KillTimer(Dialog(), timer);
         PostMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(IDC_FILES, BN_CLICKED),

@@ -34,9 +34,12 @@ class MainRollup final : public Rollup {
     HotZone ZoneUnderMouse() const;
     void OpenZone(HotZone zone) const;
     void TakeFileName();
+    bool IsNameTyped() const;
 
     HBITMAP headerBitmap = nullptr;
     bool fileNameDirty = false;
+    // The question about the frame buffer waits for the end of an undo.
+    bool offerWaits = false;
 };
 
 }  // namespace ui

@@ -79,6 +79,12 @@ INT_PTR PSDOutputParamMapUserDlgProc::DlgProc(TimeValue, IParamMap2* map, HWND, 
             // Comes as the controls are made, before the rollup is set up.
             rollup->Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
             return 1;
+        case WM_DRAWITEM:
+            // What is drawn here is of no effect.
+            if (rollup->HasDialogOf(*map)) {
+                rollup->Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            }
+            return 1;
         case WM_COMMAND:
             // Also when the effect is gone: what was disabled is enabled again.
             if (HIWORD(wParam) == EN_SETFOCUS && rollup->HasDialogOf(*map)) StartTyping(*rollup);
@@ -111,9 +117,6 @@ INT_PTR PSDOutputParamMapUserDlgProc::DlgProc(TimeValue, IParamMap2* map, HWND, 
         }
         case WM_TIMER:
             rollup->Tick(wParam);
-            return 1;
-        case WM_DRAWITEM:
-            rollup->Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return 1;
         default:
             return 0;
@@ -159,12 +162,15 @@ void PSDOutputParamMapUserDlgProc::OfferFrameBufferChange() {
     main.OfferFrameBufferChange();
 }
 void PSDOutputParamMapUserDlgProc::RedrawRenderElements() {
-    elements.Redraw();
+    elements.OrderChanged();
 }
 void PSDOutputParamMapUserDlgProc::RefreshRenderElementRows() {
     elements.RefreshRenderElementRows();
     elements.UpdateLayerControls();
     elements.Redraw();
+}
+void PSDOutputParamMapUserDlgProc::NoteElementChange() {
+    elements.NoteElementChange();
 }
 void PSDOutputParamMapUserDlgProc::UpdateLayerControls() {
     elements.UpdateLayerControls();

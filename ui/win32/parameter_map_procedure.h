@@ -41,6 +41,7 @@ class PSDOutputParamMapUserDlgProc final : public ParamMap2UserDlgProc,
     void OfferFrameBufferChange() override;
     void RedrawRenderElements() override;
     void RefreshRenderElementRows() override;
+    void NoteElementChange() override;
     void UpdateLayerControls() override;
     void FillBlendingModes() override;
     void EnableRenderElementControls() override;

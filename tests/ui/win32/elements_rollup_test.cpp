@@ -3,6 +3,8 @@
 #include <icolorman.h>
 #include <windowsx.h>
 
+#include "effect/sync_render_elements.h"
+#include "effect/undo_step.h"
 #include "host/win32/accelerators.h"
 #include "tests/host/win32/object_counts.h"
 #include "tests/ui/win32/list_stage.h"
@@ -778,6 +780,49 @@ TEST_F(ElementsRollupTest, KeepsTheSelectedLayerInAListThatIsKeptSorted) {
     EXPECT_TRUE(IsEnabled(elementsMap, 1063));
 }
 
+TEST_F(ElementsRollupTest, WritesIntoTheLayerThatItsPaneShowsWhateverRowThatIsInNow) {
+    OpenWith({"A", "B"});
+    Select(0);
+    const auto swap = [this] {
+        effect::UndoStep step;
+        ReferenceTarget* first = effect->Layer(0, 0);
+        Block().SetValue("layersProduction"_param, 0, effect->Layer(0, 1), 0);
+        Block().SetValue("layersProduction"_param, 0, first, 1);
+        step.Accept(_M("Swap"));
+    };
+    swap();
+    ASSERT_THAT(Names(), ElementsAre("B", "A"));
+    SetOf(0, "visible"_layerParam, TRUE);
+    SetOf(1, "visible"_layerParam, TRUE);
+    Press(elementsMap, 1058);
+    EXPECT_EQ(GetOf(0, "visible"_layerParam), TRUE);
+    EXPECT_EQ(GetOf(1, "visible"_layerParam), FALSE);
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(1)) << "the selection went with it";
+    swap();
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(1));
+    Tick(elementsMap, timer);
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(0));
+    EXPECT_EQ(TextOf(elementsMap, 1063), "A");
+}
+
+TEST_F(ElementsRollupTest, HasARowForEachLayerThatCameOrWentElsewhere) {
+    OpenWith({"A", "B", "C"});
+    Select(2);
+    Tick(elementsMap, timer);
+    Elements().Remove(Elements().GetRenderElement(1));
+    Add("D");
+    // As a render does, before the timer ticks.
+    effect::SyncRenderElements(*effect, 0);
+    Tick(elementsMap, timer);
+    EXPECT_THAT(Names(), ElementsAre("A", "C", "D"));
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(1));
+    EXPECT_EQ(TextOf(elementsMap, 1063), "C");
+    Add("E");
+    effect::SyncRenderElements(*effect, 0);
+    Tick(elementsMap, timer);
+    EXPECT_THAT(Names(), ElementsAre("A", "C", "D", "E"));
+}
+
 TEST_F(ElementsRollupTest, TicksByItself) {
     OpenWith({"A"});
     Add("B");
@@ -821,6 +866,8 @@ TEST_F(ElementsRollupTest, EmptiesItsPaneWhenTheSelectedLayerIsDeleted) {
 TEST_F(ElementsRollupTest, IgnoresClicksOnARowWithoutALayer) {
     OpenWith({"A", "B"});
     Select(1);
+    // Its next tick takes the row away.
+    KillTimer(Dialog(elementsMap), timer);
     Block().Delete("layersProduction"_param, 1, 1);
     ASSERT_EQ(CellOf(List(), 1, 0), "<deleted>");
     ClickAt(List(), CheckBoxPoint(List(), 1));
@@ -835,6 +882,8 @@ TEST_F(ElementsRollupTest, IgnoresClicksOnARowWithoutALayer) {
     PressKey(edit, VK_RETURN);
     EXPECT_THAT(Names(), ElementsAre("A", "<deleted>"));
     EXPECT_EQ(GetOf(0, "enabled"_layerParam), TRUE);
+    Tick(elementsMap, timer);
+    EXPECT_THAT(Names(), ElementsAre("A"));
 }
 
 TEST_F(ElementsRollupTest, MakesRowsAnewWithItsHiddenButton) {

@@ -426,6 +426,16 @@ TEST_F(MainRollup, ATickLeavesAnUnderivedNameAlone) {
     EXPECT_EQ(FieldText(), "half-ty");
 }
 
+TEST_F(MainRollup, ANameThatIsBeingTypedStaysWhateverTheHostTells) {
+    Set("matchRenderOutputFilename"_param, FALSE);
+    Open();
+    SetFocus(Main(IDC_FILE_NAME));
+    SetWindowTextW(Main(IDC_FILE_NAME), L"half-ty");
+    host::Broadcast(NOTIFY_RENDPARAM_CHANGED);
+    Tick(mainMap, ui::fileNameTimer.id);
+    EXPECT_EQ(FieldText(), "half-ty");
+}
+
 TEST_F(MainRollup, AChangeOfTheDepthsRendererShowsTheDepthAnew) {
     Open();
     CheckRadioButton(Dialog(mainMap), IDC_DEPTH_8, IDC_DEPTH_16, IDC_DEPTH_8);
@@ -603,6 +613,20 @@ TEST_F(MainRollupWithVRay, AnotherDepthOffersAnotherFrameBuffer) {
     Press(mainMap, IDC_DEPTH_16);
     EXPECT_THAT(TakeBoxes(), ElementsAre(Box{0x24, 0, "veltrane", offerBack}));
     EXPECT_EQ(vray->GetInt(force32Bits), FALSE);
+}
+
+TEST_F(MainRollupWithVRay, ADepthThatAnUndoBringsIsAskedAboutOnceTheUndoIsOver) {
+    Open();
+    answer = IDNO;
+    Press(mainMap, IDC_DEPTH_32);
+    TakeBoxes();
+    Host().undo.Undo();
+    EXPECT_THAT(TakeBoxes(), IsEmpty()) << "a box runs the host while it restores";
+    vray->SetValue(force32Bits, 0, TRUE);
+    Tick(mainMap, ui::fileNameTimer.id);
+    EXPECT_THAT(TakeBoxes(), ElementsAre(Box{0x24, 0, "veltrane", offerBack}));
+    Tick(mainMap, ui::fileNameTimer.id);
+    EXPECT_THAT(TakeBoxes(), IsEmpty());
 }
 
 TEST_F(MainRollupWithVRay, AnOutputThatHolds32BitsIsNotAskedAbout) {

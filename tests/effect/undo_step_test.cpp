@@ -1,4 +1,4 @@
-#include "ui/undo_step.h"
+#include "effect/undo_step.h"
 
 #include "tests/effect/effect_fixture.h"
 
@@ -12,7 +12,7 @@ class UndoStepTest : public EffectTest {
 
 TEST_F(UndoStepTest, AnAcceptedStepCanBeTakenBack) {
     {
-        ui::UndoStep step;
+        effect::UndoStep step;
         Set("bitDepth"_param, 8);
         step.Accept(_M("Depth"));
     }
@@ -23,7 +23,7 @@ TEST_F(UndoStepTest, AnAcceptedStepCanBeTakenBack) {
 
 TEST_F(UndoStepTest, AStepThatIsLeftIsTakenBackAtOnce) {
     {
-        const ui::UndoStep step;
+        const effect::UndoStep step;
         Set("bitDepth"_param, 8);
     }
     EXPECT_EQ(Depth(), 16);

@@ -4,7 +4,7 @@
 
 #include <hold.h>
 
-namespace ui {
+namespace effect {
 
 class UndoStep {
   public:
@@ -24,4 +24,4 @@ class UndoStep {
     bool open = true;
 };
 
-}  // namespace ui
+}  // namespace effect
