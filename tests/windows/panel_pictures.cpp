@@ -3,7 +3,7 @@
 //
 //     panel_pictures LIBRARY SCENE RENDER FOLDER
 //
-// Writes FOLDER/NAME.bmp, one for each rollup and dialog.
+// Writes FOLDER/NAME.bmp: the program's window, and one for each rollup and dialog.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -22,6 +22,7 @@
 #include "command/process.h"
 #include "command/win32/panel_scene.h"
 #include "command/win32/panel_window.h"
+#include "host/application.h"
 #include "host/text.h"
 #include "host/win32/rollup_window.h"
 #include "plugin/entry.h"
@@ -45,13 +46,18 @@ void Pump(DWORD milliseconds) {
     }
 }
 
-// What the screen shows inside the window, without its scroll bar and title.
-void Capture(HWND window, const std::filesystem::path& file) {
+// Inside the window, without its scroll bar and title.
+RECT InsideOf(HWND window) {
     RECT area{};
     GetClientRect(window, &area);
-    const int width = static_cast<int>(area.right);
-    const int height = static_cast<int>(area.bottom);
     MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    return area;
+}
+
+// What the screen shows there.
+void Capture(const RECT& area, const std::filesystem::path& file) {
+    const auto width = static_cast<int>(area.right - area.left);
+    const auto height = static_cast<int>(area.bottom - area.top);
     HDC screen = GetDC(nullptr);
     HDC memory = CreateCompatibleDC(screen);
     BITMAPINFO info{};
@@ -89,7 +95,7 @@ void CALLBACK TakeDialog(HWND, UINT, UINT_PTR timer, DWORD) {
     if (!dialog) return;
     KillTimer(nullptr, timer);
     Pump(300);
-    Capture(dialog, wanted->file);
+    Capture(InsideOf(dialog), wanted->file);
     PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(wanted->close), 0);
 }
 
@@ -111,9 +117,30 @@ void CaptureRollups(HWND window, const std::filesystem::path& folder) {
                                   LVIS_SELECTED | LVIS_FOCUSED);
         }
         Pump(400);
-        Capture(window, folder / (std::string(rollupNames[index]) + ".bmp"));
+        Capture(InsideOf(window), folder / (std::string(rollupNames[index]) + ".bmp"));
     }
     ReleaseIRollup(rollups);
+}
+
+// Of a size that a user may give it, with two rollups open.
+void CaptureProgram(const command::PanelWindow& panel, const std::filesystem::path& folder) {
+    const int scale = static_cast<int>(GetDpiForSystem());
+    MoveWindow(panel.Window(), 0, 0, 620 * scale / 96, 780 * scale / 96, TRUE);
+    IRollupWindow* rollups = GetIRollup(panel.Rollups());
+    rollups->SetPanelOpen(1, TRUE);
+    ReleaseIRollup(rollups);
+    Pump(500);
+    RECT whole{};
+    GetWindowRect(panel.Window(), &whole);
+    Capture(whole, folder / "program.bmp");
+}
+
+// The sample's own scene has none.
+void AddSelectionSets() {
+    host::Scene& scene = host::App().scene;
+    scene.AddSelectionSet(_M("Glass and gold"),
+                          {scene.FindNode(_M("Glass sphere")), scene.FindNode(_M("Suzanne"))});
+    scene.AddSelectionSet(_M("Props"), {scene.FindNode(_M("Ring")), scene.FindNode(_M("Veil"))});
 }
 
 }  // namespace
@@ -131,10 +158,12 @@ int main(int argc, char** argv) {
         command::PanelScene scene(command::Native(words[0]));
         scene.Open(words[1]);
         scene.UseRenderFile(words[2]);
+        AddSelectionSets();
         command::PanelWindow panel(scene);
+        ShowWindow(panel.Window(), SW_SHOW);
+        CaptureProgram(panel, folder);
         MoveWindow(panel.Window(), 0, 0, GetSystemMetrics(SM_CXSCREEN),
                    GetSystemMetrics(SM_CYSCREEN), TRUE);
-        ShowWindow(panel.Window(), SW_SHOW);
         Pump(500);
         CaptureRollups(panel.Rollups(), folder);
         IRollupWindow* rollups = GetIRollup(panel.Rollups());
