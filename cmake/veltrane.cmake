@@ -72,6 +72,9 @@ endif()
 # GoogleTest suite member; in the builds of the whole check, where starting a program for each takes
 # longer than the tests, in as many parts as there are processors.
 function(veltrane_test folder)
+    if(NOT VELTRANE_BUILD_UNIT_TESTS)
+        return()
+    endif()
     veltrane_sources(sources ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
     add_executable(test_${folder} ${sources})
     target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR})

@@ -74,8 +74,10 @@ class RadioGroup final : public ParameterMapControl {
     void Show(IParamBlock2& block) override {
         const int shown = ShownNumber(block, Def().ID);
         for (const Choice& choice : choices_) {
-            const bool on = choice.value == shown;
-            SendMessageW(choice.button, BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED, 0);
+            const LRESULT wanted = choice.value == shown ? BST_CHECKED : BST_UNCHECKED;
+            // A radio button that is checked walks through all of its dialog for the others.
+            if (SendMessageW(choice.button, BM_GETCHECK, 0, 0) == wanted) continue;
+            SendMessageW(choice.button, BM_SETCHECK, static_cast<WPARAM>(wanted), 0);
         }
     }
     void Enable(bool on) override {

@@ -2,6 +2,7 @@
 
 #include <elementclasses.h>
 #include <ioapi.h>
+#include <random.h>
 
 #include <memory>
 #include <new>
@@ -146,6 +147,17 @@ TEST_F(PSDOutput, DrawsItsNumberForSceneLayersFromAHundredOn) {
     EXPECT_EQ(std::unique(numbers.begin(), numbers.end()), numbers.end());
 }
 
+TEST_F(PSDOutput, DrawsThatNumberFromTheHostsRandomNumbers) {
+    Host().settings.randomSeed = 7;
+    Host().randomsMade = 0;
+    Random random;
+    const std::uint32_t drawn = random.get();
+    Host().randomsMade = 0;
+    const auto other = NewEffect();
+    EXPECT_EQ(other->pblock->GetInt("sceneLayerAppDataChunkId"_param),
+              static_cast<int>(drawn % (Random::s_rand_max - 99) + 100));
+}
+
 TEST_F(PSDOutput, HasSettingsOfItsOwn) {
     const host::Owned<effect::PSDOutput> other(
         static_cast<effect::PSDOutput*>(LibClassDesc(0)->Create()));
@@ -253,6 +265,20 @@ TEST_F(PSDOutput, ACopyHasTheSettingsAndTheNumberForSceneLayers) {
     EXPECT_EQ(copy->pblock->GetInt("sceneLayerAppDataChunkId"_param), number);
     Set("bitDepth"_param, 8);
     EXPECT_EQ(copy->pblock->GetInt("bitDepth"_param), 32) << "from then on they are its own";
+}
+
+TEST_F(PSDOutput, ACopyHasACopyOfTheSecondBlockOfAnOldScene) {
+    const auto other = NewEffect();
+    other->pblock->SetValue("bitDepth"_param, 0, 32);
+    effect->ReplaceReference(1, other->pblock);
+    Set("bitDepth"_param, 8);
+    const auto copy = Copy();
+    IParamBlock2* second = copy->GetParamBlock(1);
+    ASSERT_NE(second, nullptr);
+    EXPECT_NE(second, other->pblock);
+    EXPECT_EQ(second->GetInt("bitDepth"_param), 32);
+    EXPECT_EQ(copy->GetParamBlock(0)->GetInt("bitDepth"_param), 8);
+    effect->DeleteReference(1);
 }
 
 TEST_F(PSDOutput, ACopyHasTheSelectionSetsOfItsOriginalAndNoOthers) {

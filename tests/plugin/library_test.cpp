@@ -43,6 +43,13 @@ std::vector<int> TakeAllRegistrations() {
     return counts;
 }
 
+std::vector<int> RegisteredCodes() {
+    std::vector<int> codes;
+    for (const auto& registration : host::App().notifications.Registrations())
+        codes.push_back(registration.code);
+    return codes;
+}
+
 int TakeOtherRegistrations() {
     int count = 0;
     for (int code = 0; code < 1000; ++code)
@@ -79,6 +86,7 @@ void AttachFromNothing() {
     MUST(host::ToUtf8(LibDescription()) == "veltrane")
     MUST(host::ToUtf8(plugin::LibraryName()) == "veltrane")
 #endif
+    MUST((RegisteredCodes() == std::vector<int>{6, 8, 10, 14, 80, 73}))
     MUST((TakeAllRegistrations() == std::vector<int>{1, 1, 1, 1, 1, 1}))
     MUST(TakeOtherRegistrations() == 0)
     std::_Exit(0);

@@ -90,6 +90,19 @@ class EffectPersistence : public EffectTest {
         }
     }
 
+    // To something else again.
+    static void Change(IParamBlock2& block, const parameters::Row& row) {
+        if (row.IsTable() || row.type == parameters::Type::Reference) return;
+        const host::SavedValue value = UnlikeDefault(row);
+        if (std::holds_alternative<int>(value)) {
+            block.SetValue(row.id, 0, block.GetInt(row.id) + 1);
+        } else if (std::holds_alternative<float>(value)) {
+            block.SetValue(row.id, 0, block.GetFloat(row.id) + 1.0F);
+        } else {
+            block.SetValue(row.id, 0, _M("changed"));
+        }
+    }
+
     // Handles as every file of this scene has them.
     [[nodiscard]] host::Handles SceneHandles() const {
         host::Handles handles;
@@ -131,6 +144,26 @@ TEST_F(EffectPersistence, LoadedHasAllThatWasSavedOfBothBlocks) {
     ASSERT_THAT(again, SizeIs(4));
     for (std::size_t i = 0; i < saved.size(); ++i)
         EXPECT_EQ(Describe(again[i]), Describe(saved[i]));
+}
+
+TEST_F(EffectPersistence, WhatIsChangedAfterLoadingIsSavedAndLoadedAgain) {
+    const std::vector<host::SavedObject> saved = Save(*effect);
+    const host::Owned<effect::PSDOutput> loaded = Load(saved);
+    for (const parameters::Row& row : parameters::effectRows)
+        Change(*loaded->pblock, row);
+    for (const parameters::Row& row : parameters::layerRows)
+        Change(*loaded->Layer(0, 1)->pblock, row);
+    const MCHAR* more = _M("more");
+    loaded->pblock->Append("namedSelectionSetsList"_param, 1, &more);
+    loaded->pblock->Delete("objectList"_param, 1, 1);
+    const std::vector<host::SavedObject> changed = Save(*loaded);
+    const host::Owned<effect::PSDOutput> last = Load(changed);
+    const std::vector<host::SavedObject> again = Save(*last);
+    ASSERT_THAT(again, SizeIs(changed.size()));
+    for (std::size_t i = 0; i < changed.size(); ++i)
+        EXPECT_EQ(Describe(again[i]), Describe(changed[i]));
+    for (const std::size_t i : {1U, 3U})
+        EXPECT_NE(Describe(again[i]), Describe(saved[i])) << i;
 }
 
 // That the description above is of more than defaults.

@@ -1,6 +1,5 @@
 #include "ui/win32/main_rollup.h"
 
-#include <commctrl.h>
 #include <custcont.h>
 #include <hold.h>
 #include <winutil.h>
@@ -32,8 +31,6 @@
 namespace ui {
 namespace {
 
-constexpr UINT_PTR headerSubclass = 1;
-
 ZoneRectangle ZoneOf(HWND dialog, int control) {
     RECT area{};
     GetWindowRect(GetDlgItem(dialog, control), &area);
@@ -51,7 +48,7 @@ int InnerWidth(HWND control) {
 }  // namespace
 
 void MainRollup::Opened() {
-    SetWindowSubclass(Dialog(), HeaderProcedure, headerSubclass, reinterpret_cast<DWORD_PTR>(this));
+    ListenToHeader();
     UpdateFileNameField();
     if (ICustButton* files = GetICustButton(Control(IDC_FILES))) {
         files->SetRightClickNotify(TRUE);
@@ -75,7 +72,7 @@ void MainRollup::Closing() {
         UnRegisterNotification(Hear, this, code);
     KillTimer(Dialog(), fileNameTimer.id);
     KillTimer(Dialog(), newEffectTimer.id);
-    RemoveWindowSubclass(Dialog(), HeaderProcedure, headerSubclass);
+    StopListeningToHeader();
     fileNameDirty = false;
     offerWaits = false;
 }
@@ -211,9 +208,23 @@ void MainRollup::OpenZone(HotZone zone) const {
     if (zone == HotZone::Help) OpenFile(HelpFile(LibraryFile()));
 }
 
+// The system's way to listen to a window looks up a property for each message.
+void MainRollup::ListenToHeader() {
+    SetWindowLongPtrW(Dialog(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    dialogProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(Dialog(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(HeaderProcedure)));
+}
+
+void MainRollup::StopListeningToHeader() const {
+    const auto present = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(Dialog(), GWLP_WNDPROC));
+    if (present != HeaderProcedure) return;
+    SetWindowLongPtrW(Dialog(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(dialogProcedure));
+}
+
 LRESULT CALLBACK MainRollup::HeaderProcedure(HWND dialog, UINT message, WPARAM wParam,
-                                             LPARAM lParam, UINT_PTR, DWORD_PTR rollup) {
-    const auto& self = *reinterpret_cast<const MainRollup*>(rollup);
+                                             LPARAM lParam) {
+    const auto& self =
+        *reinterpret_cast<const MainRollup*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
     const bool isPointing =
         message == WM_SETCURSOR || (message >= WM_MOUSEMOVE && message <= WM_LBUTTONUP);
     // A drag that only passes over a zone, or ends there, is the rollups' own.
@@ -225,7 +236,7 @@ LRESULT CALLBACK MainRollup::HeaderProcedure(HWND dialog, UINT message, WPARAM w
             return 1;
         }
     }
-    return DefSubclassProc(dialog, message, wParam, lParam);
+    return CallWindowProcW(self.dialogProcedure, dialog, message, wParam, lParam);
 }
 
 }  // namespace ui

@@ -27,8 +27,10 @@ class MainRollup final : public Rollup {
 
   private:
     static void Hear(void* rollup, NotifyInfo* info);
-    static LRESULT CALLBACK HeaderProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam,
-                                            UINT_PTR id, DWORD_PTR rollup);
+    static LRESULT CALLBACK HeaderProcedure(HWND dialog, UINT message, WPARAM wParam,
+                                            LPARAM lParam);
+    void ListenToHeader();
+    void StopListeningToHeader() const;
     void LoadHeader();
     void DropHeader();
     HotZone ZoneUnderMouse() const;
@@ -37,6 +39,8 @@ class MainRollup final : public Rollup {
     bool IsNameTyped() const;
 
     HBITMAP headerBitmap = nullptr;
+    // The dialog's own, which hears what isn't the header's.
+    WNDPROC dialogProcedure = nullptr;
     bool fileNameDirty = false;
     // The question about the frame buffer waits for the end of an undo.
     bool offerWaits = false;
