@@ -18,7 +18,7 @@ LRESULT CALLBACK OnFocusChange(int code, WPARAM wParam, LPARAM lParam) {
 }  // namespace
 
 void StartFollowingFocus() {
-    if (rollupWindows++ > 0) return;
+    if (rollupWindows++ != 0) return;
     focusHook = SetWindowsHookExW(WH_CBT, OnFocusChange, nullptr, GetCurrentThreadId());
 }
 

@@ -6,7 +6,7 @@
 
 namespace host {
 
-// One for each window of rollups: the system's hook is there while there is one.
+// One for each window of rollups: the system's hook is there while more started than stopped.
 void StartFollowingFocus();
 void StopFollowingFocus();
 

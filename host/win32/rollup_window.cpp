@@ -117,8 +117,11 @@ int RollupWindow::AppendRollup(HINSTANCE module, const MCHAR* dlgTemplate, DLGPR
     panels_.push_back({bar, nullptr, (flags & APPENDROLL_CLOSED) == 0});
     // The dialog's procedure may ask for its rollup already.
     awaiting_ = bar;
+    // What follows the focus would be asked about each control that is made.
+    StopFollowingFocus();
     HWND dialog = CreateDialogIndirectParamW(
         module, reinterpret_cast<const DLGTEMPLATE*>(form.data()), Window(), dlgProc, param);
+    StartFollowingFocus();
     awaiting_ = nullptr;
     const int index = IndexOfTitle(bar);
     if (!IsWindow(dialog)) {
