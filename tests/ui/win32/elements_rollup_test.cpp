@@ -175,6 +175,13 @@ TEST_F(ElementsRollupTest, SwitchesTheSelectedElementWithTheSpaceBar) {
     EXPECT_FALSE(IsChecked(elementsMap, 1048));
 }
 
+TEST_F(ElementsRollupTest, SwitchesNothingWithTheSpaceBarThatSelects) {
+    OpenWith({"A", "B"});
+    Select(1);
+    WhileDown(VK_CONTROL, [this] { PressKey(List(), VK_SPACE); });
+    EXPECT_EQ(GetOf(1, "enabled"_layerParam), TRUE);
+}
+
 TEST_F(ElementsRollupTest, FollowsTheArrowKeysInItsPane) {
     OpenWith({"A", "B"});
     Select(0);
@@ -233,6 +240,15 @@ TEST_F(ElementsRollupTest, ChangesTheLayerWhoseMenuItIsThoughRowsMoveMeanwhile) 
     EXPECT_THAT(Names(), ElementsAre("B", "A"));
     EXPECT_EQ(GetOf(0, "blendingMode"_layerParam), 3);
     EXPECT_EQ(GetOf(1, "blendingMode"_layerParam), 0);
+}
+
+TEST_F(ElementsRollupTest, LeavesALayerAloneThatStandsForAnotherElementSinceItsMenuCameUp) {
+    OpenWith({"A"});
+    SetOf(0, "blendingMode"_layerParam, 3);
+    ChooseFromMenu(List(), LabelPoint(List(), 0), 1,
+                   [this] { Layer(0).SetValue("renderElement"_layerParam, 0, &Add("B")); });
+    EXPECT_EQ(CellOf(List(), 0, 0), "B");
+    EXPECT_EQ(GetOf(0, "blendingMode"_layerParam), 3);
 }
 
 TEST_F(ElementsRollupTest, HasNoMenuBelowItsRows) {
@@ -521,6 +537,15 @@ TEST_F(ElementsRollupTest, LeavesALongNameAloneWhoseFieldIsOnlyPassed) {
     SetFocus(List());
     EXPECT_EQ(std::basic_string<MCHAR>(Elements().GetRenderElement(0)->ElementName()),
               std::basic_string<MCHAR>(300, L'n'));
+}
+
+TEST_F(ElementsRollupTest, ShowsWhatALayerIsCalledWhenATypedNameIsNotTaken) {
+    OpenWith({"A"});
+    Select(0);
+    Type(Control(elementsMap, 1063), "Beauty");
+    Layer(0).SetValue("renderElement"_layerParam, 0, static_cast<ReferenceTarget*>(nullptr));
+    SetFocus(List());
+    EXPECT_EQ(TextOf(elementsMap, 1063), "<deleted>");
 }
 
 TEST_F(ElementsRollupTest, LeavesAHalfTypedNameAloneWhenItsRowsAreMadeAnew) {

@@ -127,13 +127,7 @@ class ListTest : public PanelTest {
     }
     static std::vector<std::string> ChooseFromShiftF10(HWND list, int item) {
         const auto press = [list] {
-            BYTE keys[256] = {};
-            GetKeyboardState(keys);
-            const BYTE shift = std::exchange(keys[VK_SHIFT], BYTE{0x80});
-            SetKeyboardState(keys);
-            SendMessageW(list, WM_SYSKEYDOWN, VK_F10, 1);
-            keys[VK_SHIFT] = shift;
-            SetKeyboardState(keys);
+            WhileDown(VK_SHIFT, [list] { SendMessageW(list, WM_SYSKEYDOWN, VK_F10, 1); });
         };
         return ChooseFromMenuThat(press, list, item);
     }

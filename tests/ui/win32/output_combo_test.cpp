@@ -108,13 +108,14 @@ TEST_F(OutputComboTest, ShowsAPictureForEachItem) {
 }
 
 TEST_F(OutputComboTest, DrawsInTheHostsColours) {
-    struct Look {
+    struct Painted {
         UINT state;
         int background;
         int text;
     };
-    for (const Look& look : {Look{0, 5, 8}, Look{ODS_SELECTED, 13, 8}, Look{ODS_DISABLED, 15, 16},
-                             Look{ODS_DISABLED | ODS_SELECTED, 15, 16}}) {
+    for (const Painted& look :
+         {Painted{0, 5, 8}, Painted{ODS_SELECTED, 13, 8}, Painted{ODS_DISABLED, 15, 16},
+          Painted{ODS_DISABLED | ODS_SELECTED, 15, 16}}) {
         SCOPED_TRACE(look.state);
         const Picture picture = Drawn(0, look.state, strip);
         EXPECT_EQ(picture.At(itemWidth - 1, 0), Color(look.background));
@@ -160,38 +161,50 @@ TEST_F(OutputComboTest, DoesntEraseItsBackground) {
     EXPECT_EQ(SendMessageW(combo, CB_GETCOUNT, 0, 0), 4) << "all else goes its way";
 }
 
-TEST_F(OutputComboTest, OfThePanelShowsThePicturesOfTheResources) {
+// An item as the panel's dialog draws it.
+class PanelComboTest : public OutputComboTest {
+  protected:
+    static Picture DrawnBy(HWND dialog, int control, UINT item) {
+        return PictureOf(itemWidth, itemHeight, RGB(255, 0, 255), [&](HDC dc) {
+            DRAWITEMSTRUCT draw{};
+            draw.CtlType = ODT_COMBOBOX;
+            draw.CtlID = static_cast<UINT>(control);
+            draw.itemID = item;
+            draw.hwndItem = GetDlgItem(dialog, control);
+            draw.hDC = dc;
+            draw.rcItem = {0, 0, itemWidth, itemHeight};
+            SendMessageW(dialog, WM_DRAWITEM, static_cast<WPARAM>(control),
+                         reinterpret_cast<LPARAM>(&draw));
+        });
+    }
+    static std::vector<COLORREF> PicturePart(const Picture& item) {
+        std::vector<COLORREF> pixels;
+        for (int y = 1; y < 19; ++y)
+            for (int x = 1; x < 28; ++x)
+                pixels.push_back(item.At(x, y));
+        return pixels;
+    }
+};
+
+TEST_F(PanelComboTest, ShowsThePicturesOfTheResources) {
     Open();
     for (const int control : combos) {
         const MapID map = control == 1152 ? 5 : control == 1190 ? 7 : 2;
-        HWND own = Control(map, control);
-        SendMessageW(own, CB_SETCURSEL, 0, 0);
-        const auto drawn = [&](UINT item) {
-            return PictureOf(itemWidth, itemHeight, RGB(255, 0, 255), [&](HDC dc) {
-                DRAWITEMSTRUCT draw{};
-                draw.CtlType = ODT_COMBOBOX;
-                draw.CtlID = static_cast<UINT>(control);
-                draw.itemID = item;
-                draw.hwndItem = own;
-                draw.hDC = dc;
-                draw.rcItem = {0, 0, itemWidth, itemHeight};
-                SendMessageW(Dialog(map), WM_DRAWITEM, static_cast<WPARAM>(control),
-                             reinterpret_cast<LPARAM>(&draw));
-            });
-        };
-        const Picture channels = drawn(0);
-        const Picture cutOut = drawn(1);
+        HWND dialog = Dialog(map);
+        const Picture channels = DrawnBy(dialog, control, 0);
         EXPECT_EQ(channels.Count(RGB(255, 0, 255)), 0) << control;
-        const auto left = [](const Picture& picture) {
-            std::vector<COLORREF> pixels;
-            for (int y = 1; y < 19; ++y)
-                for (int x = 1; x < 28; ++x)
-                    pixels.push_back(picture.At(x, y));
-            return pixels;
-        };
-        EXPECT_NE(left(channels), left(cutOut)) << control;
-        EXPECT_EQ(left(channels), left(drawn(3))) << control;
+        EXPECT_NE(PicturePart(channels), PicturePart(DrawnBy(dialog, control, 1))) << control;
+        EXPECT_EQ(PicturePart(channels), PicturePart(DrawnBy(dialog, control, 3))) << control;
     }
+}
+
+TEST_F(PanelComboTest, IsDrawnWhenItsEffectIsGoneToo) {
+    Open();
+    HWND dialog = Dialog(2);
+    const Picture before = DrawnBy(dialog, 1105, 0);
+    Host().effects.clear();
+    const Picture after = DrawnBy(dialog, 1105, 0);
+    EXPECT_EQ(PicturePart(after), PicturePart(before));
 }
 
 }  // namespace

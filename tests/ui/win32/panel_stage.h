@@ -162,6 +162,15 @@ class PanelTest : public EffectTest {
         SendMessageW(control, WM_KEYDOWN, key, 1);
         SendMessageW(control, WM_KEYUP, key, 1);
     }
+    static void WhileDown(BYTE key, const std::function<void()>& act) {
+        BYTE keys[256] = {};
+        GetKeyboardState(keys);
+        const BYTE former = std::exchange(keys[key], BYTE{0x80});
+        SetKeyboardState(keys);
+        act();
+        keys[key] = former;
+        SetKeyboardState(keys);
+    }
     // Into an edit field of the host's or the system's, over what is there; it has the focus then.
     static void Type(HWND edit, const std::string& text) {
         SetFocus(edit);
