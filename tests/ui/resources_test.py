@@ -262,7 +262,8 @@ def id_faults(project):
             if control.id in seen and control.id != -1:
                 faults.append(f"{template.name(control)}: the number is there twice")
             seen.add(control.id)
-            if control.hidden != ((template.id, control.id) in HIDDEN):
+            spoken = control.kind == "LTEXT" and control.id == -1
+            if not spoken and control.hidden != ((template.id, control.id) in HIDDEN):
                 faults.append(f"{template.name(control)}: hidden where it should be shown, or shown")
     return faults
 
@@ -323,23 +324,21 @@ def text_faults(project):
 
 
 def label_faults(project):
-    """Each control says what it is, by its own text or that of a label beside or in front of it; a
-    list, whose own text isn't seen, to those who have the screen read to them. The letter
-    of a label changes no setting."""
+    """Each control says what it is, by its own text or that of a label in front of it, which is
+    beside it or hidden; that, and the text of a list, is for those who have the screen read to
+    them. The letter of a label changes no setting."""
     faults = []
     for template in project.templates.values():
-        dialog = template.id in CAPTIONS
         for before, control in zip([None] + template.controls, template.controls):
             if control.kind == "WC_LISTVIEW" and not control.text:
                 faults.append(f"{template.name(control)}: no name")
             if control.kind == "AUTORADIOBUTTON" and before.kind in LABELS and "&" in before.text:
                 # It takes the keyboard, and with it the choice.
                 faults.append(f"{template.name(control)}: chosen by the letter of its label")
-            # The combos of a dialog stand under a check box or alone in a frame.
-            if dialog or control.kind not in ("CustEdit", "COMBOBOX"):
+            if control.kind not in ("CustEdit", "COMBOBOX", "LISTBOX"):
                 continue
             if not (before and before.text and before.top < control.bottom
-                    and control.top < before.bottom) and control.id != 1062:
+                    and control.top < before.bottom):
                 faults.append(f"{template.name(control)}: no label in front of it")
         letters = [letter.lower() for control in template.controls
                    for letter in re.findall(r"&(\w)", control.text)]
@@ -538,6 +537,9 @@ BREAKS = {
          ['123: 1109 "": owner-drawn or not']),
     "a list that can't be edited":
         ("script", " | LVS_EDITLABELS", "", ['4714: 1043 "Render Elements": label editing or not']),
+    "a control that nobody names to those who don't see it":
+        ("script", '    LTEXT "Objects:", -1, 8, 180, 136, 8, NOT WS_VISIBLE\n', "",
+         ['123: 1094 "": no label in front of it']),
     "a control without the tab key":
         ("script", '"Files...", IDC_FILES, "CustButton", WS_TABSTOP,',
          '"Files...", IDC_FILES, "CustButton", 0,',

@@ -162,6 +162,7 @@ void MainRollup::Command(int control, int code) {
         case IDC_FILES:
             if (code == BN_CLICKED) ChooseFile(Effect(), Dialog());
             if (code == BN_RIGHTCLICK) {
+                if (IsNameTyped()) TakeFileName();
                 if (const std::optional<MSTR> file = RenderedFile(Effect())) OpenFile(*file);
             }
             return;

@@ -370,6 +370,14 @@ TEST_F(MainRollup, ARightClickOnFilesOpensTheRendersDocument) {
     EXPECT_THAT(asked, IsEmpty());
 }
 
+TEST_F(MainRollup, ARightClickOnFilesOpensTheNameThatIsBeingTyped) {
+    Set("matchRenderOutputFilename"_param, FALSE);
+    Open();
+    Type(Main(IDC_FILE_NAME), "C:\\r\\typed.psd");
+    RightClick(Main(IDC_FILES));
+    EXPECT_THAT(openedFiles, ElementsAre("C:\\r\\typed.psd"));
+}
+
 TEST_F(MainRollup, ANewEffectAsksForItsFileTenMillisecondsLaterAndOnce) {
     effect->dataVersion = 256;
     AnswerFileDialogs("");
