@@ -142,6 +142,8 @@ class ParamBlock final : public IParamBlock2 {
         int tabIndex;
     };
     enum class Shape { Kept, Changed };
+    // In place of an entry's index: the change is one of the table's shape or order.
+    static constexpr int WHOLE_TABLE = -1;
 
     void SetReference(int which, RefTargetHandle target) override;
 

@@ -26,9 +26,9 @@ void ParamBlock::SetCount(ParamID id, int count) {
         parameter->entries.resize(static_cast<std::size_t>(count), Empty(parameter->kind));
     }
     const int first = std::min(old, count);
-    PutUndo(*parameter, first, Shape::Changed, std::move(before));
+    PutUndo(*parameter, WHOLE_TABLE, Shape::Changed, std::move(before));
     TellTableChanged(*parameter, tab_setcount, first, std::abs(count - old));
-    TellChanged(*parameter, first, FOREVER, PART_ALL, REFMSG_CHANGE);
+    TellChanged(*parameter, WHOLE_TABLE, FOREVER, PART_ALL, REFMSG_CHANGE);
 }
 
 int ParamBlock::Append(ParamID id, int count, ReferenceTarget** values, int /*allocN*/) {
@@ -101,9 +101,9 @@ int ParamBlock::InsertValues(Parameter& parameter, int at, const std::vector<PB2
             return -1;
         }
     }
-    PutUndo(parameter, at, Shape::Changed, std::move(before));
+    PutUndo(parameter, WHOLE_TABLE, Shape::Changed, std::move(before));
     TellTableChanged(parameter, code, at, count);
-    TellChanged(parameter, at, FOREVER, PART_ALL, REFMSG_CHANGE);
+    TellChanged(parameter, WHOLE_TABLE, FOREVER, PART_ALL, REFMSG_CHANGE);
     return at;
 }
 
@@ -115,9 +115,9 @@ int ParamBlock::Delete(ParamID id, int start, int num) {
     const int count = std::min(num, Count(id) - start);
     std::optional<HeldValues> before = TableIfHolding(*parameter);
     RemoveEntries(*parameter, start, count);
-    PutUndo(*parameter, start, Shape::Changed, std::move(before));
+    PutUndo(*parameter, WHOLE_TABLE, Shape::Changed, std::move(before));
     TellTableChanged(*parameter, tab_delete, start, count);
-    TellChanged(*parameter, start, FOREVER, PART_ALL, REFMSG_CHANGE);
+    TellChanged(*parameter, WHOLE_TABLE, FOREVER, PART_ALL, REFMSG_CHANGE);
     return Count(id);
 }
 
@@ -148,9 +148,9 @@ void ParamBlock::Sort(ParamID id, CompareFnc compare) {
     std::optional<HeldValues> unsorted = TableIfHolding(*parameter);
     // The same targets in another order: nobody's list of dependents changes.
     std::copy(targets.begin(), targets.end(), parameter->entries.begin());
-    PutUndo(*parameter, 0, Shape::Changed, std::move(unsorted));
+    PutUndo(*parameter, WHOLE_TABLE, Shape::Changed, std::move(unsorted));
     TellTableChanged(*parameter, tab_sort, 0, Count(id));
-    TellChanged(*parameter, 0, FOREVER, PART_ALL, REFMSG_CHANGE);
+    TellChanged(*parameter, WHOLE_TABLE, FOREVER, PART_ALL, REFMSG_CHANGE);
 }
 
 }  // namespace host

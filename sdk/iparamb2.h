@@ -199,8 +199,8 @@ class IParamBlock2 : public ReferenceTarget {
     // like strcmp. Stable.
     virtual void Sort(ParamID id, CompareFnc compare) = 0;
 
-    // Inside NotifyRefChanged: the parameter that changed, and its table index (-1 for no table).
-    // -1 outside.
+    // Inside NotifyRefChanged: the parameter that changed, and of a table the index of the entry
+    // that did, or -1 when it wasn't one entry alone. -1 for both outside.
     virtual ParamID LastNotifyParamID(int& tabIndex) = 0;
 
     // While they are off a change is told to nobody. On at first; calls aren't counted.

@@ -156,14 +156,15 @@ void ParameterMap::UpdateUI(TimeValue) {
         binding.control->Show(*block);
 }
 
-void ParameterMap::Invalidate(ParamID id, int /*tabIndex*/) {
+void ParameterMap::Invalidate(ParamID id, int tabIndex) {
     IParamBlock2* block = GetParamBlock();
     const int index = desc_.IDtoIndex(id);
     if (!block || index < 0) return;
     const ParamDef& changed = desc_.GetParamDefByIndex(index);
     for (Binding& binding : bindings_) {
         const ParamID bound = binding.control->Def().ID;
-        if (bound == id) binding.control->Show(*block);
+        if (bound == id && tabIndex < 0) binding.control->Show(*block);
+        if (bound == id && tabIndex >= 0) binding.control->ShowEntry(*block, tabIndex);
         if (EnabledBy(changed, bound)) ShowEnabling(binding);
     }
 }

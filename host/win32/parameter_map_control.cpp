@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <limits>
-#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -255,42 +255,64 @@ class NodeListBox final : public ParameterMapControl {
 
     // Rows that stay as they are keep their selection.
     void Show(IParamBlock2& block) override {
-        const std::vector<MSTR> wanted = Names(block);
-        const auto [shownEnd, wantedEnd] =
-            std::mismatch(shown_.begin(), shown_.end(), wanted.begin(), wanted.end());
-        const auto start = shownEnd - shown_.begin();
-        auto oldEnd = static_cast<std::ptrdiff_t>(shown_.size());
-        auto newEnd = static_cast<std::ptrdiff_t>(wanted.size());
+        const int count = block.Count(Def().ID);
+        int start = 0;
+        while (start < count && start < Rows() && ShowsEntry(start, Entry(block, start)))
+            ++start;
+        int oldEnd = Rows();
+        int newEnd = count;
         while (oldEnd > start && newEnd > start &&
-               shown_[Index(oldEnd - 1)] == wanted[Index(newEnd - 1)]) {
+               ShowsEntry(oldEnd - 1, Entry(block, newEnd - 1))) {
             --oldEnd;
             --newEnd;
         }
-        for (auto row = oldEnd; row > start; --row)
-            SendMessageW(control_, LB_DELETESTRING, Index(row - 1), 0);
-        for (auto row = start; row < newEnd; ++row) {
-            SendMessageW(control_, LB_INSERTSTRING, Index(row),
-                         reinterpret_cast<LPARAM>(wanted[Index(row)].data()));
+        for (int row = oldEnd; row-- > start;)
+            SendMessageW(control_, LB_DELETESTRING, Index(row), 0);
+        shown_.erase(shown_.begin() + start, shown_.begin() + oldEnd);
+        std::vector<Row> added;
+        for (int row = start; row < newEnd; ++row)
+            added.push_back(Added(row, Entry(block, row)));
+        shown_.insert(shown_.begin() + start, added.begin(), added.end());
+    }
+    void ShowEntry(IParamBlock2& block, int entry) override {
+        INode* node = entry < block.Count(Def().ID) ? Entry(block, entry) : nullptr;
+        // A node that has got another name may be in other rows too.
+        if (block.Count(Def().ID) != Rows() || entry >= Rows() ||
+            shown_[Index(entry)].node == node) {
+            Show(block);
+            return;
         }
-        shown_ = wanted;
+        SendMessageW(control_, LB_DELETESTRING, Index(entry), 0);
+        shown_[Index(entry)] = Added(entry, node);
     }
     void Enable(bool on) override { EnableControl(control_, on); }
     void Take(UINT, WPARAM, IParamBlock2&) override {}
 
   private:
-    static std::size_t Index(std::ptrdiff_t row) { return static_cast<std::size_t>(row); }
-    std::vector<MSTR> Names(IParamBlock2& block) const {
-        const TimeValue now = GetCOREInterface()->GetTime();
-        std::vector<MSTR> names;
-        for (int entry = 0; entry < block.Count(Def().ID); ++entry) {
-            INode* node = block.GetINode(Def().ID, now, entry);
-            names.emplace_back(node ? node->GetName() : _M("<deleted>"));
-        }
-        return names;
+    struct Row {
+        // To compare with: it may be destroyed.
+        const INode* node;
+        MSTR name;
+    };
+
+    static std::size_t Index(int row) { return static_cast<std::size_t>(row); }
+    static const MCHAR* NameOf(INode* node) { return node ? node->GetName() : _M("<deleted>"); }
+    INode* Entry(IParamBlock2& block, int entry) const {
+        return block.GetINode(Def().ID, GetCOREInterface()->GetTime(), entry);
+    }
+    int Rows() const { return static_cast<int>(shown_.size()); }
+    bool ShowsEntry(int row, INode* node) const {
+        const Row& shown = shown_[Index(row)];
+        return shown.node == node && std::wstring_view(shown.name.data()) == NameOf(node);
+    }
+    Row Added(int row, INode* node) {
+        MSTR name(NameOf(node));
+        SendMessageW(control_, LB_INSERTSTRING, Index(row), reinterpret_cast<LPARAM>(name.data()));
+        return {node, std::move(name)};
     }
 
     HWND control_;
-    std::vector<MSTR> shown_;
+    std::vector<Row> shown_;
 };
 
 std::unique_ptr<ParameterMapControl> BindRadioGroup(HWND dialog, const ParamDef& def) {

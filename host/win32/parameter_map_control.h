@@ -20,6 +20,8 @@ class ParameterMapControl {
 
     const ParamDef& Def() const { return def_; }
     virtual void Show(IParamBlock2& block) = 0;
+    // Of a table that entry alone has changed since it was shown.
+    virtual void ShowEntry(IParamBlock2& block, int /*entry*/) { Show(block); }
     // Not more than once with the same argument.
     virtual void Enable(bool on) = 0;
     // A message of a control of the dialog to the dialog: if it tells of the user's change of this

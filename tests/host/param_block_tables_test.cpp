@@ -60,9 +60,9 @@ TEST_F(ParamBlockTables, AppendAddsAtTheEnd) {
     EXPECT_THAT(accessor.changes, ElementsAre(TabChange{tab_append, SAMPLE_TARGETS, 0, 2},
                                               TabChange{tab_append, SAMPLE_TARGETS, 2, 1},
                                               TabChange{tab_append, SAMPLE_STRINGS, 0, 2}));
-    EXPECT_THAT(owner.changes,
-                ElementsAre(ParameterChange{SAMPLE_TARGETS, 0}, ParameterChange{SAMPLE_TARGETS, 2},
-                            ParameterChange{SAMPLE_STRINGS, 0}));
+    EXPECT_THAT(owner.changes, ElementsAre(ParameterChange{SAMPLE_TARGETS, -1},
+                                           ParameterChange{SAMPLE_TARGETS, -1},
+                                           ParameterChange{SAMPLE_STRINGS, -1}));
 }
 
 TEST_F(ParamBlockTables, AppendWithoutValuesAddsEmptyEntries) {
@@ -118,8 +118,8 @@ TEST_F(ParamBlockTables, DeleteTakesEntriesAway) {
     EXPECT_THAT(Texts(), ElementsAre(MSTR(_M("x"))));
     EXPECT_THAT(accessor.changes, ElementsAre(TabChange{tab_delete, SAMPLE_TARGETS, 1, 1},
                                               TabChange{tab_delete, SAMPLE_STRINGS, 1, 2}));
-    EXPECT_THAT(owner.changes, ElementsAre(ParameterChange{SAMPLE_TARGETS, 1},
-                                           ParameterChange{SAMPLE_STRINGS, 1}));
+    EXPECT_THAT(owner.changes, ElementsAre(ParameterChange{SAMPLE_TARGETS, -1},
+                                           ParameterChange{SAMPLE_STRINGS, -1}));
 }
 
 TEST_F(ParamBlockTables, DeleteOfWhatIsNotThereFails) {
@@ -171,7 +171,7 @@ TEST_F(ParamBlockTables, SortOrdersTheEntriesAndKeepsEqualOnes) {
     Block().Sort(SAMPLE_TARGETS, CompareRooms);
     EXPECT_THAT(Targets(), ElementsAre(&small, &equal, &large, nullptr));
     EXPECT_THAT(accessor.changes, ElementsAre(TabChange{tab_sort, SAMPLE_TARGETS, 0, 4}));
-    EXPECT_THAT(owner.changes, ElementsAre(ParameterChange{SAMPLE_TARGETS, 0}));
+    EXPECT_THAT(owner.changes, ElementsAre(ParameterChange{SAMPLE_TARGETS, -1}));
 }
 
 TEST_F(ParamBlockTables, WhatIsNoTableOfTargetsIsNotSorted) {

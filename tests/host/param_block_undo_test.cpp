@@ -174,6 +174,7 @@ TEST_F(ParamBlockUndo, ASortIsTakenBack) {
     Undo();
     EXPECT_THAT(Targets(), ElementsAre(&large, &a));
     EXPECT_THAT(accessor.changes, ElementsAre(TabChange{tab_sort, SAMPLE_TARGETS, 0, 2}));
+    EXPECT_THAT(owner->changes, ElementsAre(ParameterChange{SAMPLE_TARGETS, -1}));
 }
 
 TEST_F(ParamBlockUndo, TextTablesGetTheirTextsBack) {

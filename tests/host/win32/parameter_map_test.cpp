@@ -401,6 +401,48 @@ TEST_F(ParameterMap, AListOfNodesFollowsItsTable) {
     EXPECT_THAT(Rows(map), IsEmpty());
 }
 
+TEST_F(ParameterMap, AListOfNodesFollowsEachEntryAndTheOrderOfItsTable) {
+    host::Scene& scene = host::App().scene;
+    std::vector<ReferenceTarget*> nodes;
+    for (const MCHAR* name : {_M("Box"), _M("Cone"), _M("Box"), _M("Vase")})
+        nodes.push_back(&scene.AddNode(MSTR(name)));
+    Block().Append(PANEL_NODES, 3, nodes.data());
+    host::ParameterMap& map = Open(1);
+    HWND list = Control(map, SAMPLE_ID_NODES);
+    SendMessageW(list, LB_SETSEL, TRUE, 0);
+    SendMessageW(list, LB_SETSEL, TRUE, 2);
+
+    theHold.Begin();
+    Block().SetValue(PANEL_NODES, 0, nodes[3], 1);
+    theHold.Accept(_M("other"));
+    EXPECT_THAT(Rows(map), ElementsAre(L"Box", L"Vase", L"Box"));
+    EXPECT_GT(SendMessageW(list, LB_GETSEL, 0, 0), 0);
+    EXPECT_EQ(SendMessageW(list, LB_GETSEL, 1, 0), 0);
+    host::App().undo.Undo();
+    EXPECT_THAT(Rows(map), ElementsAre(L"Box", L"Cone", L"Box"));
+
+    // A node that is in two rows.
+    Block().SetValue(PANEL_NODES, 0, nodes[0], 1);
+    static_cast<host::Node*>(nodes[0])->SetName(MSTR(_M("Renamed")));
+    EXPECT_THAT(Rows(map), ElementsAre(L"Renamed", L"Renamed", L"Box"));
+
+    Block().Sort(PANEL_NODES, [](const void* left, const void* right) {
+        auto name = [](const void* entry) {
+            return MSTR(
+                static_cast<INode*>(*static_cast<ReferenceTarget* const*>(entry))->GetName());
+        };
+        return std::wcscmp(name(left).data(), name(right).data());
+    });
+    EXPECT_THAT(Rows(map), ElementsAre(L"Box", L"Renamed", L"Renamed"));
+
+    // What wasn't told, and one that is.
+    Block().EnableNotifications(FALSE);
+    Block().Append(PANEL_NODES, 1, &nodes[3]);
+    Block().EnableNotifications(TRUE);
+    Block().SetValue(PANEL_NODES, 0, nodes[1], 0);
+    EXPECT_THAT(Rows(map), ElementsAre(L"Cone", L"Renamed", L"Renamed", L"Vase"));
+}
+
 TEST_F(ParameterMap, AParameterDisablesTheControlsOfOthersInWhicheverRollup) {
     host::ParameterMap& map = Open(0);
     host::ParameterMap& more = Open(1);
