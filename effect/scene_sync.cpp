@@ -3,35 +3,19 @@
 #include <INamedSelectionSetManager.h>
 #include <iparamb2.h>
 
-#include <string>
-#include <unordered_set>
 #include <vector>
 
+#include "effect/selection_set_list.h"
 #include "effect/undo_step.h"
 #include "plugin/parameters.h"
 
 namespace effect {
-namespace {
-
-using SetName = std::basic_string<MCHAR>;
-
-std::unordered_set<SetName> NamesInScene(INamedSelectionSetManager& sets) {
-    std::unordered_set<SetName> names;
-    const int count = sets.GetNumNamedSelSets();
-    for (int i = 0; i < count; ++i) {
-        MSTR name;
-        if (sets.GetNamedSelSetName(i, name)) names.emplace(name.data());
-    }
-    return names;
-}
-
-}  // namespace
 
 void SyncSelectionSets(IParamBlock2& pblock) {
     constexpr ParamID list = "namedSelectionSetsList"_param;
-    INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
-    if (!sets) return;
-    const std::unordered_set<SetName> inScene = NamesInScene(*sets);
+    if (!INamedSelectionSetManager::GetInstance()) return;
+    const std::vector<SetName> sets = SelectionSetsOfScene();
+    const SetNames inScene(sets.begin(), sets.end());
     // From the last to the first, so that each index still holds when its turn comes.
     std::vector<int> gone;
     for (int i = pblock.Count(list) - 1; i >= 0; --i) {

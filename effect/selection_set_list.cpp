@@ -26,6 +26,17 @@ void AddSet(IParamBlock2& pblock, const MSTR& name) {
 
 }  // namespace
 
+std::vector<SetName> SelectionSetsOfScene() {
+    std::vector<SetName> names;
+    INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
+    const int count = sets ? sets->GetNumNamedSelSets() : 0;
+    for (int i = 0; i < count; ++i) {
+        MSTR name;
+        if (sets->GetNamedSelSetName(i, name)) names.emplace_back(name.data());
+    }
+    return names;
+}
+
 SetNames ListedSelectionSets(IParamBlock2& pblock) {
     SetNames names;
     const int count = pblock.Count(setsThatAreOn);
@@ -40,12 +51,8 @@ bool IsSelectionSetOn(const SetNames& listed, const MSTR& name) {
 
 void SwitchAllSelectionSetsOn(IParamBlock2& pblock) {
     if (newSetIsOn != listedIsOn) return;
-    INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
-    const int count = sets ? sets->GetNumNamedSelSets() : 0;
-    for (int i = 0; i < count; ++i) {
-        MSTR name;
-        if (sets->GetNamedSelSetName(i, name)) AddSet(pblock, name);
-    }
+    for (const SetName& name : SelectionSetsOfScene())
+        AddSet(pblock, MSTR(name));
 }
 
 void SelectionSetCreated(IParamBlock2& pblock, const MSTR& name) {

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 class IParamBlock2;
 
@@ -14,7 +15,12 @@ namespace effect {
 constexpr bool listedIsOn = true;
 constexpr bool newSetIsOn = true;
 
-using SetNames = std::unordered_set<std::basic_string<MCHAR>>;
+using SetName = std::basic_string<MCHAR>;
+using SetNames = std::unordered_set<SetName>;
+
+// In the scene's order; a name may be there twice.
+std::vector<SetName> SelectionSetsOfScene();
+
 SetNames ListedSelectionSets(IParamBlock2& pblock);
 // Names are compared as a whole and by case.
 bool IsSelectionSetOn(const SetNames& listed, const MSTR& name);

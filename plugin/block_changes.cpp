@@ -16,7 +16,7 @@ EffectPanel* openPanel = nullptr;
 // The panel may close while it asks the user, so each action looks for it again.
 template <void (EffectPanel::*show)()>
 void Show(effect::PSDOutput& effect) {
-    if (openPanel && openPanel->Shows(effect)) (openPanel->*show)();
+    if (EffectPanel* panel = PanelOf(effect)) (panel->*show)();
 }
 
 void InvalidateUI(const effect::PSDOutput& effect, ParamID id) {
@@ -38,6 +38,11 @@ void SyncWhenSorted(effect::PSDOutput& effect) {
     effect::SyncRenderElements(effect, effect::PSDOutput::productionLayers);
 }
 
+// A list that an undo or a redo brings may lack the layers of elements that came since.
+void SyncAfterRestore(effect::PSDOutput& effect) {
+    if (theHold.RestoreOrRedoing()) Show<&EffectPanel::NoteElementChange>(effect);
+}
+
 struct Consequence {
     ParamID id;
     void (*action)(effect::PSDOutput&);
@@ -52,6 +57,7 @@ constexpr Consequence consequences[] = {
     {"fileFormat"_param, Show<&EffectPanel::UpdateFileNameField>},
     {"fileFormat"_param, Show<&EffectPanel::UpdateFormatEnabling>},
     {"layersProduction"_param, Show<&EffectPanel::RedrawRenderElements>},
+    {"layersProduction"_param, SyncAfterRestore},
     {"layersSecondary"_param, Show<&EffectPanel::RedrawRenderElements>},
     {"renderSetting"_param, Show<&EffectPanel::UpdateLayerControls>},
     {"outputNodeIDs"_param, Show<&EffectPanel::RefreshObjectIDControls>},
@@ -107,6 +113,10 @@ void PanelClosed(const EffectPanel& panel) {
 
 EffectPanel* OpenPanel() {
     return openPanel;
+}
+
+EffectPanel* PanelOf(const effect::PSDOutput& effect) {
+    return openPanel && openPanel->Shows(effect) ? openPanel : nullptr;
 }
 
 void ParameterChanged(effect::PSDOutput& effect, ParamID id) {

@@ -60,6 +60,8 @@ void PanelOpened(EffectPanel& panel);
 void PanelClosed(const EffectPanel& panel);
 // Null when none is.
 EffectPanel* OpenPanel();
+// Null, too, when it shows another effect.
+EffectPanel* PanelOf(const effect::PSDOutput& effect);
 
 // Without an open panel that shows the effect only that happens which needs none: the list of
 // render elements is brought up to date when it is to be kept sorted from now on. Then the host

@@ -139,13 +139,13 @@ void PSDOutputPBAccessor::TabChanged(tab_changes changeCode, Tab<PB2Value>*, Ref
         case tab_delete:
         case tab_setcount:
         case tab_sort:
-            if (EffectPanel* panel = OpenPanel()) panel->RedrawRenderElements();
+            if (EffectPanel* panel = PanelOf(*output)) panel->RedrawRenderElements();
             break;
         case tab_ref_deleted:
             // The first entry stays behind as a null, which every reader of the list copes with.
             if (tabIndex < 1) break;
             output->pblock->Delete(id, tabIndex, 1);
-            if (EffectPanel* panel = OpenPanel()) panel->RefreshRenderElementRows();
+            if (EffectPanel* panel = PanelOf(*output)) panel->RefreshRenderElementRows();
             break;
         default:
             break;

@@ -32,7 +32,7 @@ void ToggleSetting(IParamBlock2& settings, ParamID id) {
 bool ClickElement(const effect::PSDOutput& effect, const RowHit& hit) {
     const effect::PSDOutputLayer* layer = LayerOfRow(effect, hit.row);
     if (!layer) return false;
-    if (hit.column == elementNameColumn && (hit.flags & onCheckBox)) {
+    if (hit.column == elementNameColumn && hit.flags == onCheckBox) {
         ToggleSetting(*layer->pblock, "enabled"_layerParam);
         return true;
     }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "effect/color_decisions.h"
 #include "effect/psd_output.h"
@@ -142,11 +143,14 @@ LayerControls UpdateLayerControls(const effect::PSDOutput& effect, int row, int 
         shown.controls.push_back(
             {each.control, is[each.need], withArrows || !isArrow, CheckedBy(layer, each.control)});
     }
-    if (layer) {
-        shown.name = layer->ElementName();
-        shown.blendingMode = layer->pblock->GetInt("blendingMode"_layerParam);
-    }
+    if (layer) shown.name = layer->ElementName();
+    shown.blendingMode = BlendModeOfRow(effect, row);
     return shown;
+}
+
+int BlendModeOfRow(const effect::PSDOutput& effect, int row) {
+    const effect::PSDOutputLayer* layer = LayerOfRow(effect, row);
+    return layer ? layer->pblock->GetInt("blendingMode"_layerParam) : -1;
 }
 
 bool ClickLayerControl(const effect::PSDOutput& effect, int row, int control, bool checked) {
@@ -167,12 +171,16 @@ bool RenameElement(const effect::PSDOutput& effect, int row, const MCHAR* name) 
     const effect::PSDOutputLayer* layer = LayerOfRow(effect, row);
     IRenderElement* element = layer ? layer->Element() : nullptr;
     if (!element || !name) return false;
-    const std::basic_string<MCHAR> typed(name);
-    const MSTR taken(typed.substr(0, longestName));
-    const MSTR present(element->ElementName());
-    if (present == MSTR(typed) || present == taken) return false;
-    element->SetElementName(taken.data());
+    if (std::basic_string_view<MCHAR>(element->ElementName()) == name) return false;
+    element->SetElementName(name);
     return true;
+}
+
+bool TakeTypedElementName(const effect::PSDOutput& effect, int row, const MSTR& typed) {
+    const effect::PSDOutputLayer* layer = LayerOfRow(effect, row);
+    if (layer && layer->ElementName() == typed) return false;
+    const std::basic_string<MCHAR> name(typed.data());
+    return RenameElement(effect, row, name.substr(0, longestName).c_str());
 }
 
 }  // namespace ui

@@ -33,14 +33,19 @@ struct LayerControls {
 // With `row` of the list of render elements selected (-1 for none) out of `rows`.
 LayerControls UpdateLayerControls(const effect::PSDOutput& effect, int row, int rows);
 
+// What the combo shows of that row.
+int BlendModeOfRow(const effect::PSDOutput& effect, int row);
+
 // What the user does. Each does nothing, and answers false, for a row without a layer.
 
 // A click on a check box, which is `checked` from now on, or on a radio. False for other controls.
 bool ClickLayerControl(const effect::PSDOutput& effect, int row, int control, bool checked);
 // Item data of the combo's selection; below 0 without one, which changes nothing.
 bool ChooseBlendMode(const effect::PSDOutput& effect, int row, int mode);
-// Of a longer name the first 255 units are taken. Null, and the name that the element has, change
-// nothing: whoever leaves the field without typing doesn't touch the scene.
+// Null, and the name that the element has, change nothing.
 bool RenameElement(const effect::PSDOutput& effect, int row, const MCHAR* name);
+// From the field, of which the first 255 units are taken. Whoever leaves the field without typing
+// doesn't touch the scene, however long the name is.
+bool TakeTypedElementName(const effect::PSDOutput& effect, int row, const MSTR& typed);
 
 }  // namespace ui

@@ -13,6 +13,10 @@ struct MenuItem {
     MSTR text;
 };
 
+// Of the menus that switch all rows of a list.
+constexpr int enableAllItem = 1;
+constexpr int disableAllItem = 2;
+
 // Each list has a menu of two.
 using RowMenu = std::array<MenuItem, 2>;
 

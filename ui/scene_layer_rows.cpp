@@ -140,6 +140,7 @@ RefTargetHandle SceneLayerRows::GetReference(int which) {
 }
 
 void SceneLayerRows::SetReference(int which, RefTargetHandle target) {
+    if (which < 0 || which >= Count()) return;
     rows_[static_cast<std::size_t>(which)].layer = static_cast<ILayer*>(target);
 }
 

@@ -70,9 +70,7 @@ class SceneLayerRows final : public ReferenceMaker {
     std::vector<Row> rows_;
 };
 
-// The context menu of all rows, by the ids of its items.
-constexpr int enableAllItem = 1;
-constexpr int disableAllItem = 2;
+// The context menu of all rows: enableAllItem and disableAllItem.
 RowMenu SceneLayerMenu();
 // Switches all layers of the scene, as one step that the user can undo; any other id does nothing.
 // `redraw` is called after each layer that changes.

@@ -10,7 +10,6 @@
 #include "plugin/parameters.h"
 #include "plugin/string_table.h"
 #include "ui/list_views.h"
-#include "ui/scene_layer_rows.h"
 
 namespace ui {
 namespace {
@@ -23,19 +22,15 @@ constexpr int disableAllText = 58;
 // Pixels.
 constexpr int checkColumnWidth = 20;
 
+using effect::SetName;
 using effect::SetNames;
-using SetName = SetNames::value_type;
 
 // In the scene's order, each once.
 std::vector<SetName> NamesOfScene() {
     std::vector<SetName> names;
     SetNames met;
-    INamedSelectionSetManager* sets = INamedSelectionSetManager::GetInstance();
-    const int count = sets ? sets->GetNumNamedSelSets() : 0;
-    for (int i = 0; i < count; ++i) {
-        MSTR name;
-        if (!sets->GetNamedSelSetName(i, name) || !met.emplace(name.data()).second) continue;
-        names.emplace_back(name.data());
+    for (const SetName& name : effect::SelectionSetsOfScene()) {
+        if (met.insert(name).second) names.push_back(name);
     }
     return names;
 }

@@ -4,6 +4,7 @@
 #include <strclass.h>
 
 #include <functional>
+
 #include "effect/selection_set_list.h"
 #include "ui/menu_item.h"
 

@@ -84,12 +84,13 @@ BOOL CALLBACK TellColorChange(HWND child, LPARAM) {
     return TRUE;
 }
 
-// A menu is open, or a window is dragged.
-bool IsInModalLoop() {
+// A menu is open, a window is dragged, or the mouse is held on a control.
+bool IsUserAtWork() {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     constexpr DWORD loops = GUI_INMENUMODE | GUI_INMOVESIZE | GUI_POPUPMENUMODE;
-    return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & loops) != 0;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &info) &&
+           ((info.flags & loops) != 0 || info.hwndCapture);
 }
 
 }  // namespace
@@ -230,8 +231,13 @@ void PanelWindow::FocusControl() {
 void PanelWindow::GiveText() {
     HWND focus = GetFocus();
     if (!focus || !IsChild(rollups, focus)) return;
+    HWND around = GetParent(focus);
     SetFocus(rollups);
-    if (IsWindow(focus) && IsWindowVisible(focus) && IsWindowEnabled(focus)) SetFocus(focus);
+    // The field of a row's name goes with the focus.
+    HWND control = IsWindow(focus) ? focus : around;
+    if (IsWindow(control) && IsWindowVisible(control) && IsWindowEnabled(control)) {
+        SetFocus(control);
+    }
 }
 
 void PanelWindow::ShowTitle() {
@@ -394,7 +400,7 @@ void PanelWindow::FollowRender() {
         return;
     }
     // What has ended can wait for the user to end what he does.
-    if (IsWindowEnabled(window) && !IsInModalLoop()) EndRender();
+    if (IsWindowEnabled(window) && !IsUserAtWork()) EndRender();
 }
 
 void PanelWindow::EndRender() {
@@ -415,6 +421,8 @@ void PanelWindow::EndRender() {
 }
 
 void PanelWindow::OnCommand(int command) {
+    // What the system makes of keys that nobody wants.
+    if (command == IDOK || command == IDCANCEL) return;
     GiveText();
     switch (command) {
         case PanelItem::newScene:
@@ -574,6 +582,7 @@ int PanelWindow::Run() {
         if (host::EndPickMode(message)) continue;
         const bool isEdits = !host::AcceleratorsEnabled() && IsKeyOfEdits(message);
         if (!isEdits && window && TranslateAcceleratorW(window, keys, &message)) continue;
+        if (host::ScrollByWheel(message)) continue;
         if (window && IsDialogMessageW(window, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -164,6 +164,12 @@ void ButtonControl::MouseMove(LPARAM lParam) {
 }
 
 LRESULT ButtonControl::Key(UINT message, WPARAM key, LPARAM lParam) {
+    if (key == VK_RETURN && message == WM_KEYDOWN && press_ == ButtonPress::None) {
+        if (!(lParam & REPEATED_KEY) && Enabled()) {
+            Click();
+        }
+        return 0;
+    }
     if (key != VK_SPACE) {
         if (message == WM_KEYDOWN && press_ == ButtonPress::Space) {
             EndPress();
@@ -183,9 +189,11 @@ LRESULT ButtonControl::Key(UINT message, WPARAM key, LPARAM lParam) {
 LRESULT ButtonControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_GETDLGCODE:
-            return DLGC_BUTTON | (type_ == CBT_CHECK ? 0
-                                  : isDefault_       ? DLGC_DEFPUSHBUTTON
-                                                     : DLGC_UNDEFPUSHBUTTON);
+            // The enter key presses this button, whatever dialog's default button there is.
+            return DLGC_BUTTON | (wParam == VK_RETURN ? DLGC_WANTMESSAGE : 0) |
+                   (type_ == CBT_CHECK ? 0
+                    : isDefault_       ? DLGC_DEFPUSHBUTTON
+                                       : DLGC_UNDEFPUSHBUTTON);
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
             MouseDown(ButtonPress::Left);

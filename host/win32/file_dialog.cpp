@@ -44,6 +44,25 @@ int FilterOf(const MSTR& fileName, const FilterList& filters) {
     return 0;
 }
 
+MSTR WithExtension(const MSTR& fileName, int filter, int formerFilter, const FilterList& filters) {
+    std::filesystem::path path(fileName.data());
+    const std::wstring extension = path.extension().wstring();
+    const auto isOf = [&](int other) {
+        return _wcsicmp(ExtensionOf(filters.Pattern(other)).data(), extension.c_str()) == 0;
+    };
+    bool known = false;
+    for (int other = 0; !extension.empty() && other < filters.Count(); ++other)
+        known = known || isOf(other);
+    const MSTR wanted = ExtensionOf(filters.Pattern(filter));
+    if (wanted.isNull()) return fileName;
+    if (!known) {
+        path += wanted.data();
+    } else if (filter != formerFilter && isOf(formerFilter)) {
+        path.replace_extension(wanted.data());
+    }
+    return MSTR(path.wstring());
+}
+
 std::optional<MSTR> AskSaveFileName(const FileDialog& dialog) {
     const std::filesystem::path start(dialog.fileName.data());
     std::wstring folder = start.parent_path().wstring();
@@ -72,12 +91,10 @@ std::optional<MSTR> AskSaveFileName(const FileDialog& dialog) {
         chosen = GetSaveFileNameW(&asked);
     }
     if (!chosen) return std::nullopt;
-    std::filesystem::path answer(path.data());
-    if (!answer.has_extension() && asked.nFilterIndex > 0) {
-        const auto filter = static_cast<int>(asked.nFilterIndex) - 1;
-        answer += ExtensionOf(dialog.filters.Pattern(filter)).data();
-    }
-    return MSTR(answer.wstring());
+    const MSTR answer(path.data());
+    if (asked.nFilterIndex == 0) return answer;
+    return WithExtension(answer, static_cast<int>(asked.nFilterIndex) - 1,
+                         FilterOf(dialog.fileName, dialog.filters), dialog.filters);
 }
 
 }  // namespace host

@@ -266,6 +266,8 @@ class NodeListBox final : public ParameterMapControl {
             --oldEnd;
             --newEnd;
         }
+        if (start == oldEnd && start == newEnd) return;
+        StopDrawing();
         for (int row = oldEnd; row-- > start;)
             SendMessageW(control_, LB_DELETESTRING, Index(row), 0);
         shown_.erase(shown_.begin() + start, shown_.begin() + oldEnd);
@@ -273,6 +275,7 @@ class NodeListBox final : public ParameterMapControl {
         for (int row = start; row < newEnd; ++row)
             added.push_back(Added(row, Entry(block, row)));
         shown_.insert(shown_.begin() + start, added.begin(), added.end());
+        StartDrawing();
     }
     void ShowEntry(IParamBlock2& block, int entry) override {
         INode* node = entry < block.Count(Def().ID) ? Entry(block, entry) : nullptr;
@@ -282,8 +285,10 @@ class NodeListBox final : public ParameterMapControl {
             Show(block);
             return;
         }
+        StopDrawing();
         SendMessageW(control_, LB_DELETESTRING, Index(entry), 0);
         shown_[Index(entry)] = Added(entry, node);
+        StartDrawing();
     }
     void Enable(bool on) override { EnableControl(control_, on); }
     void Take(UINT, WPARAM, IParamBlock2&) override {}
@@ -304,6 +309,12 @@ class NodeListBox final : public ParameterMapControl {
     bool ShowsEntry(int row, INode* node) const {
         const Row& shown = shown_[Index(row)];
         return shown.node == node && std::wstring_view(shown.name.data()) == NameOf(node);
+    }
+    // The list draws its scroll bar anew for each row that comes or goes.
+    void StopDrawing() { SendMessageW(control_, WM_SETREDRAW, FALSE, 0); }
+    void StartDrawing() {
+        SendMessageW(control_, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(control_, nullptr, TRUE);
     }
     Row Added(int row, INode* node) {
         MSTR name(NameOf(node));

@@ -1,8 +1,13 @@
 #include "host/win32/rollup_window.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
 #include <icolorman.h>
 
 #include <algorithm>
+#include <cwchar>
+#include <iterator>
 #include <new>
 #include <utility>
 #include <vector>
@@ -459,13 +464,35 @@ int RollupWindowWidth(HWND rollupWindow) {
     return rollups ? rollups->Width() : 0;
 }
 
+namespace {
+
+// Of the rollups that the control stands in; null when there are none.
+HWND RollupWindowAround(HWND control) {
+    HWND parent = GetAncestor(control, GA_PARENT);
+    while (parent && !RollupWindowOf(parent))
+        parent = GetAncestor(parent, GA_PARENT);
+    return parent;
+}
+
+bool IsClosedDropDownList(HWND window) {
+    wchar_t name[16] = {};
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return _wcsicmp(name, WC_COMBOBOXW) == 0 && !SendMessageW(window, CB_GETDROPPEDSTATE, 0, 0);
+}
+
+}  // namespace
+
+bool ScrollByWheel(const MSG& message) {
+    if (message.message != WM_MOUSEWHEEL || !IsClosedDropDownList(message.hwnd)) return false;
+    HWND rollups = RollupWindowAround(message.hwnd);
+    if (!rollups) return false;
+    SendMessageW(rollups, message.message, message.wParam, message.lParam);
+    return true;
+}
+
 void ShowInRollups(HWND control) {
-    for (HWND parent = GetAncestor(control, GA_PARENT); parent;
-         parent = GetAncestor(parent, GA_PARENT)) {
-        if (RollupWindow* rollups = RollupWindowOf(parent)) {
-            return rollups->Show(PlaceIn(parent, control));
-        }
-    }
+    HWND window = RollupWindowAround(control);
+    if (window) RollupWindowOf(window)->Show(PlaceIn(window, control));
 }
 
 }  // namespace host

@@ -16,6 +16,10 @@ bool RegisterRollupWindowClass();
 // a window that isn't of the class.
 int RollupWindowWidth(HWND rollupWindow);
 
+// A message that turns the wheel over a closed drop-down list in rollups scrolls them, in place of
+// choosing what nobody looks at. False, and nothing done, for any other message.
+bool ScrollByWheel(const MSG& message);
+
 // Scrolls the rollups that the control stands in, if it stands in any, until it is seen.
 void ShowInRollups(HWND control);
 

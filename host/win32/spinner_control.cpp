@@ -222,6 +222,7 @@ LRESULT SpinnerControl::OnFieldMessage(UINT message, WPARAM wParam, LPARAM lPara
             return wParam == VK_RETURN ? result | DLGC_WANTMESSAGE : result;
         }
         case WM_KEYDOWN:
+        case WM_SYSKEYDOWN:
             if (wParam == VK_UP || wParam == VK_DOWN) {
                 TakeText();
                 StepOnce(wParam == VK_UP ? SpinnerArrow::Up : SpinnerArrow::Down, false);

@@ -42,9 +42,9 @@ TEST_F(ElementRowClicks, OnTheSecondColumnSwitchTheVisibility) {
 
 TEST_F(ElementRowClicks, ElsewhereSwitchNothing) {
     for (const ui::RowHit& hit :
-         {ui::RowHit{0, 0, 4}, ui::RowHit{0, 0, 2}, ui::RowHit{0, 1, 1}, ui::RowHit{0, 1, 0},
-          ui::RowHit{0, 2, 14}, ui::RowHit{0, 3, 14}, ui::RowHit{0, -1, 14}, ui::RowHit{-1, 0, 8},
-          ui::RowHit{-1, -1, 1}, ui::RowHit{2, 0, 8}}) {
+         {ui::RowHit{0, 0, 4}, ui::RowHit{0, 0, 2}, ui::RowHit{0, 0, 14}, ui::RowHit{0, 1, 1},
+          ui::RowHit{0, 1, 0}, ui::RowHit{0, 2, 14}, ui::RowHit{0, 3, 14}, ui::RowHit{0, -1, 14},
+          ui::RowHit{-1, 0, 8}, ui::RowHit{-1, -1, 1}, ui::RowHit{2, 0, 8}}) {
         EXPECT_FALSE(ui::ClickElement(*effect, hit)) << hit.row << ' ' << hit.column;
     }
     EXPECT_EQ(Switches(), "EVEV");

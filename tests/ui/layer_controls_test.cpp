@@ -251,6 +251,7 @@ TEST_F(LayerControls, OfARowWithoutALayerChangeNothing) {
         EXPECT_FALSE(ui::ClickLayerControl(*effect, row, 1058, false));
         EXPECT_FALSE(ui::ChooseBlendMode(*effect, row, 3));
         EXPECT_FALSE(ui::RenameElement(*effect, row, _M("new")));
+        EXPECT_FALSE(ui::TakeTypedElementName(*effect, row, _M("new")));
     }
 }
 
@@ -272,15 +273,23 @@ TEST_F(LayerControls, NameTheElement) {
 TEST_F(LayerControls, LeaveALongerNameAloneThatNobodyChanged) {
     const std::basic_string<MCHAR> name(300, _M('n'));
     Elements().GetRenderElement(1)->SetElementName(name.c_str());
-    EXPECT_FALSE(ui::RenameElement(*effect, 1, name.c_str()));
+    EXPECT_FALSE(ui::TakeTypedElementName(*effect, 1, MSTR(name)));
     EXPECT_EQ(MSTR(Elements().GetRenderElement(1)->ElementName()), MSTR(name));
 }
 
-TEST_F(LayerControls, TakeUpTo255UnitsOfAName) {
+TEST_F(LayerControls, TakeUpTo255UnitsOfANameFromTheField) {
     const std::basic_string<MCHAR> name(256, _M('n'));
-    EXPECT_TRUE(ui::RenameElement(*effect, 1, name.c_str()));
+    EXPECT_TRUE(ui::TakeTypedElementName(*effect, 1, MSTR(name)));
     EXPECT_EQ(MSTR(Elements().GetRenderElement(1)->ElementName()), MSTR(name.substr(0, 255)));
-    EXPECT_FALSE(ui::RenameElement(*effect, 1, name.c_str())) << "of which it has what counts";
+    EXPECT_FALSE(ui::TakeTypedElementName(*effect, 1, MSTR(name))) << "it has what counts of it";
+    EXPECT_TRUE(ui::RenameElement(*effect, 1, name.c_str()));
+    EXPECT_EQ(MSTR(Elements().GetRenderElement(1)->ElementName()), MSTR(name)) << "from the list";
+}
+
+TEST_F(LayerControls, ShowTheBlendModeOfARow) {
+    EXPECT_TRUE(ui::ChooseBlendMode(*effect, 1, 7));
+    EXPECT_EQ(ui::BlendModeOfRow(*effect, 1), 7);
+    EXPECT_EQ(ui::BlendModeOfRow(*effect, -1), -1);
 }
 
 }  // namespace

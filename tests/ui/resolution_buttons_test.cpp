@@ -19,6 +19,13 @@ TEST_F(ResolutionButtons, EachSetsItsOwn) {
     EXPECT_EQ(After(1148), 300.0F);
 }
 
+TEST_F(ResolutionButtons, AreTakenBackAsOtherChangesAre) {
+    After(1148);
+    EXPECT_EQ(host::App().undo.UndoName(), MSTR(_M("Parameter Change")));
+    host::App().undo.Undo();
+    EXPECT_EQ(effect->pblock->GetFloat("resolution"_param), 99.0F);
+}
+
 TEST_F(ResolutionButtons, OtherControlsSetNone) {
     for (const int control : {1145, 1149, 0})
         EXPECT_EQ(After(control), 99.0F) << control;

@@ -78,13 +78,14 @@ void ElementsRollup::Opened() {
     RefreshRenderElementRows();
     UpdateLayerControls();
     elementsDirty = false;
+    orderDirty = false;
     SetTimer(Dialog(), renderElementsTimer.id, renderElementsTimer.milliseconds, nullptr);
     SetUpSplitter(Map(), elementList);
 }
 
 void ElementsRollup::Choose(const effect::PSDOutputLayer* layer) {
     // The list may change its selection before it takes the keyboard.
-    if (layer != chosen && GetFocus() == Control(IDC_ELEMENT_NAME)) Rename();
+    if (layer != chosen && HasKeyboard(Control(IDC_ELEMENT_NAME))) Rename();
     chosen = layer;
 }
 
@@ -107,6 +108,10 @@ void ElementsRollup::OtherEffect() {
     Redraw();
 }
 
+void ElementsRollup::ColorsChanged() {
+    ColorList(List());
+}
+
 void ElementsRollup::Redraw() {
     if (IsOpen()) RedrawList(List());
 }
@@ -127,6 +132,7 @@ void ElementsRollup::RefreshRenderElementRows() {
 
 void ElementsRollup::UpdateLayerControls() {
     if (!IsOpen() || showing) return;
+    SaveTypedName();
     const ScopedMark mark(showing);
     SelectChosen();
     const LayerControls state = ui::UpdateLayerControls(Effect(), Selected(), RowCount(List()));
@@ -140,11 +146,19 @@ void ElementsRollup::UpdateLayerControls() {
 void ElementsRollup::ShowName(const MSTR& name) {
     HWND field = Control(IDC_ELEMENT_NAME);
     const MSTR text = EditText(field);
-    if (GetFocus() == field && named == chosen && text != shownName) return;
+    if (HasKeyboard(field) && named == chosen && text != shownName) return;
     named = chosen;
     shownName = name;
     // The caret stays where it is in a name that stays.
     if (text != name) SetEditText(field, name);
+}
+
+// A field that is about to be greyed loses the keyboard without a word.
+void ElementsRollup::SaveTypedName() {
+    HWND field = Control(IDC_ELEMENT_NAME);
+    if (!HasKeyboard(field) || Effect().pblock->GetInt("createRenderElementLayers"_param)) return;
+    const MSTR name = EditText(field);
+    if (name != shownName) TakeTypedElementName(Effect(), ShownRow(), name);
 }
 
 void ElementsRollup::ShowBlendMode(int mode) {
@@ -160,7 +174,7 @@ void ElementsRollup::FillBlendingModes() {
         const int item = ComboBox_AddString(combo, BlendModeName(mode).data());
         ComboBox_SetItemData(combo, item, mode);
     }
-    ShowBlendMode(ui::UpdateLayerControls(Effect(), Selected(), RowCount(List())).blendingMode);
+    ShowBlendMode(BlendModeOfRow(Effect(), Selected()));
 }
 
 void ElementsRollup::EnableControls() {
@@ -203,14 +217,17 @@ void ElementsRollup::Sort() {
 
 void ElementsRollup::Move(int delta) {
     const int row = MoveLayer(Effect(), Selected(), delta);
-    if (row >= 0 && SelectsMovedRow(delta, row)) SelectRow(List(), row, selectedAndFocused);
+    if (row >= 0 && SelectsMovedRow(delta, row)) {
+        SelectRow(List(), row, selectedAndFocused);
+        ListView_EnsureVisible(List(), row, FALSE);
+    }
     Redraw();
 }
 
 void ElementsRollup::Rename() {
     const MSTR name = EditText(Control(IDC_ELEMENT_NAME));
     // What isn't taken doesn't stay there either.
-    if (!RenameElement(Effect(), ShownRow(), name.data())) return UpdateLayerControls();
+    if (!TakeTypedElementName(Effect(), ShownRow(), name)) return UpdateLayerControls();
     shownName = name;
     Redraw();
 }
@@ -243,9 +260,7 @@ void ElementsRollup::Press(WORD key) {
         return;
     }
     if (key == VK_F2 && row >= 0) ListView_EditLabel(List(), row);
-    // With Ctrl it selects.
-    if (key != VK_SPACE || GetKeyState(VK_CONTROL) < 0 || !ClickElement(Effect(), CheckBoxOf(row)))
-        return;
+    if (!IsSwitchKey(key) || !ClickElement(Effect(), CheckBoxOf(row))) return;
     UpdateLayerControls();
     Redraw();
 }
@@ -308,7 +323,8 @@ LRESULT ElementsRollup::Notify(NMHDR& notification) {
             return 0;
         case NM_RCLICK:
             TrackMenu(HitOf(reinterpret_cast<NMITEMACTIVATE&>(notification)).row, MousePlace());
-            return 0;
+            // There is no other menu.
+            return 1;
         case LVN_BEGINLABELEDITW: {
             const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notification).item;
             renamed = LayerOfRow(Effect(), item.iItem);
@@ -325,6 +341,8 @@ LRESULT ElementsRollup::Notify(NMHDR& notification) {
         case LVN_ITEMCHANGED: {
             if (showing) return 0;
             Choose(LayerOfRow(Effect(), Selected()));
+            // As a rule another row is selected next.
+            if (!chosen) orderDirty = true;
             const auto& change = reinterpret_cast<const NMLISTVIEW&>(notification);
             if (IsSelectionChange(change.uChanged, change.uOldState, change.uNewState)) {
                 UpdateLayerControls();

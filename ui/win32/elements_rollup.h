@@ -31,6 +31,7 @@ class ElementsRollup final : public Rollup {
     LRESULT Notify(NMHDR& notification) override;
     bool ContextMenu(HWND control) override;
     void Tick(UINT_PTR timer) override;
+    void ColorsChanged() override;
 
   protected:
     void Opened() override;
@@ -49,12 +50,14 @@ class ElementsRollup final : public Rollup {
     void Sort();
     void Move(int delta);
     void Rename();
+    void SaveTypedName();
     void Press(WORD key);
     void TrackMenu(int row, POINT at);
     void ShowName(const MSTR& name);
     void ShowBlendMode(int mode);
 
     bool elementsDirty = false;
+    // Of rows and layers, or the selection is gone.
     bool orderDirty = false;
     // The layer of the row that the user selected, null for none. As rows are made anew or change
     // their order, the selection goes with it. Only compared: it may be destroyed.

@@ -8,11 +8,15 @@
 
 namespace ui {
 
-void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures) {
+void ColorList(HWND list) {
     IColorManager& colors = *GetColorManager();
     ListView_SetBkColor(list, colors.GetColor(kWindow));
     ListView_SetTextBkColor(list, colors.GetColor(kWindow));
     ListView_SetTextColor(list, colors.GetColor(kWindowText));
+}
+
+void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures) {
+    ColorList(list);
     ListView_SetExtendedListViewStyle(list, kind.extendedStyle);
     // The style brings check boxes of the system's own, which nobody else would destroy.
     if (HIMAGELIST own = ListView_SetImageList(list, pictures, LVSIL_STATE)) ImageList_Destroy(own);
@@ -73,6 +77,10 @@ void RemoveRow(HWND list, int row) {
     if (selected > row) SelectRow(list, selected - 1, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_DeleteItem(list, RowCount(list) - 1);
     RedrawList(list);
+}
+
+bool IsSwitchKey(WORD key) {
+    return key == VK_SPACE && GetKeyState(VK_CONTROL) >= 0;
 }
 
 int RowCount(HWND list) {

@@ -18,6 +18,8 @@ namespace ui {
 // Colours of the host, styles, columns with their titles, and the pictures of the check boxes,
 // which stay the caller's.
 void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures);
+// The colours alone, when the host's have changed.
+void ColorList(HWND list);
 
 // The rollup closes: the pictures may go before the list does.
 void DropListPictures(HWND list);
@@ -31,6 +33,8 @@ void FillList(HWND list, const ListView& kind, int rows);
 void RemoveRow(HWND list, int row);
 
 int RowCount(HWND list);
+// Switches the selected row: the space bar, but for the one that selects.
+bool IsSwitchKey(WORD key);
 // -1 for none.
 int SelectedRow(HWND list);
 // `states` are the bits of LVIS_SELECTED and LVIS_FOCUSED that the row gets.

@@ -11,6 +11,7 @@
 #include "ui/list_height.h"
 #include "ui/resource.h"
 #include "ui/splitter_limits.h"
+#include "ui/win32/rollup_controls.h"
 
 namespace ui {
 namespace {
@@ -33,18 +34,10 @@ int HeightOf(HWND window) {
     return area.bottom - area.top;
 }
 
-// In the dialog's client pixels.
-RECT PlaceOf(HWND dialog, HWND control) {
-    RECT area{};
-    GetWindowRect(control, &area);
-    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
-    return area;
-}
-
 void MoveBy(HWND dialog, int control, int down, int higher) {
     HWND window = GetDlgItem(dialog, control);
     if (!window) return;
-    const RECT area = PlaceOf(dialog, window);
+    const RECT area = PlaceInDialog(window);
     SetWindowPos(window, nullptr, area.left, area.top + down, area.right - area.left,
                  area.bottom - area.top + higher, SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -157,8 +150,8 @@ LRESULT CALLBACK SplitterProcedure(HWND window, UINT message, WPARAM wParam, LPA
     return DefSubclassProc(window, message, wParam, lParam);
 }
 
-void PlaceBelowList(HWND dialog, HWND list, HWND window) {
-    const RECT area = PlaceOf(dialog, list);
+void PlaceBelowList(HWND list, HWND window) {
+    const RECT area = PlaceInDialog(list);
     const SplitterPlace place = SplitterBelow(area.left, area.right, area.bottom);
     SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
@@ -172,7 +165,7 @@ void SetUpSplitter(IParamMap2& map, const ListView& kind) {
     HWND list = GetDlgItem(dialog, kind.control);
     if (!window || !list) return;
     auto splitter = std::make_unique<Splitter>(Splitter{map, kind});
-    PlaceBelowList(dialog, list, window);
+    PlaceBelowList(list, window);
     if (const std::optional<int> height = StoredListHeight(kind)) {
         ApplyHeight(*splitter, *height, false);
     }

@@ -150,7 +150,7 @@ void MainRollup::OfferFrameBufferChange() {
 
 bool MainRollup::IsNameTyped() const {
     HWND field = Control(IDC_FILE_NAME);
-    return GetFocus() == field && IsWindowEnabled(field);
+    return HasKeyboard(field) && IsWindowEnabled(field);
 }
 
 void MainRollup::TakeFileName() {
@@ -211,7 +211,7 @@ void MainRollup::OpenZone(HotZone zone) const {
 
 // The system's way to listen to a window looks up a property for each message.
 void MainRollup::ListenToHeader() {
-    SetWindowLongPtrW(Dialog(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    listening = this;
     dialogProcedure = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(Dialog(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(HeaderProcedure)));
 }
@@ -224,20 +224,22 @@ void MainRollup::StopListeningToHeader() const {
 
 LRESULT CALLBACK MainRollup::HeaderProcedure(HWND dialog, UINT message, WPARAM wParam,
                                              LPARAM lParam) {
-    const auto& self =
-        *reinterpret_cast<const MainRollup*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+    return listening->OnHeaderMessage(dialog, message, wParam, lParam);
+}
+
+LRESULT MainRollup::OnHeaderMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) const {
     const bool isPointing =
         message == WM_SETCURSOR || (message >= WM_MOUSEMOVE && message <= WM_LBUTTONUP);
     // A drag that only passes over a zone, or ends there, is the rollups' own.
-    if (isPointing && self.HasDialog() && GetCapture() != dialog) {
-        const HotZoneAnswer answer = OnHotZoneMessage(message, self.ZoneUnderMouse());
+    if (isPointing && HasDialog() && GetCapture() != dialog) {
+        const HotZoneAnswer answer = OnHotZoneMessage(message, ZoneUnderMouse());
         if (answer.handled) {
             SetCursor(LoadCursorW(nullptr, IDC_HAND));
-            self.OpenZone(answer.opens);
+            OpenZone(answer.opens);
             return 1;
         }
     }
-    return CallWindowProcW(self.dialogProcedure, dialog, message, wParam, lParam);
+    return CallWindowProcW(dialogProcedure, dialog, message, wParam, lParam);
 }
 
 }  // namespace ui

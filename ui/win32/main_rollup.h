@@ -31,12 +31,16 @@ class MainRollup final : public Rollup {
                                             LPARAM lParam);
     void ListenToHeader();
     void StopListeningToHeader() const;
+    LRESULT OnHeaderMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) const;
     void LoadHeader();
     void DropHeader();
     HotZone ZoneUnderMouse() const;
     void OpenZone(HotZone zone) const;
     void TakeFileName();
     bool IsNameTyped() const;
+
+    // The one that listens to its dialog.
+    static inline const MainRollup* listening = nullptr;
 
     HBITMAP headerBitmap = nullptr;
     // The dialog's own, which hears what isn't the header's.

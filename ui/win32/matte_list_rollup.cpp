@@ -48,7 +48,7 @@ LRESULT MatteListRollup::Notify(NMHDR& notification) {
         }
         case LVN_KEYDOWN: {
             const WORD key = reinterpret_cast<const NMLVKEYDOWN&>(notification).wVKey;
-            if (key == VK_SPACE) Switch(CheckBoxOf(SelectedRow(List())), 0);
+            if (IsSwitchKey(key)) Switch(CheckBoxOf(SelectedRow(List())), 0);
             if (key == VK_APPS) ContextMenu(List());
             return 0;
         }
@@ -56,7 +56,8 @@ LRESULT MatteListRollup::Notify(NMHDR& notification) {
             if (HitOf(reinterpret_cast<const NMITEMACTIVATE&>(notification)).row >= 0) {
                 TrackMenu(MousePlace());
             }
-            return 0;
+            // There is no other menu.
+            return 1;
         default:
             return 0;
     }

@@ -15,6 +15,7 @@ class MatteListRollup : public Rollup {
     bool ContextMenu(HWND control) override;
     void Measure(MEASUREITEMSTRUCT& item) override;
     void Draw(const DRAWITEMSTRUCT& item) override;
+    void ColorsChanged() override { ColorList(List()); }
 
   protected:
     explicit MatteListRollup(const ListView& listKind) : kind(listKind) {}

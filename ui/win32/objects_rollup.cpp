@@ -26,6 +26,7 @@ void ObjectsRollup::Opened() {
     NotifyOnEachKey(Control(IDC_NODE_ID_LIST));
     NotifyOnEachKey(Control(IDC_MATERIAL_ID_LIST));
     SetUpButtons(Map());
+    MakeCheckButton(Control(IDC_ADD_OBJECTS));
     for (int combo : outputKindCombos)
         SetUpOutputCombo(Control(combo));
     pickCallback.Edit(&Effect());

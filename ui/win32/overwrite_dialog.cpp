@@ -8,6 +8,7 @@
 #include "ui/overwrite_prompt.h"
 #include "ui/resource.h"
 #include "ui/shortened_path.h"
+#include "ui/win32/rollup_controls.h"
 #include "ui/win32/text_width.h"
 
 namespace ui {
@@ -18,12 +19,8 @@ struct OverwriteDialog {
     effect::OverwriteAnswer answer{};
 };
 
-// In the dialog's client pixels.
 RECT PlaceIn(HWND dialog, int control) {
-    RECT area{};
-    GetWindowRect(GetDlgItem(dialog, control), &area);
-    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
-    return area;
+    return PlaceInDialog(GetDlgItem(dialog, control));
 }
 
 int WidthOf(const RECT& area) {

@@ -118,6 +118,10 @@ INT_PTR PSDOutputParamMapUserDlgProc::DlgProc(TimeValue, IParamMap2* map, HWND, 
         case WM_TIMER:
             rollup->Tick(wParam);
             return 1;
+        case WM_SYSCOLORCHANGE:
+            // Others are to hear of it too.
+            rollup->ColorsChanged();
+            return 0;
         default:
             return 0;
     }

@@ -41,6 +41,8 @@ class Rollup {
     // tells of. False for a control without a menu.
     virtual bool ContextMenu(HWND /*control*/) { return false; }
     virtual void Tick(UINT_PTR /*timer*/) {}
+    // WM_SYSCOLORCHANGE
+    virtual void ColorsChanged() {}
     // WM_MEASUREITEM and WM_DRAWITEM of owner-drawn controls. The former also comes before Open.
     virtual void Measure(MEASUREITEMSTRUCT& /*item*/) {}
     virtual void Draw(const DRAWITEMSTRUCT& /*item*/) {}

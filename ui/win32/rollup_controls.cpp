@@ -48,11 +48,20 @@ void SetUpButtons(IParamMap2& map) {
 
 void EnableControl(HWND control, bool on) {
     if (!control) return;
-    HWND focus = GetFocus();
-    if (!on && focus && (focus == control || IsChild(control, focus))) {
-        SendMessageW(GetParent(control), WM_NEXTDLGCTL, 0, FALSE);
-    }
+    if (!on && HasKeyboard(control)) SendMessageW(GetParent(control), WM_NEXTDLGCTL, 0, FALSE);
     EnableWindow(control, on);
+}
+
+bool HasKeyboard(HWND control) {
+    HWND focus = GetFocus();
+    return control && focus && (focus == control || IsChild(control, focus));
+}
+
+RECT PlaceInDialog(HWND control) {
+    RECT area{};
+    GetWindowRect(control, &area);
+    MapWindowPoints(nullptr, GetParent(control), reinterpret_cast<POINT*>(&area), 2);
+    return area;
 }
 
 MSTR EditText(HWND control) {
@@ -71,6 +80,11 @@ void SetEditText(HWND control, const MSTR& text) {
 void NotifyOnEachKey(HWND control) {
     const GotEdit edit(control);
     if (edit) edit->SetNotifyOnEachKey(TRUE);
+}
+
+void MakeCheckButton(HWND control) {
+    const GotButton button(control);
+    if (button) button->SetType(CBT_CHECK);
 }
 
 void CheckButton(HWND control, bool on) {

@@ -14,12 +14,18 @@ void SetUpButtons(IParamMap2& map);
 // Nothing for null.
 void EnableControl(HWND control, bool on);
 
+// The control, or a part of it, has the keyboard.
+bool HasKeyboard(HWND control);
+// In its dialog's client pixels.
+RECT PlaceInDialog(HWND control);
+
 // Of a CustEdit; nothing, and the empty text, for another window.
 MSTR EditText(HWND control);
 void SetEditText(HWND control, const MSTR& text);
 void NotifyOnEachKey(HWND control);
 
-// Of a CustButton.
+// Of a CustButton: one that stays pressed while it is checked, and its check.
+void MakeCheckButton(HWND control);
 void CheckButton(HWND control, bool on);
 
 void ShowOutputGroup(IParamMap2& map, const OutputAsGroup& group);

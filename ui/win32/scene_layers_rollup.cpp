@@ -73,7 +73,7 @@ void SceneLayersRollup::Command(int control, int code) {
 }
 
 bool SceneLayersRollup::Click(const RowHit& hit, int /*x*/) {
-    return (hit.flags & LVHT_ONITEMSTATEICON) && hit.column == 0 && rows.Toggle(Effect(), hit.row);
+    return hit.flags == LVHT_ONITEMSTATEICON && hit.column == 0 && rows.Toggle(Effect(), hit.row);
 }
 
 void SceneLayersRollup::ChooseMenu(int item, const std::function<void()>& redraw) {

@@ -244,6 +244,16 @@ TEST_F(PanelWindowTest, KeysOfTheMenuWorkWhileAFieldIsTypedInto) {
     EXPECT_EQ(Resolution(), 150.0F);
 }
 
+TEST_F(PanelWindowTest, EscapeAndEnterGiveNoHalfTypedText) {
+    Show();
+    const float before = Resolution();
+    TypeResolution("150");
+    for (const int key : {IDCANCEL, IDOK})
+        Command(key);
+    EXPECT_EQ(Resolution(), before);
+    EXPECT_EQ(GetFocus(), field);
+}
+
 TEST_F(PanelWindowTest, TheFocusIsAtTheFirstControlAndComesBack) {
     Show();
     SetFocus(panel->Window());
@@ -439,6 +449,18 @@ TEST_F(PanelWindowRender, OneThatEndsWhileADialogIsOpenWaitsForIt) {
     EXPECT_TRUE(panel->IsRendering());
     EXPECT_FALSE(Exists("a.psd"));
     EnableWindow(panel->Window(), TRUE);
+    ASSERT_TRUE(RenderEnds());
+    EXPECT_TRUE(Exists("a.psd"));
+}
+
+TEST_F(PanelWindowRender, OneThatEndsWhileTheMouseIsHeldWaitsForIt) {
+    Show();
+    Command(PanelItem::renderNow);
+    SetCapture(panel->Rollups());
+    const ULONGLONG end = GetTickCount64() + 6000;
+    PumpUntil([&] { return GetTickCount64() > end; });
+    EXPECT_TRUE(panel->IsRendering());
+    ReleaseCapture();
     ASSERT_TRUE(RenderEnds());
     EXPECT_TRUE(Exists("a.psd"));
 }

@@ -134,6 +134,20 @@ TEST_F(CustomButton, TheSpaceKeyPresses) {
     EXPECT_THAT(stage.Told(), ElementsAre("clicked 7"));
 }
 
+TEST_F(CustomButton, TheEnterKeyPressesAtOnce) {
+    SetFocus(window);
+    EXPECT_TRUE(SendMessageW(window, WM_GETDLGCODE, VK_RETURN, 0) & DLGC_WANTMESSAGE);
+    Key(window, WM_KEYDOWN, VK_RETURN);
+    EXPECT_THAT(stage.Told(), ElementsAre("clicked 7"));
+    // Held on, and let go.
+    SendMessageW(window, WM_KEYDOWN, VK_RETURN, 1 << 30 | 1);
+    Key(window, WM_KEYUP, VK_RETURN);
+    EXPECT_THAT(stage.Told(), IsEmpty());
+    EnableWindow(window, FALSE);
+    Key(window, WM_KEYDOWN, VK_RETURN);
+    EXPECT_THAT(stage.Told(), IsEmpty());
+}
+
 TEST_F(CustomButton, AnotherKeyCancelsTheSpaceKey) {
     SetFocus(window);
     Key(window, WM_KEYDOWN, VK_SPACE);
@@ -145,7 +159,7 @@ TEST_F(CustomButton, AnotherKeyCancelsTheSpaceKey) {
 
 TEST_F(CustomButton, OtherKeysDoNothing) {
     SetFocus(window);
-    for (const WPARAM key : {VK_RETURN, VK_F5}) {
+    for (const WPARAM key : {VK_ESCAPE, VK_F5}) {
         Key(window, WM_KEYDOWN, key);
         Key(window, WM_KEYUP, key);
     }

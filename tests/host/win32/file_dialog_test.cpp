@@ -100,6 +100,37 @@ TEST_F(FileDialog, ANameWithoutAnExtensionGetsTheFilters) {
     }
 }
 
+TEST_F(FileDialog, AnotherKindOfFileAloneChangesTheExtension) {
+    const std::optional<MSTR> chosen = Ask(In(L"shot.psd"), [](HWND dialog) {
+        SendDlgItemMessageW(dialog, filterList, CB_SETCURSEL, 1, 0);
+        for (int code : {CBN_SELENDOK, CBN_SELCHANGE})
+            SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(filterList, code),
+                         reinterpret_cast<LPARAM>(GetDlgItem(dialog, filterList)));
+        SetWindowTextW(NameField(dialog), L"shot.psd");
+        PressButton(dialog, IDOK);
+    });
+    ASSERT_TRUE(chosen);
+    EXPECT_STREQ(chosen->data(), In(L"shot.psb").data());
+}
+
+TEST_F(FileDialog, ANameKeepsAnExtensionOfTheFiltersAndGetsOneBehindAnyOther) {
+    const FilterList filters = DocumentFilters();
+    const auto with = [&](const MCHAR* name, int filter, int former) {
+        return std::wstring(host::WithExtension(MSTR(name), filter, former, filters).data());
+    };
+    EXPECT_EQ(with(_M("C:\\a.b\\shot"), 0, 0), L"C:\\a.b\\shot.psd");
+    EXPECT_EQ(with(_M("shot.v2"), 0, 0), L"shot.v2.psd");
+    EXPECT_EQ(with(_M("shot.tif"), 1, 0), L"shot.tif.psb");
+    EXPECT_EQ(with(_M("shot.PSD"), 0, 0), L"shot.PSD");
+    EXPECT_EQ(with(_M("shot.psb"), 0, 0), L"shot.psb");
+    EXPECT_EQ(with(_M("shot.psb"), 1, 0), L"shot.psb");
+    EXPECT_EQ(with(_M("shot.Psd"), 1, 0), L"shot.psb");
+    FilterList any;
+    any.Append(_M("All Files"));
+    any.Append(_M("*.*"));
+    EXPECT_EQ(std::wstring(host::WithExtension(MSTR(_M("shot")), 0, 0, any).data()), L"shot");
+}
+
 TEST_F(FileDialog, AnExistingFileIsTakenWithoutAQuestion) {
     std::ofstream(folder.path / "shot.psd") << "text";
     const std::optional<MSTR> chosen =

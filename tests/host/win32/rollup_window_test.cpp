@@ -231,6 +231,44 @@ void Turn(HWND window, int delta) {
     SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), 0);
 }
 
+MSG WheelOver(HWND window) {
+    MSG message{};
+    message.hwnd = window;
+    message.message = WM_MOUSEWHEEL;
+    message.wParam = MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA));
+    return message;
+}
+
+TEST(RollupWindow, TheWheelOverAClosedDropDownListScrolls) {
+    const RollupStage stage;
+    stage.Append(tallDialog);
+    stage.Append(tallDialog);
+    HWND dialog = stage.rollups->GetPanelDlg(0);
+    HWND combo = CreateWindowExW(0, L"COMBOBOX", L"", WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, 0,
+                                 0, 80, 90, dialog, nullptr, nullptr, nullptr);
+    for (const wchar_t* item : {L"PSD", L"PSB"})
+        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
+    SendMessageW(combo, CB_SETCURSEL, 0, 0);
+    const int start = TopOfRollups(stage);
+    EXPECT_TRUE(host::ScrollByWheel(WheelOver(combo)));
+    EXPECT_LT(TopOfRollups(stage), start);
+    EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 0);
+
+    // An open one has something to choose.
+    SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    EXPECT_FALSE(host::ScrollByWheel(WheelOver(combo)));
+    SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+    // What is no combo, and what is in no rollups, have the message as it comes.
+    EXPECT_FALSE(host::ScrollByWheel(WheelOver(dialog)));
+    HWND elsewhere = CreateWindowExW(0, L"COMBOBOX", L"", WS_POPUP | CBS_DROPDOWNLIST, 0, 0, 80, 90,
+                                     nullptr, nullptr, nullptr, nullptr);
+    EXPECT_FALSE(host::ScrollByWheel(WheelOver(elsewhere)));
+    DestroyWindow(elsewhere);
+    MSG other = WheelOver(combo);
+    other.message = WM_MOUSEMOVE;
+    EXPECT_FALSE(host::ScrollByWheel(other));
+}
+
 TEST(RollupWindow, TheWheelScrollsAndStopsAtTheEnds) {
     const RollupStage stage;
     stage.Append(tallDialog);

@@ -286,6 +286,9 @@ TEST_F(Spinner, ControlAndAltChangeTheStep) {
     SetKeyboardState(held);
     Click(DOWN);
     EXPECT_EQ(spinner->Value(), 81.9F);
+    // With that key held the system sends others their keys so.
+    Key(field, WM_SYSKEYDOWN, VK_UP);
+    EXPECT_EQ(spinner->Value(), 82.0F);
     SetKeyboardState(keys);
 }
 

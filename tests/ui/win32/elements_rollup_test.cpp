@@ -182,6 +182,32 @@ TEST_F(ElementsRollupTest, SwitchesNothingWithTheSpaceBarThatSelects) {
     EXPECT_EQ(GetOf(1, "enabled"_layerParam), TRUE);
 }
 
+TEST_F(ElementsRollupTest, EmptiesItsPaneWhenTheSelectionGoes) {
+    OpenWith({"A", "B"});
+    Select(1);
+    RightClick(List(), EmptyPoint(List()).x, EmptyPoint(List()).y);
+    ListView_SetItemState(List(), 1, 0, LVIS_SELECTED);
+    Tick(elementsMap, timer);
+    EXPECT_EQ(TextOf(elementsMap, 1063), "");
+    EXPECT_FALSE(IsEnabled(elementsMap, 1048));
+}
+
+TEST_F(ElementsRollupTest, AnswersARightClickSoThatNoOtherMenuOpens) {
+    OpenWith({"A"});
+    NMITEMACTIVATE click{};
+    click.hdr = {List(), 1043, static_cast<UINT>(NM_RCLICK)};
+    click.ptAction = EmptyPoint(List());
+    EXPECT_EQ(SendMessageW(Dialog(elementsMap), WM_NOTIFY, 1043, reinterpret_cast<LPARAM>(&click)),
+              1);
+}
+
+TEST_F(ElementsRollupTest, TakesTheHostsColoursWhenTheyChange) {
+    Open();
+    ListView_SetBkColor(List(), RGB(1, 2, 3));
+    SendMessageW(Dialog(elementsMap), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_EQ(ListView_GetBkColor(List()), GetColorManager()->GetColor(7));
+}
+
 TEST_F(ElementsRollupTest, FollowsTheArrowKeysInItsPane) {
     OpenWith({"A", "B"});
     Select(0);
@@ -548,6 +574,15 @@ TEST_F(ElementsRollupTest, ShowsWhatALayerIsCalledWhenATypedNameIsNotTaken) {
     EXPECT_EQ(TextOf(elementsMap, 1063), "<deleted>");
 }
 
+TEST_F(ElementsRollupTest, TakesATypedNameBeforeItsFieldIsGreyed) {
+    OpenWith({"A"});
+    Select(0);
+    Type(Control(elementsMap, 1063), "Beauty");
+    Set("createRenderElementLayers"_param, FALSE);
+    EXPECT_FALSE(IsEnabled(elementsMap, 1063));
+    EXPECT_THAT(Names(), ElementsAre("Beauty"));
+}
+
 TEST_F(ElementsRollupTest, LeavesAHalfTypedNameAloneWhenItsRowsAreMadeAnew) {
     OpenWith({"A", "B"});
     Select(1);
@@ -696,6 +731,20 @@ TEST_F(ElementsRollupTest, MovesRowsUpAndDown) {
     EXPECT_EQ(effect->LayerCount(0), 3);
 }
 
+TEST_F(ElementsRollupTest, KeepsTheRowInViewThatTheArrowsMove) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 40; ++i)
+        names.push_back("E" + std::to_string(i));
+    OpenWith(names);
+    Select(0);
+    for (int i = 0; i < 30; ++i)
+        Press(elementsMap, 1068);
+    EXPECT_THAT(SelectedOf(List()), ElementsAre(30));
+    const int top = ListView_GetTopIndex(List());
+    EXPECT_LE(top, 30);
+    EXPECT_GT(top + ListView_GetCountPerPage(List()), 30);
+}
+
 TEST_F(ElementsRollupTest, HidesTheArrowsWhileTheListIsKeptSorted) {
     OpenWith({"A", "B"});
     EXPECT_TRUE(IsShown(elementsMap, 1068));
@@ -753,6 +802,20 @@ TEST_F(ElementsSortTest, ByTheButtonKeepsTheSelectedLayer) {
     EXPECT_THAT(SelectedOf(List()), ElementsAre(1)) << "the selection goes back too";
     EXPECT_EQ(TextOf(elementsMap, 1063), "B");
     EXPECT_FALSE(IsChecked(elementsMap, 1079));
+}
+
+TEST_F(ElementsSortTest, TakenBackHasARowForAnElementThatCameSince) {
+    const int before = RowsOf(List());
+    Set("autoSort"_param, FALSE);
+    Press(elementsMap, 1079);
+    ASSERT_TRUE(Block().GetInt("autoSort"_param));
+    Add("Late");
+    Tick(elementsMap, timer);
+    ASSERT_EQ(RowsOf(List()), before + 1);
+    Host().undo.Undo();
+    ASSERT_FALSE(Block().GetInt("autoSort"_param));
+    Tick(elementsMap, timer);
+    EXPECT_EQ(RowsOf(List()), before + 1);
 }
 
 TEST_F(ElementsSortTest, WithoutASelectionSelectsNothing) {

@@ -111,6 +111,14 @@ TEST_P(MatteListRollupTest, SwitchesNothingOfAnEffectThatGoesUnderItsMenu) {
     EXPECT_FALSE(Host().undo.CanUndo());
 }
 
+TEST_P(MatteListRollupTest, SwitchesNothingWithTheSpaceBarThatSelects) {
+    OpenWithRows();
+    const std::vector<int> before = ChecksOf(List());
+    ClickAt(List(), LabelPoint(List(), 0));
+    WhileDown(VK_CONTROL, [this] { PressKey(List(), VK_SPACE); });
+    EXPECT_EQ(ChecksOf(List()), before);
+}
+
 TEST_P(MatteListRollupTest, EnablesItsCombosGroupByItsSwitch) {
     const MatteList& shown = GetParam();
     Open();
