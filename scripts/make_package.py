@@ -30,6 +30,11 @@ PROGRAMS = ("veltrane-panel.exe", "veltrane.exe", "veltrane_host.dll")
 # Of the compiler.
 COMPILER = "x86_64-w64-mingw32-gcc-posix"
 RUNTIME = ("libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll")
+# What is linked into the files or lies beside them, and the package of Debian that tells its terms.
+LIBRARIES = {"zlib": "libz-mingw-w64-dev", "Boost": "libboost1.74-dev", "Highway": "libhwy-dev",
+             "Imath": "libimath-dev", "OpenEXR": "libopenexr-dev", "Little CMS": "liblcms2-dev",
+             "JSON for Modern C++": "nlohmann-json3-dev", "CLI11": "libcli11-dev",
+             "GCC's libraries": "gcc-mingw-w64-base", "MinGW-w64": "mingw-w64-common"}
 # The time of every file in the zip; a zip knows none before.
 EPOCH = (1980, 1, 1, 0, 0, 0)
 # What a library imports that was made for this project's own host.
@@ -131,6 +136,15 @@ def runtime():
     return {name: pathlib.Path(place(name)).read_bytes() for name in RUNTIME}
 
 
+def notices():
+    """What others want to be said of their libraries."""
+    parts = ["veltrane is built with the libraries below. Each part is what Debian says of one.\n"]
+    for name, package in LIBRARIES.items():
+        terms = pathlib.Path("/usr/share/doc", package, "copyright").read_text(encoding="utf-8")
+        parts.append(f"{'=' * 78}\n{name}\n{'=' * 78}\n\n{terms}")
+    return "\n".join(parts).encode()
+
+
 def write_zip(output, files):
     with zipfile.ZipFile(output, "w", zipfile.ZIP_DEFLATED) as package:
         for name, data in files.items():
@@ -151,6 +165,7 @@ def main():
     programs = built(arguments.build / "bin", PROGRAMS)
     with tempfile.TemporaryDirectory() as place:
         plugin["veltrane.chm"] = make_help(pathlib.Path(place))
+    plugin["third-party.txt"] = notices()
     contents = package_contents(version()).encode()
     write_zip(output / f"veltrane-{version()}.zip",
               {"veltrane/PackageContents.xml": contents,

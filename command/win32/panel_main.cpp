@@ -14,6 +14,7 @@
 
 int main(int argc, char** argv) {
     try {
+        command::MakeConfigurationFolder();
         command::PanelScene scene(command::ProgramFolder() / "veltrane.dlv");
         for (const std::string& path : command::ProcessArguments(argc, argv)) {
             command::IsSceneFile(path) ? scene.Open(path) : scene.UseRenderFile(path);

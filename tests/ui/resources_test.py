@@ -80,6 +80,8 @@ PICTURED = {(4712, 1008), (4714, 1184), (4714, 1069), (4714, 1068), (123, 1007),
 
 # Pictures and their sizes: pixels, width for one after the other.
 PICTURES = {133: (6 * 27, 18), 148: (5 * 16, 16), 146: (16, 16)}
+# What the code writes into a control that can't be scrolled.
+WRITTEN = {(4712, 1062): " Please assign a filename in the Render Setup dialog."}
 # At 96, 120, 144 and 192 dots per inch the dialogs' font has so many pixels to 4 dialog units.
 HEADERS = {126: 6, 141: 8, 142: 9, 139: 12}
 
@@ -98,7 +100,7 @@ CHARACTERS = {4: "'", 5: "ijl", 6: " !,./:;I[\\]ft", 7: "\"()-`r", 8: "*", 10: "
 WIDTHS = {character: width for width, group in CHARACTERS.items() for character in group}
 # What a class takes beside its text, in dialog units: check marks, edges, arrows.
 BESIDE = {"AUTOCHECKBOX": 12, "AUTORADIOBUTTON": 12, "GROUPBOX": 9, "CustButton": 6,
-          "PUSHBUTTON": 8, "DEFPUSHBUTTON": 8, "COMBOBOX": 16}
+          "PUSHBUTTON": 8, "DEFPUSHBUTTON": 8, "COMBOBOX": 16, "CustEdit": 6}
 KIND_PICTURE = 22  # in front of an owner-drawn combo's text
 
 LABELS = ("LTEXT", "RTEXT")
@@ -436,6 +438,14 @@ def fit_faults(project):
             wanted = text_width(control.text) + BESIDE.get(control.kind, 0)
             if control.text and wanted > control.width:
                 faults.append(f"{template.name(control)}: {wanted:.0f} wide, not {control.width}")
+    for (place, id), text in WRITTEN.items():
+        control = project.templates[place].named(id)
+        wanted = text_width(text) + BESIDE["CustEdit"]
+        if text not in project.code:
+            faults.append(f'{place}: no code writes "{text}"')
+        if wanted > control.width:
+            faults.append(f"{project.templates[place].name(control)}: what is written is "
+                          f"{wanted:.0f} wide, not {control.width}")
     for place, kind, ids, choices in project.parameter_controls():
         control = project.templates[place].named(ids[0])
         if kind != "Combo" or not control:
@@ -544,6 +554,9 @@ BREAKS = {
         ("script", '"Files...", IDC_FILES, "CustButton", WS_TABSTOP,',
          '"Files...", IDC_FILES, "CustButton", 0,',
          ['4712: 1001 "Files...": not reached with the tab key']),
+    "a field that is too short for what is written into it":
+        ("script", '"CustEdit", WS_TABSTOP, 8, 47, 201, 12', '"CustEdit", WS_TABSTOP, 8, 47, 152, 12',
+         ['4712: 1062 "": what is written is 177 wide, not 152']),
     "controls that overlap":
         ("script", '"Remove", IDC_REMOVE_OBJECTS, "CustButton", WS_TABSTOP, 149, 214',
          '"Remove", IDC_REMOVE_OBJECTS, "CustButton", WS_TABSTOP, 149, 230',

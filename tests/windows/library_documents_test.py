@@ -3,7 +3,7 @@
 this machine's command saves, byte for byte.
 
 The environment's VELTRANE names this machine's command, VELTRANE_WITH_LIBRARY the program for
-Windows that loads a library, VELTRANE_DLV the library. Without VELTRANE the test is skipped (77).
+Windows that loads a library, VELTRANE_DLV the library. Without that of VELTRANE the test is skipped (77).
 """
 import os
 import pathlib
@@ -56,5 +56,6 @@ class LibraryDocuments(unittest.TestCase):
 
 if __name__ == "__main__":
     if not pathlib.Path(HERE[0]).is_file():
+        print("VELTRANE is to name this machine's command, which is to be built")
         sys.exit(77)
     unittest.main()

@@ -57,7 +57,8 @@ class Package(unittest.TestCase):
         cls.contents = xml.etree.ElementTree.fromstring(cls.files["veltrane/PackageContents.xml"])
 
     def test_is_one_folder_of_files_that_all_may_read(self):
-        self.assertEqual(sorted(self.files), ["veltrane/Contents/veltrane-about.dll",
+        self.assertEqual(sorted(self.files), ["veltrane/Contents/third-party.txt",
+                                              "veltrane/Contents/veltrane-about.dll",
                                               "veltrane/Contents/veltrane.chm",
                                               "veltrane/Contents/veltrane.dlv",
                                               "veltrane/PackageContents.xml"])
@@ -79,14 +80,21 @@ class Package(unittest.TestCase):
             files = {name.removeprefix("veltrane/"): folder.read(name)
                      for name in folder.namelist()}
         self.assertEqual(sorted(files), [
-            "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll", "veltrane-about.dll",
-            "veltrane-panel.exe", "veltrane.chm", "veltrane.dlv", "veltrane.exe",
-            "veltrane_host.dll"])
+            "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll", "third-party.txt",
+            "veltrane-about.dll", "veltrane-panel.exe", "veltrane.chm", "veltrane.dlv",
+            "veltrane.exe", "veltrane_host.dll"])
         for name, data in files.items():
-            if not name.endswith(".chm"):
+            if not name.endswith((".chm", ".txt")):
                 missing = {library for library in imports(data)
                            if library not in files and library.lower() not in SYSTEM}
                 self.assertEqual(missing, set(), name)
+
+    def test_says_what_others_want_to_be_said_of_their_libraries(self):
+        text = self.files["veltrane/Contents/third-party.txt"].decode()
+        for name in make_package.LIBRARIES:
+            self.assertIn(f"\n{name}\n=====", text)
+        self.assertIn("Jean-loup Gailly and Mark Adler", text)
+        self.assertIn("Contributors to the OpenEXR Project", text)
 
     def test_tells_that_a_library_for_this_host_is_not_for_the_application(self):
         self.assertIn(b"veltrane_host.dll", LIBRARY.read_bytes())

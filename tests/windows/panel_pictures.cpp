@@ -130,9 +130,10 @@ void CaptureProgram(const command::PanelWindow& panel, const std::filesystem::pa
     rollups->SetPanelOpen(1, TRUE);
     ReleaseIRollup(rollups);
     Pump(500);
-    RECT whole{};
-    GetWindowRect(panel.Window(), &whole);
-    Capture(whole, folder / "program.bmp");
+    // Without the title, whose buttons are Wine's.
+    RECT area = InsideOf(panel.Window());
+    area.top -= GetSystemMetrics(SM_CYMENU);
+    Capture(area, folder / "program.bmp");
 }
 
 // The sample's own scene has none.

@@ -3,7 +3,7 @@
 documents byte for byte, the same texts, the same exit status.
 
 The environment's VELTRANE names this machine's command, VELTRANE_WINDOWS that for Windows. Needs
-Debian's Python 3. Without VELTRANE the test is skipped (status 77).
+Debian's Python 3. Without that of VELTRANE the test is skipped (status 77).
 """
 import os
 import pathlib
@@ -280,8 +280,8 @@ class SameDocuments(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    if not HERE[0] or not THERE[1]:
-        print("VELTRANE and VELTRANE_WINDOWS are to name the two commands")
+    if not pathlib.Path(HERE[0]).is_file() or not THERE[1]:
+        print("VELTRANE and VELTRANE_WINDOWS are to name the two commands, which are to be built")
         sys.exit(77)
     if not os.environ.get("WINEPREFIX"):
         # One session for all runs, in place of one each.
