@@ -152,8 +152,8 @@ class Parser {
             ->take_all();
         saveCommand->add_flag("--all", save.all,
                               "Turn on all that the input has: elements, mattes of objects\n"
-                              "and materials, scene layers, selection sets, IDs, normals,\n"
-                              "depth");
+                              "and materials, IDs, normals, depth, and with an object\n"
+                              "Cryptomatte scene layers and selection sets");
         saveCommand
             ->add_option("--element", save.elementSettings,
                          "Set one setting of a render element (\"veltrane params\n"

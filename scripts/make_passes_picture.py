@@ -39,6 +39,8 @@ def tiles(layers, document, path=""):
         if layer.is_group():
             yield from tiles(layer, document, f"{path}{layer.name}/")
             continue
+        if not layer.width:
+            continue  # an adjustment layer has no pixels
         samples = planes(layer, document)
         if path.startswith(SETS_OF_MATTES):
             picture = numpy.repeat(samples[-1][..., None], 3, axis=2)
