@@ -1,7 +1,9 @@
 #include "ui/win32/list_control.h"
 
 #include <icolorman.h>
+#include <winutil.h>
 
+#include <cmath>
 #include <utility>
 
 #include "plugin/string_table.h"
@@ -27,7 +29,8 @@ void SetUpList(HWND list, const ListView& kind, HIMAGELIST pictures) {
         LVCOLUMNW info{};
         info.mask = LVCF_TEXT | LVCF_WIDTH;
         info.pszText = const_cast<MCHAR*>(title.data());
-        info.cx = column.width;
+        info.cx = static_cast<int>(
+            std::lround(static_cast<float>(column.width) * MaxSDK::GetUIScaleFactor()));
         ListView_InsertColumn(list, index++, &info);
     }
 }

@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "host/win32/ui_scale.h"
 #include "tests/host/win32/control_stage.h"
 #include "tests/host/win32/object_counts.h"
 #include "tests/ui/win32/list_stage.h"
@@ -40,6 +41,16 @@ class ListControlTest : public PanelTest {
 
     ControlStage stage;
 };
+
+TEST_F(ListControlTest, HasColumnsAsWideAsTheHostsScaleSays) {
+    host::SetUIScaleFactor(1.5F);
+    HWND list = MakeList();
+    host::SetUIScaleFactor(1.0F);
+    std::vector<int> widths;
+    for (const ShownColumn& column : ColumnsOf(list))
+        widths.push_back(column.width);
+    EXPECT_THAT(widths, ElementsAre(180, 63, 129, 62));
+}
 
 TEST_F(ListControlTest, HasTheRowsThatItIsToldWithTheirNumbers) {
     HWND list = MakeList();
