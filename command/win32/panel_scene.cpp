@@ -37,6 +37,7 @@ std::string SceneText() {
 std::vector<host::Node*> NodesInOrder() {
     const host::Scene& scene = host::App().scene;
     std::vector<host::Node*> nodes;
+    nodes.reserve(static_cast<std::size_t>(scene.NumNodes()));
     for (int i = 0; i < scene.NumNodes(); ++i)
         nodes.push_back(scene.GetNode(i));
     return nodes;

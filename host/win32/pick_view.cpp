@@ -233,6 +233,7 @@ void PickView::TakeSelection() {
     const LRESULT count = Tell(LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
     rows.resize(static_cast<std::size_t>(std::max<LRESULT>(count, 0)));
     std::vector<Node*> nodes;
+    nodes.reserve(rows.size());
     for (const int row : rows)
         nodes.push_back(NodeOf(static_cast<std::size_t>(row)));
     selecting_ = true;

@@ -342,8 +342,6 @@ LRESULT SpinnerControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_RBUTTONDOWN:
         case WM_CAPTURECHANGED:
-            EndPress(false);
-            return 0;
         case WM_DESTROY:
             EndPress(false);
             return 0;

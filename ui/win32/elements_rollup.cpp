@@ -1,11 +1,13 @@
 #include "ui/win32/elements_rollup.h"
 
 #include <commctrl.h>
+#include <renderelements.h>
 #include <windowsx.h>
 
 #include <utility>
 
 #include "effect/psd_output.h"
+#include "effect/psd_output_layer.h"
 #include "plugin/parameters.h"
 #include "ui/blend_mode_combo.h"
 #include "ui/element_cells.h"

@@ -1,5 +1,8 @@
 #include "command/win32/panel_window.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
 #include <custcont.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -394,6 +397,22 @@ TEST_F(PanelWindowRender, ADocumentThatIsThereIsAskedAboutAndTold) {
     Command(PanelItem::renderNow);
     ASSERT_TRUE(RenderEnds());
     EXPECT_THAT(user.texts, IsEmpty()) << "not to be asked again";
+}
+
+TEST_F(PanelWindowRender, ANameThatIsBeingTypedInAListGoesIntoWhatIsSaved) {
+    Show();
+    IRollupWindow* rollups = GetIRollup(panel->Rollups());
+    rollups->SetPanelOpen(1, TRUE);
+    HWND list = GetDlgItem(rollups->GetPanelDlg(1), IDC_ELEMENT_LIST);
+    ReleaseIRollup(rollups);
+    ASSERT_GT(ListView_GetItemCount(list), 0);
+    SetFocus(list);
+    HWND name = ListView_EditLabel(list, 0);
+    ASSERT_EQ(GetFocus(), name);
+    SetWindowTextW(name, L"Typed");
+    Command(PanelItem::saveScene);
+    EXPECT_THAT(Bytes("a.json"), HasSubstr("Typed"));
+    EXPECT_EQ(GetFocus(), list) << "its field is gone";
 }
 
 TEST_F(PanelWindowRender, AFileThatIsGoneIsNamed) {

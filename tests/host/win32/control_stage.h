@@ -162,9 +162,10 @@ inline Picture PictureOf(int width, int height, COLORREF background,
     DeleteObject(brush);
     paint(dc);
     Picture picture{width, height, {}};
-    for (int y = 0; y < height; ++y)
+    for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x)
             picture.pixels.push_back(GetPixel(dc, x, y));
+    }
     SelectObject(dc, former);
     DeleteObject(bitmap);
     DeleteDC(dc);

@@ -41,12 +41,20 @@ void PressButton(HWND dialog, int button) {
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
 }
 
+void ChooseFilter(HWND dialog, int filter) {
+    SendDlgItemMessageW(dialog, filterList, CB_SETCURSEL, static_cast<WPARAM>(filter), 0);
+    for (int code : {CBN_SELENDOK, CBN_SELCHANGE}) {
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(filterList, code),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, filterList)));
+    }
+}
+
 class FileDialog : public testing::Test {
   protected:
     // What the dialog gives when `act` stands in for the user.
     std::optional<MSTR> Ask(const MSTR& name, const std::function<void(HWND)>& act) {
         ModalUser user(act);
-        const std::optional<MSTR> chosen =
+        std::optional<MSTR> chosen =
             host::AskSaveFileName({MSTR(_M("Save Document As")), name, MSTR(Folder().c_str()),
                                    DocumentFilters(), nullptr});
         EXPECT_EQ(user.dialogs, 1);
@@ -88,10 +96,7 @@ TEST_F(FileDialog, ANameWithoutAnExtensionGetsTheFilters) {
     for (const auto& [filter, expected] :
          {std::pair(0, L"other.psd"), std::pair(1, L"other.psb")}) {
         const std::optional<MSTR> chosen = Ask(In(L"shot.psd"), [filter = filter](HWND dialog) {
-            SendDlgItemMessageW(dialog, filterList, CB_SETCURSEL, static_cast<WPARAM>(filter), 0);
-            for (int code : {CBN_SELENDOK, CBN_SELCHANGE})
-                SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(filterList, code),
-                             reinterpret_cast<LPARAM>(GetDlgItem(dialog, filterList)));
+            ChooseFilter(dialog, filter);
             SetWindowTextW(NameField(dialog), L"other");
             PressButton(dialog, IDOK);
         });
@@ -102,10 +107,7 @@ TEST_F(FileDialog, ANameWithoutAnExtensionGetsTheFilters) {
 
 TEST_F(FileDialog, AnotherKindOfFileAloneChangesTheExtension) {
     const std::optional<MSTR> chosen = Ask(In(L"shot.psd"), [](HWND dialog) {
-        SendDlgItemMessageW(dialog, filterList, CB_SETCURSEL, 1, 0);
-        for (int code : {CBN_SELENDOK, CBN_SELCHANGE})
-            SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(filterList, code),
-                         reinterpret_cast<LPARAM>(GetDlgItem(dialog, filterList)));
+        ChooseFilter(dialog, 1);
         SetWindowTextW(NameField(dialog), L"shot.psd");
         PressButton(dialog, IDOK);
     });

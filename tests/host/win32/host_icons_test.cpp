@@ -66,9 +66,10 @@ TEST(HostIcons, AtEverySizeStayInTheirPlace) {
 }
 
 TEST(HostIcons, AreAllDifferent) {
-    for (const wchar_t* first : ICON_NAMES)
+    for (const wchar_t* first : ICON_NAMES) {
         for (const wchar_t* second : ICON_NAMES)
             EXPECT_EQ(Drawn(first, 16).pixels == Drawn(second, 16).pixels, first == second);
+    }
 }
 
 TEST(HostIcons, TheArrowsPointUpAndDown) {

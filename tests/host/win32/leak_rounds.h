@@ -6,5 +6,5 @@
 
 inline int LeakRounds() {
     const char* rounds = std::getenv("VELTRANE_LEAK_ROUNDS");
-    return rounds ? std::atoi(rounds) : 20;
+    return rounds ? static_cast<int>(std::strtol(rounds, nullptr, 10)) : 20;
 }

@@ -195,9 +195,10 @@ TEST(RollupWindow, WhoRegisteredHearsOfProgramsTooAndOnlyOfChanges) {
 TEST(RollupWindow, ADeletedRollupStillHasItsNumberWhileItGoes) {
     const RollupStage stage;
     std::vector<DialogLife> lives(4, DialogLife{stage.rollups});
-    for (DialogLife& life : lives)
+    for (DialogLife& life : lives) {
         stage.Append(SAMPLE_ROLLUP_FRAMED, _M("Kept"), 0, KeepLife,
                      reinterpret_cast<LPARAM>(&life));
+    }
     HWND gone = stage.rollups->GetPanelDlg(1);
     HWND last = stage.rollups->GetPanelDlg(3);
     stage.rollups->DeleteRollup(1, 2);

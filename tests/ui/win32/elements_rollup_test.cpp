@@ -40,6 +40,7 @@ class ElementsRollupTest : public ListTest {
     int GetOf(int row, ParamID id) { return Layer(row).GetInt(id); }
     std::vector<std::string> Row(int row) {
         std::vector<std::string> cells;
+        cells.reserve(4);
         for (int column = 0; column < 4; ++column)
             cells.push_back(CellOf(List(), row, column));
         return cells;
@@ -733,6 +734,7 @@ TEST_F(ElementsRollupTest, MovesRowsUpAndDown) {
 
 TEST_F(ElementsRollupTest, KeepsTheRowInViewThatTheArrowsMove) {
     std::vector<std::string> names;
+    names.reserve(40);
     for (int i = 0; i < 40; ++i)
         names.push_back("E" + std::to_string(i));
     OpenWith(names);

@@ -6,8 +6,6 @@
 
 namespace {
 
-using testing::ElementsAre;
-
 struct SplitList {
     MapID map;
     int list;

@@ -16,6 +16,7 @@ inline std::string CellOf(HWND list, int row, int column) {
 }
 inline std::vector<std::string> ColumnOf(HWND list, int column) {
     std::vector<std::string> cells;
+    cells.reserve(static_cast<std::size_t>(RowsOf(list)));
     for (int row = 0; row < RowsOf(list); ++row)
         cells.push_back(CellOf(list, row, column));
     return cells;
@@ -23,9 +24,11 @@ inline std::vector<std::string> ColumnOf(HWND list, int column) {
 // The pictures of the check boxes, by their numbers.
 inline std::vector<int> ChecksOf(HWND list) {
     std::vector<int> images;
-    for (int row = 0; row < RowsOf(list); ++row)
+    images.reserve(static_cast<std::size_t>(RowsOf(list)));
+    for (int row = 0; row < RowsOf(list); ++row) {
         images.push_back(static_cast<int>(ListView_GetItemState(list, row, LVIS_STATEIMAGEMASK)) >>
                          12);
+    }
     return images;
 }
 inline std::vector<int> SelectedOf(HWND list) {

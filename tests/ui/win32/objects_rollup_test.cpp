@@ -54,6 +54,7 @@ class ObjectsRollup : public PanelTest {
     }
     void SelectInScene(const std::vector<int>& numbers) {
         std::vector<host::Node*> selected;
+        selected.reserve(numbers.size());
         for (const int number : numbers)
             selected.push_back(nodes[static_cast<std::size_t>(number)]);
         Host().selection.Set(selected);

@@ -179,9 +179,10 @@ class PanelComboTest : public OutputComboTest {
     }
     static std::vector<COLORREF> PicturePart(const Picture& item) {
         std::vector<COLORREF> pixels;
-        for (int y = 1; y < 19; ++y)
+        for (int y = 1; y < 19; ++y) {
             for (int x = 1; x < 28; ++x)
                 pixels.push_back(item.At(x, y));
+        }
         return pixels;
     }
 };

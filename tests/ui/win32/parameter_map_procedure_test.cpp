@@ -15,9 +15,6 @@
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr MapID allMaps[] = {0, 1, 2, 4, 5, 6, 7};
 
 class DialogProcedure : public PanelTest {

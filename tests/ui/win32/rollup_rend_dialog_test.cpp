@@ -41,7 +41,7 @@ TEST_F(RollupRendDialog, ShowsTheSameRollupsInAWindowOfItsOwn) {
 
 TEST_F(RollupRendDialog, PagesComeAndGo) {
     ui::RollupRendDialog outside(owner);
-    const HINSTANCE module = GetModuleHandleW(nullptr);
+    HINSTANCE module = GetModuleHandleW(nullptr);
     const auto add = [&](int number, DWORD flags) {
         return outside.AddRollupPage(module, MAKEINTRESOURCEW(number), nullptr, _M("Title"), 0,
                                      flags, ROLLUP_CAT_STANDARD);

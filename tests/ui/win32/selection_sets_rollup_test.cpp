@@ -25,6 +25,7 @@ class SelectionSetsRollupTest : public ListTest {
     std::vector<std::string> Names() { return ColumnOf(List(), 0); }
     std::vector<std::string> Listed() {
         std::vector<std::string> names;
+        names.reserve(static_cast<std::size_t>(Block().Count("namedSelectionSetsList"_param)));
         for (int i = 0; i < Block().Count("namedSelectionSetsList"_param); ++i)
             names.push_back(host::ToUtf8(Block().GetStr("namedSelectionSetsList"_param, 0, i)));
         return names;
