@@ -298,10 +298,17 @@ bool PanelWindow::SaveSceneAs(const std::string& path) {
     return SaveScene(path);
 }
 
+// One without a file begins beside the render file, under its name.
+std::string PanelWindow::NameForScene() const {
+    const std::string output = PanelScene::RenderOutput();
+    if (!scene.File().empty() || output.empty()) return scene.File();
+    return Utf8(Native(output).replace_extension(".json"));
+}
+
 bool PanelWindow::AskToSave() {
     host::FileDialog ask;
     ask.title = MSTR(L"Save Scene As");
-    ask.fileName = host::FromUtf8(scene.File());
+    ask.fileName = host::FromUtf8(NameForScene());
     ask.filters.Append(L"Scene (*.json)");
     ask.filters.Append(L"*.json");
     ask.parent = window;

@@ -73,6 +73,7 @@ class PanelWindow {
     bool MayLeaveScene();
     bool MayStopRender();
     bool SaveScene(const std::string& path);
+    std::string NameForScene() const;
     bool AskToSave();
     void OpenInItsProgram(const std::string& path);
     void ShowHelp();

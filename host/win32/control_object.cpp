@@ -89,7 +89,7 @@ LRESULT RunControl(const ControlClass& kind, HWND window, UINT message, WPARAM w
     if (message == WM_NCDESTROY) {
         SetObject(kind, window, nullptr);
         object->window_ = nullptr;
-        object->Release();
+        --object->holders_;
     }
     object->Release();
     return result;

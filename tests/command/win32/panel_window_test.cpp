@@ -415,6 +415,22 @@ TEST_F(PanelWindowRender, ANameThatIsBeingTypedInAListGoesIntoWhatIsSaved) {
     EXPECT_EQ(GetFocus(), list) << "its field is gone";
 }
 
+TEST_F(PanelWindowRender, TheNameOfASceneWithoutAFileBeginsAsItsRenders) {
+    scene->New();
+    scene->UseRenderFile(PathOf("a.exr"));
+    panel = std::make_unique<PanelWindow>(*scene);
+    std::vector<std::string> names;
+    host::App().fileDialogs = [&](const host::FileDialog& asked) -> std::optional<MSTR> {
+        // A new effect asks for its document.
+        if (asked.title != MSTR(L"Save Scene As")) return std::nullopt;
+        names.push_back(host::ToUtf8(asked.fileName.data()));
+        return names.size() == 1 ? std::optional(host::FromUtf8(PathOf("b.json"))) : std::nullopt;
+    };
+    Command(PanelItem::saveScene);
+    Command(PanelItem::saveSceneAs);
+    EXPECT_THAT(names, ElementsAre(PathOf("a.json"), PathOf("b.json")));
+}
+
 TEST_F(PanelWindowRender, AFileThatIsGoneIsNamed) {
     Show();
     std::filesystem::remove(folder / "a.exr");
