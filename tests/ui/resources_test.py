@@ -542,8 +542,8 @@ BREAKS = {
         ("script", 'LTEXT "Bit Depth:"', 'LTEXT "&Bit Depth:"',
          ['4712: 1107 "8 Bits": chosen by the letter of its label']),
     "a plain combo of matte kinds":
-        ("script", "IDC_OBJECTS_AS, 56, 159, 131, 100, KIND_STYLE",
-         "IDC_OBJECTS_AS, 56, 159, 131, 100, CBS_DROPDOWNLIST",
+        ("script", "IDC_OBJECTS_AS, 56, 159, 131, 106, KIND_STYLE",
+         "IDC_OBJECTS_AS, 56, 159, 131, 106, CBS_DROPDOWNLIST",
          ['123: 1109 "": owner-drawn or not']),
     "a list that can't be edited":
         ("script", " | LVS_EDITLABELS", "", ['4714: 1043 "Render Elements": label editing or not']),

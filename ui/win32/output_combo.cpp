@@ -1,10 +1,10 @@
 #include "ui/win32/output_combo.h"
 
-#include <commctrl.h>
 #include <icolorman.h>
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 
 #include "ui/output_as_groups.h"
 #include "ui/output_combo_pictures.h"
@@ -12,11 +12,26 @@
 namespace ui {
 namespace {
 
-LRESULT CALLBACK OutputComboProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                      UINT_PTR id, DWORD_PTR) {
+// What each combo's messages went to before. The system's own way to keep it looks up a property
+// for each message.
+std::unordered_map<HWND, WNDPROC>& FormerProcedures() {
+    static std::unordered_map<HWND, WNDPROC> procedures;
+    return procedures;
+}
+
+LRESULT CALLBACK OutputComboProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_ERASEBKGND) return 1;
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, OutputComboProcedure, id);
-    return DefSubclassProc(window, message, wParam, lParam);
+    const auto found = FormerProcedures().find(window);
+    if (found == FormerProcedures().end()) return DefWindowProcW(window, message, wParam, lParam);
+    WNDPROC former = found->second;
+    if (message == WM_NCDESTROY) FormerProcedures().erase(found);
+    return CallWindowProcW(former, window, message, wParam, lParam);
+}
+
+void ListenTo(HWND combo) {
+    if (FormerProcedures().contains(combo)) return;
+    FormerProcedures()[combo] = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(combo, GWLP_WNDPROC));
+    SetWindowLongPtrW(combo, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(OutputComboProcedure));
 }
 
 bool IsOutputCombo(UINT control) {
@@ -50,7 +65,7 @@ void DrawPicture(HDC target, const RECT& area, HBITMAP pictures, int picture) {
 
 void SetUpOutputCombo(HWND combo) {
     if (!combo) return;
-    SetWindowSubclass(combo, OutputComboProcedure, 1, 0);
+    ListenTo(combo);
     // Some systems measure the field that shows the selection by the dialog's font alone.
     constexpr auto field = static_cast<WPARAM>(-1);
     if (SendMessageW(combo, CB_GETITEMHEIGHT, field, 0) < lowestOutputItem) {

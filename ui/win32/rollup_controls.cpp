@@ -47,7 +47,7 @@ void SetUpButtons(IParamMap2& map) {
 }
 
 void EnableControl(HWND control, bool on) {
-    if (!control) return;
+    if (!control || on == (IsWindowEnabled(control) != FALSE)) return;
     if (!on && HasKeyboard(control)) SendMessageW(GetParent(control), WM_NEXTDLGCTL, 0, FALSE);
     EnableWindow(control, on);
 }
