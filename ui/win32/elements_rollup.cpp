@@ -34,11 +34,11 @@ bool IsSystemButton(HWND control) {
     return _wcsicmp(name, L"Button") == 0;
 }
 
-void ShowControl(HWND dialog, const LayerControl& state) {
+void ShowLayerControl(HWND dialog, const LayerControl& state) {
     HWND control = GetDlgItem(dialog, state.id);
     if (!control) return;
     EnableControl(control, state.enabled);
-    ShowWindow(control, state.shown ? SW_SHOWNA : SW_HIDE);
+    ShowControl(control, state.shown);
     if (state.checked && IsSystemButton(control)) {
         SendMessageW(control, BM_SETCHECK, *state.checked ? BST_CHECKED : BST_UNCHECKED, 0);
     }
@@ -139,7 +139,7 @@ void ElementsRollup::UpdateLayerControls() {
     SelectChosen();
     const LayerControls state = ui::UpdateLayerControls(Effect(), Selected(), RowCount(List()));
     for (const LayerControl& control : state.controls)
-        ShowControl(Dialog(), control);
+        ShowLayerControl(Dialog(), control);
     ShowName(state.name);
     ShowBlendMode(state.blendingMode);
 }

@@ -52,6 +52,12 @@ void EnableControl(HWND control, bool on) {
     EnableWindow(control, on);
 }
 
+// The system does a lot with a window that is to stay as it is.
+void ShowControl(HWND control, bool on) {
+    const bool isShown = (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (on != isShown) ShowWindow(control, on ? SW_SHOWNA : SW_HIDE);
+}
+
 bool HasKeyboard(HWND control) {
     HWND focus = GetFocus();
     return control && focus && (focus == control || IsChild(control, focus));
@@ -97,7 +103,7 @@ void ShowOutputGroup(IParamMap2& map, const OutputAsGroup& group) {
     HWND dialog = map.GetHWnd();
     EnableControl(GetDlgItem(dialog, group.label), shown.enabled);
     map.Enable(group.outputAs, shown.enabled);
-    ShowWindow(GetDlgItem(dialog, group.folder), shown.folderShown ? SW_SHOWNA : SW_HIDE);
+    ShowControl(GetDlgItem(dialog, group.folder), shown.folderShown);
 }
 
 }  // namespace ui

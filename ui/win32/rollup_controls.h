@@ -13,6 +13,8 @@ void SetUpButtons(IParamMap2& map);
 // The control is greyed, or not, whatever class it is of. The keyboard leaves one that is greyed.
 // Nothing for null.
 void EnableControl(HWND control, bool on);
+// Nothing for null.
+void ShowControl(HWND control, bool on);
 
 // The control, or a part of it, has the keyboard.
 bool HasKeyboard(HWND control);
