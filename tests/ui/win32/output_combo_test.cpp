@@ -145,7 +145,9 @@ TEST_F(OutputComboTest, LeavesOtherControlsAlone) {
 }
 
 TEST_F(OutputComboTest, LeavesNothingOfTheSystemsBehind) {
-    Drawn(0, 0, strip);
+    // The host keeps a brush of each colour.
+    for (const UINT state : {0, ODS_SELECTED})
+        Drawn(0, state, strip);
     const ObjectCounts before = CountObjects();
     for (int i = 0; i < 20; ++i)
         Drawn(static_cast<UINT>(i % 4), i % 2 ? ODS_SELECTED : 0, strip);
